@@ -1,0 +1,30 @@
+# Defines platen_wx_base: wxWidgets without its GUI, on both systems.
+#
+# For Windows it is found in the folder PLATEN_WINDOWS_PREFIX, laid out as wxWidgets' own CMake
+# build installs it with mingw-w64.
+
+add_library(platen_wx_base INTERFACE IMPORTED)
+
+if(WIN32)
+    set(platen_wx_folders
+        "${PLATEN_WINDOWS_PREFIX}/lib/gcc_x64_dll/mswu"
+        "${PLATEN_WINDOWS_PREFIX}/include")
+    foreach(needed lib/gcc_x64_dll/mswu/wx/setup.h include/wx/defs.h)
+        if(NOT EXISTS "${PLATEN_WINDOWS_PREFIX}/${needed}")
+            message(FATAL_ERROR "PLATEN_WINDOWS_PREFIX ('${PLATEN_WINDOWS_PREFIX}') does not hold "
+                "wxWidgets: there is no ${needed} in it. scripts/windows-deps.sh builds that folder "
+                "and prints its name.")
+        endif()
+    endforeach()
+    set_target_properties(platen_wx_base PROPERTIES
+        INTERFACE_INCLUDE_DIRECTORIES "${platen_wx_folders}"
+        INTERFACE_COMPILE_DEFINITIONS "UNICODE;_UNICODE;WXUSINGDLL;__WXMSW__;wxUSE_GUI=0"
+        INTERFACE_LINK_LIBRARIES "${PLATEN_WINDOWS_PREFIX}/lib/gcc_x64_dll/libwxbase32u.a")
+else()
+    find_package(wxWidgets REQUIRED COMPONENTS base)
+    set_target_properties(platen_wx_base PROPERTIES
+        INTERFACE_INCLUDE_DIRECTORIES "${wxWidgets_INCLUDE_DIRS}"
+        INTERFACE_COMPILE_DEFINITIONS "${wxWidgets_DEFINITIONS}"
+        INTERFACE_COMPILE_OPTIONS "${wxWidgets_CXX_FLAGS}"
+        INTERFACE_LINK_LIBRARIES "${wxWidgets_LIBRARIES}")
+endif()

@@ -1,0 +1,504 @@
+/// The PIA container under all plotter files: the item tree, its reader and its writer.
+///
+/// A tree belongs to one thread at a time.
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "platen_api.h"
+
+namespace ut {
+class ByteBuffer;
+}
+
+class PiaArena;
+class PiaNameIndex;
+
+// ---------------------------------------------------------------------------------------------
+// Items
+
+/// The type of an item, by its fixed number.
+enum class PiaItemType : std::int32_t { Bin = 0, Block = 1, Bool = 2, Str = 3, Num = 4 };
+
+/// A key with static storage: an item named by one refers to its text instead of copying it.
+class PiaKey {
+public:
+    template <std::size_t Size>
+    // NOLINTNEXTLINE(google-explicit-constructor): keys are written as plain literals.
+    consteval PiaKey(const wchar_t (&literal)[Size]) : text_(literal, Size - 1) {}
+
+    constexpr std::wstring_view text() const { return text_; }
+    constexpr const wchar_t* c_str() const { return text_.data(); }
+
+private:
+    friend class PiaArena;
+    constexpr explicit PiaKey(std::wstring_view text) : text_(text) {}
+
+    std::wstring_view text_;
+};
+
+/// Text that names an item at run time; literals are keys.
+template <class Text>
+concept PiaRuntimeName =
+    std::convertible_to<const Text&, std::wstring_view> && !std::is_array_v<Text>;
+
+/// The name of an item: immutable wide text that is usually shared, since names repeat by the
+/// thousand. It owns its text, or borrows it from a key or from the tree's arena.
+class PLATEN_API PiaName {
+public:
+    /// Copies `text`.
+    explicit PiaName(std::wstring_view text);
+    ~PiaName();
+    PiaName(const PiaName&) = delete;
+    PiaName& operator=(const PiaName&) = delete;
+
+    std::wstring_view view() const { return {text_, length_}; }
+    // NOLINTNEXTLINE(google-explicit-constructor): a name reads like the text it is.
+    operator std::wstring_view() const { return view(); }
+    const wchar_t* c_str() const { return text_; }
+    std::size_t size() const { return length_; }
+    bool empty() const { return length_ == 0; }
+    friend bool operator==(const PiaName& name, std::wstring_view text) {
+        return name.view() == text;
+    }
+
+private:
+    friend class PiaItem;
+    /// Borrows the key's text.
+    explicit PiaName(PiaKey key);
+
+    const wchar_t* text_;
+    std::uint32_t length_;
+    bool owned_;
+};
+
+/// A named, typed item. Owned by exactly one block; the root is owned by its reader or writer.
+class PLATEN_API PiaItem {
+public:
+    virtual ~PiaItem();
+    PiaItem(const PiaItem&) = delete;
+    PiaItem& operator=(const PiaItem&) = delete;
+
+    const PiaItemType type;
+
+private:
+    friend class PiaBlock;
+    /// True when the memory is the arena's; stands here to fill a gap.
+    const bool inArena_;
+
+public:
+    const PiaName name;
+
+protected:
+    friend class PiaArena;
+    /// Says that an item is made by an arena: the name is borrowed and the memory is the arena's.
+    struct InArena {};
+
+    PiaItem(PiaItemType itemType, std::wstring_view itemName);
+    PiaItem(InArena, PiaItemType itemType, PiaKey borrowedName);
+};
+
+/// A binary value, kept as text (written between backslashes).
+class PLATEN_API PiaBin final : public PiaItem {
+public:
+    PiaBin(std::wstring_view itemName, std::wstring itemValue);
+    std::wstring value;
+
+private:
+    friend class PiaArena;
+    PiaBin(InArena, PiaKey borrowedName, std::wstring itemValue);
+};
+
+class PLATEN_API PiaBool final : public PiaItem {
+public:
+    PiaBool(std::wstring_view itemName, bool itemValue);
+    bool value;
+
+private:
+    friend class PiaArena;
+    PiaBool(InArena, PiaKey borrowedName, bool itemValue);
+};
+
+class PLATEN_API PiaStr final : public PiaItem {
+public:
+    PiaStr(std::wstring_view itemName, std::wstring itemValue);
+    std::wstring value;
+
+private:
+    friend class PiaArena;
+    PiaStr(InArena, PiaKey borrowedName, std::wstring itemValue);
+};
+
+/// A number, kept as the text that was read or will be written.
+class PLATEN_API PiaNum final : public PiaItem {
+public:
+    /// The text as it stands; it is not checked.
+    PiaNum(std::wstring_view itemName, std::wstring text);
+    /// Fixed notation with `precision` digits after the point; a negative precision means 6.
+    PiaNum(std::wstring_view itemName, double number, int precision);
+    PiaNum(std::wstring_view itemName, int number);
+    std::wstring value;
+
+private:
+    friend class PiaArena;
+    PiaNum(InArena, PiaKey borrowedName, std::wstring text);
+};
+
+/// An ordered list of items in which no two have the same name and the same type.
+class PLATEN_API PiaBlock final : public PiaItem {
+public:
+    /// The children in order, to be looked at; they change through the block only.
+    class Items {
+    public:
+        auto begin() const { return list_.begin(); }
+        auto end() const { return list_.end(); }
+        std::size_t size() const { return list_.size(); }
+        bool empty() const { return list_.empty(); }
+        PiaItem* operator[](std::size_t index) const { return list_[index]; }
+
+    private:
+        friend class PiaBlock;
+        std::vector<PiaItem*> list_;
+    };
+
+    explicit PiaBlock(std::wstring_view itemName);
+    /// Destroys the children in order, however deep they nest.
+    ~PiaBlock() override;
+
+    Items items;
+
+    /// The first child of exactly this name (case-sensitive) and type, or null.
+    PiaItem* findItem(std::wstring_view itemName, PiaItemType itemType) const;
+
+    /// Takes `item` to the end of the list. When a child has its name and type already, returns
+    /// false and leaves `item` with the caller.
+    [[nodiscard]] bool addItem(PiaItem* item);
+
+    /// Makes an item, in the arena of this tree if it has one, and adds it: false when a child has
+    /// that name and type already. A name that is a key is not copied.
+    [[nodiscard]] bool addString(PiaKey key, std::wstring_view text);
+    [[nodiscard]] bool addBool(PiaKey key, bool flag);
+    [[nodiscard]] bool addBin(PiaKey key, std::wstring_view text);
+    [[nodiscard]] bool addInt(PiaKey key, int number);
+    [[nodiscard]] bool addDouble(PiaKey key, double number, int precision = -1);
+    template <PiaRuntimeName Name>
+    [[nodiscard]] bool addString(const Name& itemName, std::wstring_view text) {
+        return addStringNamed(itemName, text);
+    }
+    template <PiaRuntimeName Name>
+    [[nodiscard]] bool addDouble(const Name& itemName, double number, int precision = -1) {
+        return addDoubleNamed(itemName, number, precision);
+    }
+    /// The same for a block: the new child, or null when there is one of that name already.
+    [[nodiscard]] PiaBlock* addBlock(PiaKey key);
+    template <PiaRuntimeName Name>
+    [[nodiscard]] PiaBlock* addBlock(const Name& itemName) {
+        return addBlockNamed(itemName);
+    }
+
+    /// Copies the string of that name; false when there is none, and `out` stays.
+    [[nodiscard]] bool getString(std::wstring& out, std::wstring_view itemName) const;
+    /// Scans the number of that name as "%lf" (see `ut::scanDouble`); false when there is none or
+    /// it does not convert, and `out` stays.
+    [[nodiscard]] bool getDouble(double& out, std::wstring_view itemName) const;
+    /// Scans the number of that name as "%d" (see `ut::scanInt`), likewise.
+    [[nodiscard]] bool getInt(int& out, std::wstring_view itemName) const;
+
+    /// Puts the children into the order of a stable sort by name, in UTF-16 units.
+    void sortItems();
+
+private:
+    friend class PiaArena;
+    PiaBlock(InArena, PiaKey borrowedName, PiaArena* arena);
+
+    bool addStringNamed(std::wstring_view itemName, std::wstring_view text);
+    bool addDoubleNamed(std::wstring_view itemName, double number, int precision);
+    PiaBlock* addBlockNamed(std::wstring_view itemName);
+    static void destroy(PiaItem* item);
+    /// `addItem` that destroys what it refuses.
+    bool adopt(PiaItem* item);
+    template <class Item, class Value>
+    Item* make(PiaKey key, Value&& itemValue);
+    template <class Item, class Value>
+    Item* makeNamed(std::wstring_view itemName, Value&& itemValue);
+    void indexItems();
+
+    /// Where new children of this block are made; null for the heap.
+    PiaArena* arena_ = nullptr;
+    /// One bit for each of 64 classes of names: a clear bit proves that a name is new.
+    std::uint64_t nameClasses_ = 0;
+    /// Where the next lookup starts: readers ask for keys in the order of the file.
+    mutable std::size_t nextLookup_ = 0;
+    /// Exists once the block is large.
+    std::unique_ptr<PiaNameIndex> index_;
+};
+
+/// A tree whose items live in one arena: the fast way to build one for writing. Items that the
+/// caller makes with `new` and adds are destroyed with it all the same.
+class PLATEN_API PiaTree {
+public:
+    PiaTree();
+    ~PiaTree();
+    PiaTree(PiaTree&&) noexcept;
+    PiaTree& operator=(PiaTree&&) noexcept;
+
+    /// The root block; its name is empty.
+    PiaBlock& root() { return *root_; }
+    const PiaBlock& root() const { return *root_; }
+    PiaArena& arena() { return *arena_; }
+
+private:
+    std::unique_ptr<PiaArena> arena_;
+    /// In the arena, which destroys it.
+    PiaBlock* root_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Reports
+
+/// Everything that a reader or writer can find. Each has a stable word (`piaCodeWord`), a sentence
+/// and a remedy.
+enum class PiaCode {
+    // The file and its container.
+    FileUnreadable,
+    FileTooLarge,
+    FileTooShort,
+    HeaderText,
+    BodyLength,
+    CompressedLength,
+    Checksum,
+    StreamTruncated,
+    StreamCorrupt,
+    BytesAfterStream,
+    BodyTooLarge,
+    // Body text.
+    LineInvalid,
+    NameEmpty,
+    NameHasSpace,
+    BraceBeforeEquals,
+    ValueEmpty,
+    Duplicate,
+    BinUnterminated,
+    TooDeep,
+    TooManyItems,
+    MissingClosingBrace,
+    LineSplit,
+    TextIgnored,
+    NulInLine,
+    LineDecodedLeniently,
+    // JSON bodies.
+    JsonMissing,
+    JsonSyntax,
+    JsonNoData,
+    JsonNumberRange,
+    JsonMemberSkipped,
+    // Documents.
+    KeyMissing,
+    ValueInvalid,
+    IndexInvalid,
+    CountWrong,
+    StyleUnknown,
+    // Writing.
+    LineBreakInValue,
+    LineCut,
+    NotReadBack,
+    CharacterLost,
+    FileUnwritable,
+};
+
+/// The stable word of a code, such as "checksum-mismatch".
+PLATEN_API const char* piaCodeWord(PiaCode code);
+/// One English sentence without its full stop.
+PLATEN_API const char* piaCodeMessage(PiaCode code);
+/// What to do about it, as one English sentence without its full stop.
+PLATEN_API const char* piaCodeRemedy(PiaCode code);
+
+/// One finding: what, where, what was expected and what was there. Unknown parts are empty.
+struct PLATEN_API PiaFinding {
+    PiaCode code{};
+    /// Byte offset in the file for findings in the container and in JSON bodies, in the
+    /// uncompressed body for findings in body text.
+    std::optional<std::uint64_t> offset{};
+    /// Line of the body text, from 1.
+    std::optional<std::uint64_t> line{};
+    /// Names from the root, joined by "/".
+    std::wstring path{};
+    std::wstring expected{};
+    std::wstring found{};
+
+    /// Everything known in one line, UTF-8.
+    std::string describe() const;
+};
+
+/// What happened while a file was read or written.
+class PLATEN_API PiaReport {
+public:
+    /// At most this many warnings are kept; the rest is counted.
+    static constexpr std::size_t maxWarnings = 1000;
+
+    /// Why it failed; empty when it did not.
+    const std::optional<PiaFinding>& failure() const { return failure_; }
+    const std::vector<PiaFinding>& warnings() const { return warnings_; }
+    /// The number of warnings, kept or not.
+    std::size_t warningCount() const { return warningCount_; }
+
+    void warn(PiaFinding finding);
+    /// Notes why it failed, the first reason winning, and returns false.
+    bool fail(PiaFinding finding);
+    void clear();
+
+private:
+    std::optional<PiaFinding> failure_;
+    std::vector<PiaFinding> warnings_;
+    std::size_t warningCount_ = 0;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Files
+
+/// The file kind in the header. Plot configurations and plot model parameters share `Pc3`.
+enum class PiaKind : int { Ctb = 0, Stb = 1, Pc3 = 2 };
+
+/// What a reader refuses, so that memory and time stay bounded.
+struct PiaLimits {
+    /// Size of the file and of the uncompressed body, in bytes.
+    std::uint64_t bodyBytes = std::uint64_t{256} << 20U;
+    /// Blocks inside blocks; the root is depth 0.
+    std::size_t depth = 128;
+    /// Items in the whole tree.
+    std::size_t items = std::size_t{4} << 20U;
+};
+
+struct PiaReadOptions {
+    PiaLimits limits;
+    /// Verified parts that do not hold fail the read; the others are warnings.
+    bool verifyHeaderText = false;
+    bool verifyLengths = false;
+    bool verifyChecksum = false;
+};
+
+enum class PiaEncoding { Utf8, Ansi };
+
+/// What the container of a file says and whether it holds.
+struct PLATEN_API PiaContainer {
+    /// 2: line text, compressed; 3: JSON.
+    int version = 0;
+    /// The kind in the header of a version-2 file; empty when the header text is not a known one.
+    std::optional<PiaKind> kind;
+    std::uint64_t bodyBytes = 0;
+    /// Bytes of the zlib stream; 0 in version 3.
+    std::uint64_t compressedBytes = 0;
+    std::uint32_t storedChecksum = 0;
+    std::uint32_t actualChecksum = 0;
+    PiaEncoding encoding = PiaEncoding::Utf8;
+
+    bool checksumHolds() const { return storedChecksum == actualChecksum; }
+};
+
+/// Serves the body lines of a version-2 file.
+class PLATEN_API PiaFileIn {
+public:
+    PiaFileIn();
+    ~PiaFileIn();
+    PiaFileIn(PiaFileIn&&) noexcept;
+    PiaFileIn& operator=(PiaFileIn&&) noexcept;
+
+    /// Reads and inflates the file. 0 on success; -2 when the file system fails or the file is
+    /// refused; otherwise zlib's error code.
+    [[nodiscard]] int open(const wchar_t* path);
+    [[nodiscard]] int open(const wchar_t* path, const PiaReadOptions& options);
+    /// The same with the file's bytes, which are borrowed for the call only.
+    [[nodiscard]] int openBytes(std::string_view bytes, const PiaReadOptions& options);
+
+    /// The next line without its line feed, or null at the end. At most 511 bytes are taken at a
+    /// time: the rest of a longer line is the next line. The text is valid until the next call.
+    const wchar_t* readLine();
+
+    const PiaContainer& container() const;
+    const PiaReport& report() const;
+    /// The uncompressed body as it stands.
+    std::string_view body() const;
+
+private:
+    friend class PiaInput;
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+/// Writes a tree as a version-2 file.
+class PLATEN_API PiaFileOut {
+public:
+    void setKind(int kind) { kind_ = kind; }
+    void setKind(PiaKind kind) { kind_ = static_cast<int>(kind); }
+
+    /// Writes the whole file or leaves `path` as it was. What a reader would not read back as it
+    /// stands in the tree is a warning of the report; a line break in a name or value fails the
+    /// write.
+    [[nodiscard]] bool write(const PiaBlock* root, const wchar_t* path);
+    /// The bytes that `write` would put into the file.
+    [[nodiscard]] bool encode(const PiaBlock& root, ut::ByteBuffer& file);
+
+    /// 0 after success, -2 for the file system (or a refused tree), otherwise zlib's error code.
+    int status() const { return status_; }
+    const PiaReport& report() const { return report_; }
+
+private:
+    bool encodeParts(const PiaBlock& root, std::string& header, ut::ByteBuffer& stream);
+
+    int kind_ = static_cast<int>(PiaKind::Ctb);
+    int status_ = 0;
+    PiaReport report_;
+};
+
+/// Reads a plotter file of either version into a tree.
+class PLATEN_API PiaInput {
+public:
+    PiaInput();
+    ~PiaInput();
+    PiaInput(PiaInput&&) noexcept;
+    PiaInput& operator=(PiaInput&&) noexcept;
+
+    /// Chooses the reader by the sixteenth byte ("2": line text, otherwise JSON) and parses. False
+    /// leaves no tree; `report` says why. The header's text, lengths and checksum are not verified
+    /// unless the options ask for it.
+    [[nodiscard]] bool open(const wchar_t* path);
+    [[nodiscard]] bool open(const wchar_t* path, const PiaReadOptions& options);
+    /// The same with a file's bytes, which are borrowed for the call only.
+    [[nodiscard]] bool openBytes(std::string_view file, const PiaReadOptions& options = {});
+    /// Parses body text, as it stands inside a version-2 file.
+    [[nodiscard]] bool openBody(std::string_view body, const PiaReadOptions& options = {});
+
+    /// The tree, owned by this object; null before a successful `open`.
+    PiaBlock* root();
+    const PiaBlock* root() const;
+    const PiaContainer& container() const { return container_; }
+    /// Why the last `open` failed, and what it tolerated.
+    const PiaReport& report() const { return report_; }
+    /// Where documents note why they reject the tree.
+    PiaReport& report() { return report_; }
+    /// The uncompressed body of a version-2 file, or the text of a version-3 file; empty after a
+    /// failed `open`.
+    std::string_view body() const;
+
+private:
+    class Impl;
+    class Pia2InputImpl;
+    class Pia3InputImpl;
+
+    void reset();
+    /// Drops the partly built tree unless `done`, and returns it.
+    bool keepIf(bool done);
+
+    std::unique_ptr<Impl> impl_;
+    PiaContainer container_;
+    PiaReport report_;
+};

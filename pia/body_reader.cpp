@@ -1,0 +1,257 @@
+#include "pia/body_reader.h"
+
+#include <algorithm>
+
+#include "pia/arena.h"
+#include "utcore.h"
+
+namespace {
+
+template <class Char>
+using Text = std::basic_string_view<Char>;
+
+template <class Char>
+constexpr Char as(char character) {
+    return static_cast<Char>(character);
+}
+
+template <class Char>
+std::wstring widen(Text<Char> text) {
+    return {text.begin(), text.end()};
+}
+
+/// True when `text` is `word` (lower case), ignoring the case of ASCII letters.
+template <class Char>
+bool isWord(Text<Char> text, std::string_view word) {
+    return std::equal(text.begin(), text.end(), word.begin(), word.end(),
+                      [](Char character, char letter) {
+                          return character == as<Char>(letter) ||
+                                 character == static_cast<Char>(letter - 'a' + 'A');
+                      });
+}
+
+template <class Char>
+bool isBlank(Text<Char> text) {
+    return text.find_first_not_of(as<Char>(' ')) == Text<Char>::npos;
+}
+
+}  // namespace
+
+PiaBodyReader::PiaBodyReader(std::string_view body, PiaEncoding encoding, const PiaLimits& limits,
+                             PiaTree& tree, PiaReport& report)
+    : lines_(body),
+      decoder_(encoding),
+      asciiBody_(ut::isAscii(body)),
+      limits_(limits),
+      arena_(tree.arena()),
+      report_(report),
+      names_(tree.arena()),
+      blocks_{&tree.root()} {}
+
+bool PiaBodyReader::read() {
+    std::string_view piece;
+    while (next(piece)) {
+        if (piece.empty()) {
+            continue;
+        }
+        if (isPlain(piece) ? !readLine(piece) : !readLine(std::wstring_view(decoded(piece)))) {
+            return false;
+        }
+    }
+    if (blocks_.size() > 1) {
+        PiaFinding finding = here(PiaCode::MissingClosingBrace);
+        finding.path = pathOf({});
+        finding.found = std::to_wstring(blocks_.size() - 1) + L" open";
+        report_.warn(std::move(finding));
+    }
+    return true;
+}
+
+template <class Char>
+bool PiaBodyReader::readLine(Text<Char> line) {
+    const bool insideBlock = blocks_.size() > 1;
+    const std::size_t equals = line.find(as<Char>('='));
+    if (equals != Text<Char>::npos) {
+        if (insideBlock && line.substr(0, equals).find(as<Char>('}')) != Text<Char>::npos) {
+            return fail(PiaCode::BraceBeforeEquals, line);
+        }
+        return readItem(line, equals);
+    }
+    if (insideBlock && line.find(as<Char>('}')) != Text<Char>::npos) {
+        closeBlock(line);
+        return true;
+    }
+    const std::size_t brace = line.find(as<Char>('{'));
+    if (brace != Text<Char>::npos) {
+        return openBlock(line, brace);
+    }
+    return fail(PiaCode::LineInvalid, line, L"name=value, name{ or }");
+}
+
+template <class Char>
+Text<Char> PiaBodyReader::nameIn(Text<Char> text) {
+    const std::size_t first = text.find_first_not_of(as<Char>(' '));
+    if (first == Text<Char>::npos) {
+        fail(PiaCode::NameEmpty, text);
+        return {};
+    }
+    const Text<Char> name = text.substr(first);
+    const std::size_t end = name.find(as<Char>(' '));
+    if (end != Text<Char>::npos && !isBlank(name.substr(end))) {
+        fail(PiaCode::NameHasSpace, name);
+        return {};
+    }
+    return name.substr(0, end);
+}
+
+template <class Char>
+bool PiaBodyReader::readItem(Text<Char> line, std::size_t equals) {
+    const Text<Char> nameText = nameIn(line.substr(0, equals));
+    if (nameText.empty() || !mayAddItem()) {
+        return false;
+    }
+    const Text<Char> value = line.substr(equals + 1);
+    if (value.empty()) {
+        return fail(PiaCode::ValueEmpty, line);
+    }
+    const PiaKey name = names_.intern(nameText);
+    if (value.front() == as<Char>('\\')) {
+        return readBin(name, value.substr(1));
+    }
+    warnOfSplit();
+    if (value.front() == as<Char>('"')) {
+        return add<PiaStr>(name, widen(value.substr(1)));
+    }
+    if (isWord(value, "true")) {
+        return add<PiaBool>(name, true);
+    }
+    if (isWord(value, "false")) {
+        return add<PiaBool>(name, false);
+    }
+    return add<PiaNum>(name, widen(value));
+}
+
+template <class Char>
+bool PiaBodyReader::readBin(PiaKey name, Text<Char> begin) {
+    std::wstring value;
+    // True when `text` ends the value.
+    const auto take = [&](auto text) {
+        using Piece = decltype(text);
+        const std::size_t end = text.find(as<typename Piece::value_type>('\\'));
+        const Piece part = text.substr(0, end);
+        value.append(part.begin(), part.end());
+        if (end == Piece::npos) {
+            return false;
+        }
+        if (end + 1 < text.size()) {
+            report_.warn(here(PiaCode::TextIgnored));
+        }
+        return true;
+    };
+    bool ended = take(begin);
+    while (!ended) {
+        std::string_view piece;
+        if (!next(piece)) {
+            PiaFinding finding = here(PiaCode::BinUnterminated);
+            finding.path = pathOf(name.text());
+            return report_.fail(std::move(finding));
+        }
+        ended = isPlain(piece) ? take(piece) : take(std::wstring_view(decoded(piece)));
+    }
+    return add<PiaBin>(name, std::move(value));
+}
+
+template <class Char>
+bool PiaBodyReader::openBlock(Text<Char> line, std::size_t brace) {
+    const Text<Char> nameText = nameIn(line.substr(0, brace));
+    if (nameText.empty() || !mayAddItem()) {
+        return false;
+    }
+    if (blocks_.size() > limits_.depth) {
+        return fail(PiaCode::TooDeep, line, L"at most " + std::to_wstring(limits_.depth));
+    }
+    if (!isBlank(line.substr(brace + 1))) {
+        report_.warn(here(PiaCode::TextIgnored));
+    }
+    warnOfSplit();
+    PiaBlock* block = arena_.makeBlock(names_.intern(nameText));
+    if (!blocks_.back()->addItem(block)) {
+        PiaFinding finding = here(PiaCode::Duplicate);
+        finding.path = pathOf(block->name);
+        block->~PiaBlock();
+        return report_.fail(std::move(finding));
+    }
+    blocks_.push_back(block);
+    return true;
+}
+
+template <class Char>
+void PiaBodyReader::closeBlock(Text<Char> line) {
+    const std::size_t brace = line.find(as<Char>('}'));
+    if (!isBlank(line.substr(0, brace)) || !isBlank(line.substr(brace + 1))) {
+        report_.warn(here(PiaCode::TextIgnored));
+    }
+    blocks_.pop_back();
+}
+
+template <class Item, class... Args>
+bool PiaBodyReader::add(PiaKey name, Args&&... args) {
+    Item* item = arena_.make<Item>(name, std::forward<Args>(args)...);
+    if (blocks_.back()->addItem(item)) {
+        return true;
+    }
+    item->~Item();
+    PiaFinding finding = here(PiaCode::Duplicate);
+    finding.path = pathOf(name.text());
+    return report_.fail(std::move(finding));
+}
+
+bool PiaBodyReader::mayAddItem() {
+    if (++itemCount_ <= limits_.items) {
+        return true;
+    }
+    return fail(PiaCode::TooManyItems, std::string_view(),
+                L"at most " + std::to_wstring(limits_.items));
+}
+
+bool PiaBodyReader::isPlain(std::string_view piece) const {
+    return asciiBody_ || ut::isAscii(piece);
+}
+
+const std::wstring& PiaBodyReader::decoded(std::string_view piece) {
+    decoder_.decode(piece, decodedLine_, lines_, report_);
+    return decodedLine_;
+}
+
+void PiaBodyReader::warnOfSplit() {
+    if (lines_.lineGoesOn()) {
+        report_.warn(here(PiaCode::LineSplit));
+    }
+}
+
+std::wstring PiaBodyReader::pathOf(std::wstring_view name) const {
+    std::wstring path;
+    for (const PiaBlock* block : blocks_) {
+        if (!block->name.empty()) {
+            path.append(block->name.view()).append(L"/");
+        }
+    }
+    path.append(name);
+    if (name.empty() && !path.empty()) {
+        path.pop_back();
+    }
+    return path;
+}
+
+PiaFinding PiaBodyReader::here(PiaCode code) const {
+    return {.code = code, .offset = lines_.offset(), .line = lines_.line()};
+}
+
+template <class Char>
+bool PiaBodyReader::fail(PiaCode code, Text<Char> found, std::wstring expected) {
+    PiaFinding finding = here(code);
+    finding.path = pathOf({});
+    finding.found = widen(found);
+    finding.expected = std::move(expected);
+    return report_.fail(std::move(finding));
+}

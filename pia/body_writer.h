@@ -1,0 +1,15 @@
+/// Writes a tree as body text.
+#pragma once
+
+#include <string>
+
+#include "pia.h"
+
+/// Appends the body text of the root block in the ANSI code page, lines cut at 511 characters as
+/// every reader of the format expects. What a reader would not read back as it stands in the tree
+/// is a warning. False, with the reason in the report, when a name or value holds a line break:
+/// it would read as other lines.
+[[nodiscard]] bool piaWriteBody(const PiaBlock& root, std::string& body, PiaReport& report);
+
+/// The text of the children of `block` for people: UTF-8, nothing cut, nothing checked.
+std::string piaBodyText(const PiaBlock& block);

@@ -1,0 +1,155 @@
+#include <iconv.h>
+
+#include <cerrno>
+#include <mutex>
+#include <utility>
+
+#include "platform/utcore/code_page.h"
+#include "utcore.h"
+
+namespace ut {
+
+namespace {
+
+/// Windows code page 1252 from 0x80 to 0x9F; from 0xA0 on it is Latin-1. Built in, because it is
+/// the start value and a small system may come without the C library's conversion modules.
+constexpr std::array<wchar_t, 32> windows1252 = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+/// An iconv conversion between a code page and wide text.
+class Converter {
+public:
+    Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+    ~Converter() {
+        if (isOpen()) {
+            iconv_close(handle_);
+        }
+    }
+
+    bool isOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+    /// Converts what it can of `input`, removes it from there and returns the number of bytes
+    /// written to `output`. `error` is 0 or the reason why some input is left.
+    std::size_t convert(std::string_view& input, char* output, std::size_t room, int& error) {
+        // iconv takes a pointer to bytes that it does not write to.
+        char* in = const_cast<char*>(input.data());
+        std::size_t left = input.size();
+        char* out = output;
+        constexpr auto failed = static_cast<std::size_t>(-1);
+        error = iconv(handle_, &in, &left, &out, &room) == failed ? errno : 0;
+        // Pages with combining characters hold the last one back, to join it with the next.
+        if (iconv(handle_, nullptr, nullptr, &out, &room) == failed && error == 0) {
+            error = errno;
+        }
+        input.remove_prefix(input.size() - left);
+        return static_cast<std::size_t>(out - output);
+    }
+
+private:
+    iconv_t handle_;
+};
+
+/// A page with characters of several bytes.
+class MultiByteCodePage : public CodePage {
+public:
+    explicit MultiByteCodePage(const std::string& name)
+        : CodePage(name), fromBytes_("WCHAR_T", name.c_str()), toBytes_(name.c_str(), "WCHAR_T") {}
+
+    std::wstring decode(std::string_view bytes) const override {
+        const std::lock_guard lock(mutex_);
+        std::wstring text;
+        while (!bytes.empty()) {
+            // No page has more characters than bytes.
+            std::wstring part(bytes.size(), L'\0');
+            int error = 0;
+            const std::size_t written =
+                fromBytes_.convert(bytes, reinterpret_cast<char*>(part.data()),
+                                   part.size() * sizeof(wchar_t), error);
+            text.append(part, 0, written / sizeof(wchar_t));
+            if (!bytes.empty()) {
+                text += static_cast<wchar_t>(static_cast<unsigned char>(bytes.front()));
+                bytes.remove_prefix(1);
+            }
+        }
+        return text;
+    }
+
+    bool encode(char32_t character, std::string& bytes) const override {
+        const std::lock_guard lock(mutex_);
+        const auto wide = static_cast<wchar_t>(character);
+        std::string_view input(reinterpret_cast<const char*>(&wide), sizeof(wide));
+        std::array<char, 32> output;
+        int error = 0;
+        const std::size_t written = toBytes_.convert(input, output.data(), output.size(), error);
+        if (error != 0) {
+            return false;
+        }
+        bytes.append(output.data(), written);
+        return true;
+    }
+
+private:
+    /// An iconv handle serves one thread at a time.
+    mutable std::mutex mutex_;
+    mutable Converter fromBytes_;
+    mutable Converter toBytes_;
+};
+
+bool isUtf8Name(const std::string& name) {
+    std::wstring letters(name.begin(), name.end());
+    std::erase(letters, L'-');
+    return equalNoCase(letters, L"utf8");
+}
+
+}  // namespace
+
+std::unique_ptr<CodePage> defaultCodePage() {
+    SingleByteCodePage::Characters characters{};
+    for (std::size_t byte = 0; byte < characters.size(); ++byte) {
+        const bool special = byte >= 0x80 && byte - 0x80 < windows1252.size();
+        characters[byte] = special ? windows1252[byte - 0x80] : static_cast<wchar_t>(byte);
+    }
+    return std::make_unique<SingleByteCodePage>("WINDOWS-1252", characters);
+}
+
+std::unique_ptr<CodePage> openCodePage(const std::string& name) {
+    if (isUtf8Name(name)) {
+        return std::make_unique<Utf8CodePage>(name);
+    }
+    // To iconv, an empty name is the locale's, and what follows a slash asks for look-alikes in
+    // place of characters that the page does not hold.
+    if (name.empty() || name.find('/') != std::string::npos) {
+        return nullptr;
+    }
+    Converter converter("WCHAR_T", name.c_str());
+    if (!converter.isOpen()) {
+        return nullptr;
+    }
+    bool multiByte = false;
+    SingleByteCodePage::Characters characters{};
+    for (std::size_t byte = 0; byte < characters.size(); ++byte) {
+        const char input = static_cast<char>(byte);
+        std::string_view rest(&input, 1);
+        std::array<wchar_t, 4> output{};
+        int error = 0;
+        const std::size_t written =
+            converter.convert(rest, reinterpret_cast<char*>(output.data()), sizeof(output), error);
+        const bool defined = error == 0 && written == sizeof(wchar_t);
+        multiByte = multiByte || error == EINVAL;
+        characters[byte] = defined ? output[0] : static_cast<wchar_t>(byte);
+        // A page that gives ASCII another meaning, or none, would garble the syntax of a body.
+        if (byte < 0x80 && (!defined || output[0] != static_cast<wchar_t>(byte))) {
+            return nullptr;
+        }
+    }
+    if (multiByte) {
+        return std::make_unique<MultiByteCodePage>(name);
+    }
+    return std::make_unique<SingleByteCodePage>(name, characters);
+}
+
+}  // namespace ut

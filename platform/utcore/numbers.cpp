@@ -1,0 +1,167 @@
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "platform/utcore/ascii.h"
+#include "utcore.h"
+
+namespace ut {
+
+namespace {
+
+bool isDigit(wchar_t character) {
+    return character >= L'0' && character <= L'9';
+}
+
+/// The characters that a number can have after its sign, hexadecimal ones included.
+bool isNumeric(wchar_t character) {
+    return isDigit(character) || (character >= L'a' && character <= L'f') ||
+           (character >= L'A' && character <= L'F') || character == L'.' || character == L'+' ||
+           character == L'-' || character == L'x' || character == L'X' || character == L'p' ||
+           character == L'P';
+}
+
+/// Removes leading white space and one sign. True when the sign is a minus.
+bool takeSign(std::wstring_view& text) {
+    std::size_t at = 0;
+    while (at < text.size() && isSpace(text[at])) {
+        ++at;
+    }
+    const bool negative = at < text.size() && text[at] == L'-';
+    if (negative || (at < text.size() && text[at] == L'+')) {
+        ++at;
+    }
+    text.remove_prefix(at);
+    return negative;
+}
+
+/// Tells which end of the range a number left that `std::from_chars` calls out of range. True when
+/// it is nearer to 0 than any double, by its first digit's place and its exponent.
+bool isTiny(std::string_view number, bool hexadecimal) {
+    const std::size_t mark = number.find_first_of(hexadecimal ? "pP" : "eE");
+    const std::string_view digits = number.substr(0, mark);
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    const std::size_t first = digits.find_first_not_of("0.");
+    auto place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    if (hexadecimal) {
+        place *= 4;
+    }
+    if (mark == std::string_view::npos) {
+        return place < 0;
+    }
+    number.remove_prefix(mark + 1);
+    if (number.starts_with('+')) {
+        number.remove_prefix(1);
+    }
+    std::int64_t exponent = 0;
+    if (std::from_chars(number.data(), number.data() + number.size(), exponent).ec ==
+        std::errc::result_out_of_range) {
+        return number.front() == '-';
+    }
+    return place + exponent < 0;
+}
+
+std::errc convert(std::string_view number, std::chars_format format, double& value) {
+    const std::from_chars_result result =
+        std::from_chars(number.data(), number.data() + number.size(), value, format);
+    if (result.ec == std::errc::result_out_of_range) {
+        number = number.substr(0, static_cast<std::size_t>(result.ptr - number.data()));
+        if (isTiny(number, format == std::chars_format::hex)) {
+            value = 0;
+            return {};
+        }
+    }
+    return result.ec;
+}
+
+}  // namespace
+
+bool scanInt(std::wstring_view text, std::int32_t& value) {
+    const bool negative = takeSign(text);
+    if (text.empty() || !isDigit(text.front())) {
+        return false;
+    }
+    const std::uint64_t limit = negative ? 0x80000000u : 0xFFFFFFFFu;
+    std::uint64_t magnitude = 0;
+    for (const wchar_t character : text) {
+        if (!isDigit(character)) {
+            break;
+        }
+        magnitude = magnitude * 10 + static_cast<std::uint64_t>(character - L'0');
+        if (magnitude > limit) {
+            return false;
+        }
+    }
+    const auto bits = static_cast<std::uint32_t>(magnitude);
+    value = static_cast<std::int32_t>(negative ? 0u - bits : bits);
+    return true;
+}
+
+bool scanDouble(std::wstring_view text, double& value) {
+    const bool negative = takeSign(text);
+    // This also keeps out what only the conversion below knows: "inf", "nan" and a second sign.
+    if (text.empty() || !(isDigit(text.front()) || text.front() == L'.')) {
+        return false;
+    }
+    std::size_t length = 0;
+    while (length < text.size() && isNumeric(text[length])) {
+        ++length;
+    }
+    text = text.substr(0, length);
+
+    std::array<char, 64> usual;
+    std::string unusual;
+    char* characters = usual.data();
+    if (length > usual.size()) {
+        unusual.resize(length);
+        characters = unusual.data();
+    }
+    narrowAscii(text, characters);
+    const std::string_view number(characters, length);
+
+    double magnitude = 0;
+    std::errc error{};
+    if (number.starts_with("0x") || number.starts_with("0X")) {
+        const std::string_view digits = number.substr(2);
+        error = digits.starts_with('-') ? std::errc::invalid_argument
+                                        : convert(digits, std::chars_format::hex, magnitude);
+        if (error == std::errc::invalid_argument) {
+            // The number ends before the "x": it is 0.
+            error = {};
+        }
+    } else {
+        error = convert(number, std::chars_format::general, magnitude);
+    }
+    if (error != std::errc()) {
+        return false;
+    }
+    value = negative ? -magnitude : magnitude;
+    return true;
+}
+
+std::wstring formatFixed(double value, int precision) {
+    if (std::isnan(value)) {
+        return L"nan";
+    }
+    const int digits = precision < 0 ? 6 : precision;
+    // A sign, the point and the longest integer part.
+    constexpr std::size_t longest = std::numeric_limits<double>::max_exponent10 + 3;
+    std::array<char, longest + 32> usual;
+    std::string unusual;
+    char* characters = usual.data();
+    std::size_t room = usual.size();
+    if (digits > 32) {
+        unusual.resize(longest + static_cast<std::size_t>(digits));
+        characters = unusual.data();
+        room = unusual.size();
+    }
+    const std::to_chars_result result =
+        std::to_chars(characters, characters + room, value, std::chars_format::fixed, digits);
+    return {characters, result.ptr};
+}
+
+}  // namespace ut

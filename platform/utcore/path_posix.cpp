@@ -1,0 +1,15 @@
+#include "platform/utcore/path.h"
+#include "utcore.h"
+
+namespace ut {
+
+bool isPathSeparator(wchar_t character) {
+    return character == L'/';
+}
+
+std::wstring correctSlashes(std::wstring_view path) {
+    // A backslash is a character like any other in a file's name.
+    return std::wstring(path);
+}
+
+}  // namespace ut

@@ -1,0 +1,18 @@
+#include <algorithm>
+
+#include "platform/utcore/path.h"
+#include "utcore.h"
+
+namespace ut {
+
+bool isPathSeparator(wchar_t character) {
+    return character == L'\\' || character == L'/' || character == L':';
+}
+
+std::wstring correctSlashes(std::wstring_view path) {
+    std::wstring corrected(path);
+    std::replace(corrected.begin(), corrected.end(), L'/', L'\\');
+    return corrected;
+}
+
+}  // namespace ut

@@ -1,0 +1,23 @@
+#include <windows.h>
+
+#include "utcore.h"
+
+namespace ut {
+
+std::string SystemError::message() const {
+    if (code == 0) {
+        return {};
+    }
+    wchar_t text[512];
+    DWORD length = FormatMessageW(
+        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
+        nullptr, code, 0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    while (length > 0 && isSpace(text[length - 1])) {
+        --length;
+    }
+    return std::string(action) + ": " +
+           (length > 0 ? encodeUtf8(std::wstring_view(text, length))
+                       : "error " + std::to_string(code));
+}
+
+}  // namespace ut

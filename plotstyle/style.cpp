@@ -1,0 +1,71 @@
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <variant>
+
+#include "pia.h"
+#include "plotstyle.h"
+#include "plotstyle/index_name.h"
+#include "plotstyle/style_keys.h"
+#include "plotstyle/style_settings.h"
+#include "utcore.h"
+
+namespace {
+
+std::int32_t withBit(std::int32_t bits, std::int32_t bit, bool set) {
+    return set ? bits | bit : bits & ~bit;
+}
+
+}  // namespace
+
+void CPlotStyle::setDither(bool dither) { colorPolicy_ = withBit(colorPolicy_, ditherBit, dither); }
+
+void CPlotStyle::setGrayScale(bool grayScale) {
+    colorPolicy_ = withBit(colorPolicy_, grayScaleBit, grayScale);
+}
+
+bool CPlotStyle::init(const PiaBlock& block) {
+    PiaReport unread;
+    return node_keys::read<CPlotStyle>(PlotStyleKeys::all, block, *this,
+                                       {.parent = nullptr, .name = block.name.view()}, unread);
+}
+
+bool CPlotStyle::write(PiaBlock& parent, int index, bool writeModeColor) const {
+    PiaBlock* block = parent.addBlock(plot_style::IndexName(index).view());
+    return block != nullptr &&
+           node_keys::write<CPlotStyle>(
+               PlotStyleKeys::all, *this, *block, [&](const NodeKey<CPlotStyle>& key) {
+                   return writeModeColor || key.presence == KeyPresence::Required;
+               });
+}
+
+bool CPlotStyle::isEqual(const CPlotStyle& other, bool compareDescription) const {
+    return (!compareDescription || description_ == other.description_) &&
+           plot_style::settingsOf(*this) == plot_style::settingsOf(other);
+}
+
+void CPlotStyle::updateName(const wchar_t* name) {
+    // The text may be this style's own.
+    std::wstring localized = name;
+    name_ = localized;
+    std::replace_if(name_.begin(), name_.end(), ut::isSpace, L'_');
+    localizedName_ = std::move(localized);
+}
+
+bool CPlotStyle::read(ut::CIBinStream& stream) {
+    CPlotStyle style;
+    for (const NodeKey<CPlotStyle>& key : PlotStyleKeys::all) {
+        if (!std::visit([&](auto member) { return stream.read(style.*member); }, key.member)) {
+            return false;
+        }
+    }
+    *this = std::move(style);
+    return true;
+}
+
+bool CPlotStyle::write(ut::COBinStream& stream) const {
+    node_keys::visit<CPlotStyle>(
+        PlotStyleKeys::all, *this,
+        [&](std::wstring_view, const auto& value) { stream.write(value); });
+    return true;
+}

@@ -1,0 +1,229 @@
+#include <algorithm>
+#include <bitset>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "pia.h"
+#include "plotstyle.h"
+#include "plotstyle/entry_names.h"
+#include "plotstyle/index_name.h"
+#include "plotstyle/style_keys.h"
+#include "plotstyle/table_keys.h"
+#include "utcore.h"
+
+namespace {
+
+bool fail(PiaReport& report, PiaCode code, std::wstring path, std::wstring expected,
+          std::wstring_view found) {
+    PiaFinding finding;
+    finding.code = code;
+    finding.path = std::move(path);
+    finding.expected = std::move(expected);
+    finding.found = found;
+    return report.fail(std::move(finding));
+}
+
+/// A block whose children are named by numbers from 0.
+class NumberedBlock {
+public:
+    /// `count` is the number of places; all children are of `type`, in words `typeName`.
+    NumberedBlock(const PiaBlock& block, std::size_t count, PiaItemType type,
+                  const wchar_t* typeName, PiaReport& report)
+        : path_{.parent = nullptr, .name = block.name.view()},
+          block_(block),
+          count_(count),
+          type_(type),
+          typeName_(typeName),
+          report_(report) {}
+
+    const PiaPath& path() const { return path_; }
+
+    bool isFull() const {
+        return block_.items.size() == count_ ||
+               fail(report_, PiaCode::CountWrong, path_.join({}), std::to_wstring(count_),
+                    std::to_wstring(block_.items.size()));
+    }
+
+    /// The place of a child, when it has the type and its name is a number in range.
+    std::optional<std::size_t> placeOf(const PiaItem& item) const {
+        if (item.type != type_) {
+            fail(report_, PiaCode::ValueInvalid, path_.join(item.name), typeName_, {});
+            return std::nullopt;
+        }
+        const std::optional<std::size_t> place = plot_style::parseIndex(item.name, count_);
+        if (!place) {
+            fail(report_, PiaCode::IndexInvalid, path_.join(item.name),
+                 L"a number below " + std::to_wstring(count_), item.name);
+        }
+        return place;
+    }
+
+    /// Two names can spell one number: "1" and "01".
+    bool failTaken(const PiaItem& item) const {
+        return fail(report_, PiaCode::IndexInvalid, path_.join(item.name), L"a number not used yet",
+                    item.name);
+    }
+
+private:
+    PiaPath path_;
+    const PiaBlock& block_;
+    std::size_t count_;
+    PiaItemType type_;
+    const wchar_t* typeName_;
+    PiaReport& report_;
+};
+
+const PiaBlock* findBlock(const PiaBlock& root, PiaKey key) {
+    return static_cast<const PiaBlock*>(root.findItem(key.text(), PiaItemType::Block));
+}
+
+}  // namespace
+
+CPlotStyleTable* CPlotStyleTable::read(const wchar_t* path, PiaReport* report) {
+    PiaInput input;
+    auto table = std::make_unique<CPlotStyleTable>();
+    const bool done = input.open(path) && table->init(input);
+    if (report != nullptr) {
+        *report = std::move(input.report());
+    }
+    return done ? table.release() : nullptr;
+}
+
+bool CPlotStyleTable::init(PiaInput& input) {
+    const PiaBlock* root = input.root();
+    if (root == nullptr) {
+        return fail(input.report(), PiaCode::FileUnreadable, {}, L"an open file", {});
+    }
+    CPlotStyleTable fresh;
+    if (!fresh.initFrom(*root, input.report())) {
+        return false;
+    }
+    swap(fresh);
+    return true;
+}
+
+bool CPlotStyleTable::initAci(const PiaBlock& block) {
+    PiaReport unread;
+    return initAci(block, unread);
+}
+
+bool CPlotStyleTable::initCLW(const PiaBlock& block) {
+    PiaReport unread;
+    return initCLW(block, unread);
+}
+
+bool CPlotStyleTable::initFrom(const PiaBlock& root, PiaReport& report) {
+    if (!node_keys::read<CPlotStyleTable>(PlotStyleTableKeys::settings, root, *this, {}, report)) {
+        return false;
+    }
+    const PiaBlock* styles = findBlock(root, PlotStyleTableKeys::styles);
+    if (styles == nullptr) {
+        return fail(report, PiaCode::KeyMissing, std::wstring(PlotStyleTableKeys::styles.text()),
+                    L"a block", {});
+    }
+    if (!initStyles(*styles, report)) {
+        return false;
+    }
+    if (aciAvailable_) {
+        const PiaBlock* aci = findBlock(root, PlotStyleTableKeys::aciTable);
+        if (aci != nullptr ? !initAci(*aci, report) : !initAciByPosition(report)) {
+            return false;
+        }
+    }
+    const PiaBlock* weights = findBlock(root, PlotStyleTableKeys::lineWeights);
+    return weights == nullptr || initCLW(*weights, report);
+}
+
+bool CPlotStyleTable::initStyles(const PiaBlock& block, PiaReport& report) {
+    const NumberedBlock styles(block, block.items.size(), PiaItemType::Block, L"a block", report);
+    styles_.resize(block.items.size());
+    for (const PiaItem* item : block.items) {
+        const std::optional<std::size_t> place = styles.placeOf(*item);
+        if (!place) {
+            return false;
+        }
+        if (styles_[*place]) {
+            return styles.failTaken(*item);
+        }
+        styles_[*place] = std::make_unique<CPlotStyle>();
+        if (!node_keys::read<CPlotStyle>(
+                PlotStyleKeys::all, static_cast<const PiaBlock&>(*item), *styles_[*place],
+                {.parent = &styles.path(), .name = item->name.view()}, report)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
+    const NumberedBlock entries(block, CAciTable::count, PiaItemType::Str, L"a text", report);
+    if (!entries.isFull()) {
+        return false;
+    }
+    plot_style::EntryNames names;
+    std::bitset<CAciTable::count> taken;
+    for (const PiaItem* item : block.items) {
+        const std::optional<std::size_t> place = entries.placeOf(*item);
+        if (!place) {
+            return false;
+        }
+        if (taken[*place]) {
+            return entries.failTaken(*item);
+        }
+        taken.set(*place);
+        names.set(*place, static_cast<const PiaStr*>(item)->value);
+    }
+
+    auto aci = std::make_unique<CAciTable>();
+    for (auto style = styles_.begin(); style != styles_.end() && names.waiting() > 0; ++style) {
+        names.offer((*style)->name(),
+                    [&](std::size_t entry) { aci->styles_[entry] = style->get(); });
+    }
+    for (const PiaItem* item : block.items) {
+        if (aci->at(*plot_style::parseIndex(item->name, CAciTable::count)) == nullptr) {
+            return fail(report, PiaCode::StyleUnknown, entries.path().join(item->name),
+                        L"the name of a style", static_cast<const PiaStr*>(item)->value);
+        }
+    }
+    aci_ = std::move(aci);
+    usesAci_ = true;
+    return true;
+}
+
+bool CPlotStyleTable::initAciByPosition(PiaReport& report) {
+    if (styles_.size() != CAciTable::count) {
+        return fail(report, PiaCode::CountWrong, std::wstring(PlotStyleTableKeys::styles.text()),
+                    std::to_wstring(CAciTable::count) + L", as there is no " +
+                        PlotStyleTableKeys::aciTable.c_str(),
+                    std::to_wstring(styles_.size()));
+    }
+    aci_ = std::make_unique<CAciTable>();
+    std::transform(styles_.begin(), styles_.end(), aci_->styles_.begin(),
+                   [](const auto& style) { return style.get(); });
+    return true;
+}
+
+bool CPlotStyleTable::initCLW(const PiaBlock& block, PiaReport& report) {
+    const NumberedBlock weights(block, CCustomLineweightTable::count, PiaItemType::Num, L"a number",
+                                report);
+    if (!weights.isFull()) {
+        return false;
+    }
+    CCustomLineweightTable read;
+    for (const PiaItem* item : block.items) {
+        const std::optional<std::size_t> place = weights.placeOf(*item);
+        if (!place) {
+            return false;
+        }
+        const std::wstring& text = static_cast<const PiaNum*>(item)->value;
+        if (!ut::scanDouble(text, read[*place])) {
+            return fail(report, PiaCode::ValueInvalid, weights.path().join(item->name), L"a number",
+                        text);
+        }
+    }
+    customLineweights_ = read;
+    return true;
+}

@@ -1,0 +1,181 @@
+# Functions shared by ./run, ./test and scripts/*. Sourced; expects bash with -euo pipefail.
+
+export LC_ALL=C.UTF-8
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+# --- Packages ------------------------------------------------------------------------------------
+
+packages_build=(g++ cmake ninja-build ccache libwxgtk3.2-dev zlib1g-dev
+    nlohmann-json3-dev libcli11-dev)
+packages_bench=(libbenchmark-dev rapidjson-dev)
+packages_test=(libgtest-dev libgmock-dev)
+packages_sanitize=(clang libclang-rt-14-dev llvm)
+packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
+    nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache
+    wine wine64 xz-utils bzip2)
+
+# --- Messages: always on stderr, stdout belongs to the program that is run -----------------------
+
+say() { printf '%s\n' "$*" >&2; }
+
+die() {
+    say "error: $*"
+    exit 1
+}
+
+# Prints how far a build or a test run has come, reading its output: everything goes to the log,
+# and on stderr appears a line every 15 seconds at most, the first one after 5 seconds.
+# A short step therefore prints nothing.
+# condense LABEL LOG
+condense() {
+    local label=$1 log=$2 line='' position='' started=$SECONDS next=$((SECONDS + 5)) status
+    : >"$log"
+    while :; do
+        status=0
+        IFS= read -r -t 5 line || status=$?
+        if ((status > 128)); then # nothing was printed for a while; what was read is kept below
+            [[ -z $line ]] || printf '%s' "$line" >>"$log"
+        elif ((status != 0)); then
+            [[ -z $line ]] || printf '%s\n' "$line" >>"$log"
+            break
+        else
+            printf '%s\n' "$line" >>"$log"
+        fi
+        if [[ $line =~ ^\[([0-9]+/[0-9]+)\] || $line =~ ^\ *([0-9]+/[0-9]+)\ Test\  ]]; then
+            position=" ${BASH_REMATCH[1]}"
+        fi
+        if ((SECONDS >= next)); then
+            say "  $label$position ($((SECONDS - started)) s)"
+            next=$((SECONDS + 15))
+        fi
+    done
+}
+
+# Runs a step quietly. Its output goes to LOG; when it fails, the end of that is shown.
+# quietly LABEL LOG COMMAND...
+quietly() {
+    local label=$1 log=$2 status=0
+    shift 2
+    mkdir -p "$(dirname "$log")"
+    "$@" </dev/null 2>&1 | condense "$label" "$log" || status=$?
+    if ((status != 0)); then
+        say "error: $label failed (status $status):"
+        tail -n 120 "$log" | sed 's/^/  | /' >&2
+        say "  (all of it: $log)"
+    fi
+    return "$status"
+}
+
+# --- Installing packages -------------------------------------------------------------------------
+
+# Prints those of the packages that are not installed.
+missing_packages() {
+    local installed name
+    installed=" $(dpkg-query -W -f '${db:Status-Status}=${Package} ' "$@" 2>/dev/null || true)"
+    for name in "$@"; do
+        [[ $installed == *" installed=$name "* ]] || printf '%s\n' "$name"
+    done
+}
+
+# Installs what is missing of the packages; calls apt only when something is.
+need_packages() {
+    local missing
+    mapfile -t missing < <(missing_packages "$@" | sort -u)
+    ((${#missing[@]} > 0)) || return 0
+
+    local -a apt=(env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=600)
+    if ((EUID != 0)); then
+        die "these packages are missing: ${missing[*]}
+type: sudo apt-get update && sudo apt-get install --no-install-recommends ${missing[*]}"
+    fi
+    say "installing ${missing[*]}"
+    quietly "apt-get update" "$root/build/logs/apt-update.log" "${apt[@]}" update || return
+    quietly "apt-get install" "$root/build/logs/apt-install.log" \
+        "${apt[@]}" install --no-install-recommends "${missing[@]}"
+}
+
+# --- Folders -------------------------------------------------------------------------------------
+
+# A build machine may run us without HOME; ccache, Wine and the cache folder all need it.
+if [[ -z ${HOME:-} ]]; then
+    HOME=$(getent passwd "$(id -u)" | cut -d: -f6 || true)
+    [[ -n $HOME && -w $HOME ]] || HOME=$root/build/home
+    export HOME
+fi
+
+cache_folder=${XDG_CACHE_HOME:-$HOME/.cache}/platen
+
+# The folder of the Windows libraries, named after what it is made by.
+windows_prefix() {
+    local hash
+    hash=$(cat "$root/scripts/windows-recipe.sh" "$root/cmake/toolchain-mingw64.cmake" | sha256sum)
+    printf '%s/windows-%s\n' "$cache_folder" "${hash:0:16}"
+}
+
+# --- Building ------------------------------------------------------------------------------------
+
+# Builds targets of a preset (all when none is named), configuring it first when it is new or when
+# the presets or the Windows libraries have changed; CMake itself notices everything else.
+# build_preset PRESET [TARGET...]
+build_preset() {
+    local preset=$1 folder=$root/build/$1 made_from
+    shift
+    made_from=$(cksum <"$root/CMakePresets.json")
+    if [[ $preset == windows ]]; then
+        PLATEN_WINDOWS_PREFIX=$(windows_prefix)
+        [[ -d $PLATEN_WINDOWS_PREFIX ]] || "$root/scripts/windows-deps.sh" >/dev/null || return
+        export PLATEN_WINDOWS_PREFIX
+        made_from+=" $PLATEN_WINDOWS_PREFIX"
+    fi
+    mkdir -p "$folder"
+    (
+        flock 9
+        if [[ $(cat "$folder/made-from" 2>/dev/null || true) != "$made_from" ]]; then
+            rm -f "$folder/made-from"
+            cd "$root" || exit
+            quietly "configuring $preset" "$root/build/logs/configure-$preset.log" \
+                cmake --fresh --preset "$preset" || exit
+            printf '%s\n' "$made_from" >"$folder/made-from"
+        fi
+        quietly "building $preset" "$root/build/logs/build-$preset.log" \
+            ninja -C "$folder" "$@"
+    ) 9>"$folder/build.lock"
+}
+
+# --- Wine ----------------------------------------------------------------------------------------
+
+# Every checkout has a Wine of its own, so that two of them do not disturb each other.
+wine_environment() {
+    export WINEPREFIX=$root/build/windows/wineprefix
+    export WINEDEBUG=-all
+    # Wine's own helpers for .NET and HTML would be asked for in dialogs; nothing here needs them.
+    export WINEDLLOVERRIDES='mscoree=;mshtml='
+}
+
+# Makes this checkout's Wine prefix if it is missing. Several tests may come here at once.
+wine_prefix() {
+    [[ ! -d $WINEPREFIX ]] || return 0
+    mkdir -p "$root/build/windows"
+    (
+        flock 9
+        [[ ! -d $WINEPREFIX ]] || exit 0
+        final=$WINEPREFIX
+        export WINEPREFIX=$final.new
+        rm -rf "$WINEPREFIX"
+        # Wine's server lives on for seconds; it must not inherit the lock.
+        quietly "preparing Wine" "$root/build/logs/wine.log" make_wine_prefix 9>&-
+        mv -T "$WINEPREFIX" "$final"
+    ) 9>"$root/build/windows/wineprefix.lock"
+}
+
+# Starts Wine's services, for a server that has none yet, apart from our input and output: the first
+# program of a session starts them, and they would hold its output open long after it has ended.
+wine_services() {
+    wine cmd /c exit </dev/null >/dev/null 2>&1
+}
+
+# The prefix moves once it is complete, so its server has to end first.
+make_wine_prefix() {
+    env -u DISPLAY wineboot -i && wineserver -w
+}

@@ -1,0 +1,106 @@
+#include <gmock/gmock.h>
+
+#include "tests/command_support.h"
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace {
+
+using CommandUsageTest = CommandTest;
+
+TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
+    const std::vector<std::vector<std::string>> wrong{
+        {},
+        {"explain"},
+        {"info"},
+        {"info", "--frobnicate", "@a.ctb"},
+        {"get"},
+        {"check"},
+        {"convert", "@a.ctb"},
+        {"convert", "@a.ctb", "-o", "@a.ctb", "--to", "dwg"},
+        {"convert", "@a.ctb", "-o", "@a.unknown"},
+        {"convert", "@a.ctb", "-o", "@b.json", "--prefix", "Pen"},
+        {"create", "pc3", "-o", "@a.pc3"},
+        {"create", "ctb"},
+    };
+    prepare({"create", "ctb", "-o", "@a.ctb"});
+    const std::string before = read("a.ctb");
+    for (const std::vector<std::string>& arguments : wrong) {
+        const CommandResult result = run(arguments);
+        const std::string shown = testing::PrintToString(arguments);
+        EXPECT_EQ(result.code, 2) << shown;
+        EXPECT_THAT(result.out, IsEmpty()) << shown;
+        EXPECT_THAT(result.err, StartsWith("platen: ")) << shown;
+    }
+    EXPECT_EQ(read("a.ctb"), before);
+    EXPECT_THAT(names(), testing::ElementsAre("a.ctb"));
+}
+
+TEST_F(CommandUsageTest, HelpShowsExamplesAndVersionShowsItself) {
+    EXPECT_THAT(run({"--version"}).out, testing::MatchesRegex("platen [0-9.]+\n"));
+    const std::vector<std::vector<std::string>> commands{{},        {"info"},    {"get"},
+                                                         {"check"}, {"convert"}, {"create"}};
+    for (std::vector<std::string> arguments : commands) {
+        const std::string name = arguments.empty() ? "" : arguments.front();
+        arguments.emplace_back("--help");
+        const CommandResult result = run(arguments);
+        EXPECT_EQ(result.code, 0) << name;
+        EXPECT_THAT(result.out, AllOf(HasSubstr("Usage: platen"), HasSubstr("Examples:"),
+                                      HasSubstr("  platen " + name)));
+        EXPECT_THAT(result.err, IsEmpty());
+    }
+}
+
+TEST_F(CommandUsageTest, TheWorstOfABatchWins) {
+    prepare({"create", "stb", "-o", "@sound"});
+    std::string bytes = read("sound");
+    bytes[48] = static_cast<char>(bytes[48] ^ 1);
+    write("warned", bytes);
+    const struct {
+        std::vector<std::string> files;
+        int code;
+    } cases[] = {
+        {{"@sound"}, 0},
+        {{"@warned", "@sound"}, 3},
+        {{"@sound", "@missing", "@warned"}, 2},
+        {{"@warned", "@missing"}, 2},
+    };
+    for (const char* command : {"info", "check"}) {
+        for (const auto& [files, code] : cases) {
+            std::vector<std::string> arguments{command};
+            arguments.insert(arguments.end(), files.begin(), files.end());
+            EXPECT_EQ(run(arguments).code, code) << testing::PrintToString(arguments);
+        }
+    }
+    EXPECT_EQ(run({"get", "@sound", "description", "nowhere"}).code, 1);
+    EXPECT_EQ(run({"get", "@warned", "description", "nowhere"}).code, 3);
+}
+
+TEST_F(CommandUsageTest, NamesAreTakenAsTheyStand) {
+    // Brackets, commas, commands' names, slashes and letters beyond ASCII mean nothing special.
+    const std::vector<std::string> odd{"info", "[a,b]", "a=b", "Plot\xC3\xB6r \xE2\x82\xAC.ctb"};
+    for (const std::string& name : odd) {
+        const std::string file = path("x") + name;
+        ASSERT_EQ(run({"create", "stb", "-o", file}).code, 0) << name;
+        const CommandResult result = run({"info", "--json", file});
+        EXPECT_EQ(result.code, 0) << name << result.err;
+        EXPECT_THAT(result.out, HasSubstr(name)) << name;
+    }
+    EXPECT_EQ(run({"get", path("x") + odd[0], "[plot_style]", "/plot_style"}).code, 1);
+    EXPECT_THAT(run({"get", path("x") + odd[0], "[plot_style]", "/plot_style"}).err,
+                AllOf(HasSubstr("[plot_style]"), HasSubstr("/plot_style")));
+}
+
+TEST_F(CommandUsageTest, AFullOutputIsAnError) {
+    prepare({"create", "stb", "-o", "@sound"});
+    std::ostringstream out;
+    std::ostringstream err;
+    out.setstate(std::ios::badbit);
+    EXPECT_EQ(platen::run({"info", path("sound")}, out, err, false), 2);
+    EXPECT_THAT(err.str(), HasSubstr("standard output"));
+}
+
+}  // namespace

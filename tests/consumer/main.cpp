@@ -1,0 +1,36 @@
+// An application of its own that uses the installed library: writes a plot style table, reads it
+// back and compares. Objects cross the library's border in both directions.
+#include <plotstyle.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+int main() {
+    const wchar_t* path = L"consumer.ctb";
+    const std::wstring description = L"Pens of the \u00e9tage";
+
+    const std::unique_ptr<CPlotStyleTable> made(CPlotStyleTable::create(true, description.c_str()));
+    if (!made || made->size() != 255) {
+        std::puts("no colour-dependent table was made");
+        return 1;
+    }
+    made->style(6)->setScreen(42);
+    if (!made->write(path)) {
+        std::puts("the table could not be written");
+        return 1;
+    }
+
+    const std::unique_ptr<CPlotStyleTable> read(CPlotStyleTable::read(path));
+    if (!read) {
+        std::puts("the table could not be read");
+        return 1;
+    }
+    if (read->description() != description || read->size() != made->size() ||
+        read->style(6)->screen() != 42) {
+        std::puts("the table that was read is not the one that was written");
+        return 1;
+    }
+    std::puts("written and read");
+    return 0;
+}

@@ -1,0 +1,31 @@
+# Installs the build in BUILT below WORK, and builds and runs the project beside this file against
+# what was installed. Run with cmake -P; tests/CMakeLists.txt sets the variables.
+
+set(installed "${WORK}/installed")
+set(build "${WORK}/build")
+file(REMOVE_RECURSE "${WORK}")
+
+execute_process(
+    COMMAND ${CMAKE_COMMAND} --install "${BUILT}" --prefix "${installed}"
+    COMMAND_ERROR_IS_FATAL ANY)
+
+set(settings -DCMAKE_BUILD_TYPE=Release
+    # By name, since a cross build looks for packages in the toolchain's folders only.
+    "-Dplaten_DIR=${installed}/${LIBDIR}/cmake/platen")
+if(TOOLCHAIN)
+    list(APPEND settings "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+else()
+    list(APPEND settings "-DCMAKE_CXX_COMPILER=${COMPILER}")
+endif()
+execute_process(
+    COMMAND ${CMAKE_COMMAND} -S "${CMAKE_CURRENT_LIST_DIR}" -B "${build}" -G Ninja ${settings}
+    COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${CMAKE_COMMAND} --build "${build}" COMMAND_ERROR_IS_FATAL ANY)
+
+# For Windows programs: where the library's DLL is, as Wine names it.
+string(REPLACE "/" "\\" windows_folder "Z:${installed}/${BINDIR}")
+set(ENV{WINEPATH} "${windows_folder}")
+execute_process(
+    COMMAND ${EMULATOR} "${build}/consumer${SUFFIX}"
+    WORKING_DIRECTORY "${build}"
+    COMMAND_ERROR_IS_FATAL ANY)

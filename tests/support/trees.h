@@ -1,0 +1,17 @@
+/// Comparing and building trees in tests and fuzzers.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "pia.h"
+
+/// True when the blocks hold equal items in the same order, at every depth.
+bool equalTrees(const PiaBlock& left, const PiaBlock& right);
+
+/// The bytes of a sound version-2 file around any body text.
+std::string fileAround(std::string_view body, PiaKind kind = PiaKind::Ctb);
+
+/// The inflated body of a file, or an empty text when it has none. Compressed bytes are never
+/// compared: two versions of zlib need not agree on them.
+std::string bodyOf(std::string_view file);

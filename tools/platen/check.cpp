@@ -1,0 +1,92 @@
+#include <optional>
+#include <string>
+
+#include "pia.h"
+#include "tools/platen/commands.h"
+#include "tools/platen/findings.h"
+#include "tools/platen/json_lines.h"
+#include "tools/platen/recognise.h"
+#include "tools/platen/table_rules.h"
+#include "utcore.h"
+
+namespace platen {
+namespace {
+
+/// What would not survive if the file were written again. The file itself is not at fault, so
+/// that even a refusal is a warning.
+void checkRewriting(const PiaBlock& root, FindingList& findings) {
+    PiaFileOut writer;
+    ut::ByteBuffer bytes;
+    const bool encoded = writer.encode(root, bytes);
+    findings.addWarnings(writer.report());
+    if (!encoded && writer.report().failure()) {
+        findings.add(*writer.report().failure(), Severity::Warning);
+    }
+}
+
+std::optional<FileKind> examine(PiaInput& input, bool opened, FindingList& findings) {
+    std::optional<FileKind> kind;
+    Content content;
+    if (opened) {
+        content = recognise(input);
+        kind = content.kind;
+    }
+    findings.addWarnings(input.report());
+    if (input.report().failure()) {
+        findings.add(*input.report().failure(), Severity::Error);
+    }
+    if (content.table) {
+        checkTable(*content.table, input.container().kind, findings);
+    }
+    if (opened) {
+        checkRewriting(*input.root(), findings);
+    }
+    return kind;
+}
+
+void printFindings(const std::string& file, std::optional<FileKind> kind,
+                   const FindingList& findings, const Console& console) {
+    const std::string shown = printable(file);
+    if (findings.verdict() == ExitCode::Ok) {
+        console.out << shown << ": ok, " << kindName(*kind) << '\n';
+    }
+    for (const Finding& finding : findings.list()) {
+        console.out << shown << ": " << describe(finding) << '\n';
+    }
+    if (findings.omitted() != 0) {
+        console.out << shown << ": " << findings.omitted() << " more findings\n";
+    }
+}
+
+bool cannotBeRead(const PiaReport& report) {
+    return report.failure() && report.failure()->code == PiaCode::FileUnreadable;
+}
+
+ExitCode checkFile(const std::string& file, bool json, const Console& console) {
+    PiaInput input;
+    const bool opened = input.open(ut::decodePath(file).c_str());
+    FindingList findings;
+    const std::optional<FileKind> kind = examine(input, opened, findings);
+    if (json) {
+        console.out << checkLine(file, kind, findings) << '\n';
+    }
+    if (cannotBeRead(input.report())) {
+        return fail(console, file, input.report());
+    }
+    if (!json) {
+        printFindings(file, kind, findings, console);
+    }
+    return findings.verdict();
+}
+
+}  // namespace
+
+ExitCode check(const CheckOptions& options, const Console& console) {
+    ExitCode worst = ExitCode::Ok;
+    for (const std::string& file : options.files) {
+        worst = worse(worst, checkFile(file, options.json, console));
+    }
+    return worst;
+}
+
+}  // namespace platen

@@ -1,0 +1,65 @@
+/// Worked examples, shown below the options of each command.
+#pragma once
+
+namespace platen::help {
+
+inline constexpr const char* program = R"(Examples:
+  platen create ctb -o pens.ctb --description "Office plotter"
+  platen info pens.ctb
+  platen convert pens.ctb -o pens.stb
+  platen get pens.stb plot_style/1/name
+  platen check *.ctb *.stb
+
+Exit codes: 0 done; 1 what was asked for is not there; 2 an error or wrong usage; 3 done with
+warnings. Over several files the worst of 2, 3, 1, 0 counts. Data goes to standard output,
+messages to standard error. Files are recognised by their content, whatever their names.
+platen COMMAND --help says more.)";
+
+inline constexpr const char* info = R"(Examples:
+  platen info pens.ctb                  a summary: container, settings, colours by equal styles
+  platen info --json a.ctb b.stb        one JSON object a line, schema platen.info/1
+  platen info --json pens.ctb | python3 -m json.tool)";
+
+inline constexpr const char* get =
+    R"(A PATH is the names from the outermost block on, joined by "/". When several items
+have the name, a type picks one: ":str", ":num", ":bool", ":bin" or ":block" at the end.
+
+Examples:
+  platen get pens.ctb                           the whole body text
+  platen get pens.ctb plot_style/0/name         one value
+  platen get pens.ctb plot_style/0              the lines of one block
+  platen get pens.ctb plot_style/0 --json       the block as a JSON body that can be read again
+  platen get pens.ctb description:str scale_factor:num)";
+
+inline constexpr const char* check =
+    R"(Each finding is a line with a code that stays the same from release to release,
+the place and a remedy. Errors keep the file from being used (exit 2), warnings do not (exit 3).
+
+Examples:
+  platen check pens.ctb                 "pens.ctb: ok, ..." or the findings
+  platen check --json *.ctb             one JSON object a line, schema platen.check/1)";
+
+inline constexpr const char* convert =
+    R"(IN is a compressed file, a JSON body or bare body text. OUT is replaced in one
+step when it exists, and stays as it was when anything fails; it may be IN. Unknown keys, their
+order and the spelling of numbers survive, unless colours are gathered into named styles; JSON
+has an order and a spelling of its own.
+
+Examples:
+  platen convert pens.ctb -o pens.stb             prints which colours went to which style
+  platen convert pens.ctb -o pens.stb --prefix Pen     Pen_1, Pen_2 ... instead of Style_1 ...
+  platen convert pens.ctb -o pens.json            compressed to JSON, and back:
+  platen convert pens.json -o pens.ctb
+  platen convert pens.ctb -o pens.txt             the body text, for an editor, and back:
+  platen convert pens.txt -o pens.ctb
+  platen convert plotter.bak -o plotter --to pc3  when the name of OUT does not say it)";
+
+inline constexpr const char* create =
+    R"(OUT is replaced in one step when it exists. The first word decides what is made,
+not the name of OUT.
+
+Examples:
+  platen create ctb -o pens.ctb                   a style for each of the 255 colours
+  platen create stb -o named.stb --description "Named pens"     one style, "Normal")";
+
+}  // namespace platen::help

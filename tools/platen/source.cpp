@@ -1,0 +1,65 @@
+#include "tools/platen/source.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include "utcore.h"
+
+namespace platen {
+namespace {
+
+/// Editors begin UTF-8 texts with a mark that would become part of the first name.
+std::string_view withoutMark(std::string_view text) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    return text.starts_with(mark) ? text.substr(mark.size()) : text;
+}
+
+/// Body text has no mark of its own: it is what carries no mark of the other forms.
+bool mayBeBodyText(std::string_view bytes) {
+    constexpr std::string_view header = "PIAFILEVERSION_";
+    const std::string_view text = withoutMark(bytes);
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    return !bytes.starts_with(header) && (first == std::string_view::npos || text[first] != '{');
+}
+
+bool readBytes(const std::string& file, ut::ByteBuffer& bytes, const Console& console) {
+    bool tooLarge = false;
+    const ut::SystemError error =
+        ut::readFile(ut::decodePath(file), PiaLimits{}.bodyBytes, bytes, tooLarge);
+    if (!error && !tooLarge) {
+        return true;
+    }
+    PiaReport report;
+    report.fail({.code = tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable,
+                 .found = ut::decodePath(error.message())});
+    fail(console, file, report);
+    return false;
+}
+
+}  // namespace
+
+bool readSource(const std::string& file, Source& source, const Console& console) {
+    ut::ByteBuffer bytes;
+    if (!readBytes(file, bytes, console)) {
+        return false;
+    }
+    if (source.input.openBytes(bytes.view())) {
+        source.form =
+            source.input.container().version == 2 ? SourceForm::Compressed : SourceForm::Json;
+        return true;
+    }
+    if (mayBeBodyText(bytes.view())) {
+        source.form = SourceForm::BodyText;
+        if (source.input.openBody(withoutMark(bytes.view()))) {
+            return true;
+        }
+        fail(console, file,
+             "neither a compressed plotter file nor JSON, and no body text either: " +
+                 source.input.report().failure().value_or(PiaFinding{}).describe());
+        return false;
+    }
+    fail(console, file, source.input.report());
+    return false;
+}
+
+}  // namespace platen

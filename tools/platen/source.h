@@ -1,0 +1,21 @@
+/// The input of `convert`: a plotter file of either version, or bare body text.
+#pragma once
+
+#include <string>
+
+#include "pia.h"
+#include "tools/platen/console.h"
+
+namespace platen {
+
+enum class SourceForm { Compressed, Json, BodyText };
+
+struct Source {
+    PiaInput input;
+    SourceForm form = SourceForm::Compressed;
+};
+
+/// Reads `file`. False after a message.
+bool readSource(const std::string& file, Source& source, const Console& console);
+
+}  // namespace platen
