@@ -73,7 +73,8 @@ public:
     /// Compares every number, exactly; names never, descriptions when asked.
     [[nodiscard]] bool isEqual(const CPlotStyle& other, bool compareDescription) const;
 
-    /// The localized name becomes `name`, the name the same with underscores for white space.
+    /// The localized name becomes `name` (not null), the name the same with underscores for white
+    /// space.
     void updateName(const wchar_t* name);
 
     /// Sets the colour from a COLORREF (red in bits 0-7), or -1 for the object's own colour. An
@@ -168,8 +169,8 @@ public:
     /// colours, a named one the style "Normal". `description` may be null.
     static CPlotStyleTable* create(bool colorDependent, const wchar_t* description);
 
-    /// Fills this table from the tree of an open input; false at the first fault, which is noted
-    /// in the input's report.
+    /// Fills this table anew from the tree of an open input. False at the first fault, which is
+    /// noted in the input's report; the table then stays as it was, here and in the next two.
     [[nodiscard]] bool init(PiaInput& input);
     /// Reads the 255 style names of an "aci_table" block; sets the uses-ACI flag on success.
     [[nodiscard]] bool initAci(const PiaBlock& block);

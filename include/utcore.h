@@ -66,8 +66,9 @@ PLATEN_API std::wstring decodePath(std::string_view bytes);
 PLATEN_API std::string encodePath(std::wstring_view path);
 
 /// Sets the ANSI code page that bodies are written in and, when they are not UTF-8, read in.
-/// Linux: any name that iconv knows; the start value is "WINDOWS-1252". Windows: the system's code
-/// page is the only one, and only its own name is accepted. False leaves the code page as it was.
+/// Linux: any superset of ASCII that iconv knows; the start value is "WINDOWS-1252". Windows: the
+/// system's code page is the only one, and only its own name is accepted. False leaves the code
+/// page as it was.
 /// Call it before other threads use text functions.
 [[nodiscard]] PLATEN_API bool setAnsiCodePage(const char* name);
 /// The name of the ANSI code page, such as "WINDOWS-1252".
@@ -81,7 +82,7 @@ PLATEN_API std::size_t convertToAnsi(std::wstring_view text, std::string& bytes)
 
 /// Number of UTF-16 units of `text`.
 PLATEN_API std::size_t utf16Length(std::wstring_view text);
-/// The longest beginning of `text` of at most `units` UTF-16 units.
+/// The longest beginning of `text` of at most `units` UTF-16 units; a surrogate pair stays whole.
 PLATEN_API std::wstring_view utf16Prefix(std::wstring_view text, std::size_t units);
 /// Ordinal comparison by UTF-16 units: negative, 0 or positive.
 PLATEN_API int compareOrdinal(std::wstring_view left, std::wstring_view right);
@@ -119,7 +120,7 @@ struct PLATEN_API SystemError {
 };
 
 /// Reads a whole file. `limit` bounds what is taken: a larger file (or an endless device) fails
-/// with `tooLarge` set.
+/// with `tooLarge` set. On failure `bytes` stays as it was.
 [[nodiscard]] PLATEN_API SystemError readFile(std::wstring_view path, std::uint64_t limit,
                                               ByteBuffer& bytes, bool& tooLarge);
 
@@ -147,7 +148,8 @@ public:
     /// Appends the zlib stream of `source` to `target`; `level` 0 to 9.
     [[nodiscard]] static int compress(std::string_view source, ByteBuffer& target, int level);
 
-    /// Inflates `source` into `target`, at most `limit` bytes.
+    /// Replaces `target` by the inflated `source`, at most `limit` bytes. On failure `target` holds
+    /// what came before it.
     /// `sizeHint` (bytes, 0 for unknown) sizes the first allocation; it is not trusted.
     /// `consumed` is the number of bytes of `source` that belong to the stream.
     [[nodiscard]] static int decompress(std::string_view source, ByteBuffer& target,

@@ -52,7 +52,8 @@ condense() {
     done
 }
 
-# Runs a step quietly. Its output goes to LOG; when it fails, the end of that is shown.
+# Runs a step quietly. Its output goes to LOG; when it fails, what matters of that is shown: for a
+# build what the compiler said, otherwise the end.
 # quietly LABEL LOG COMMAND...
 quietly() {
     local label=$1 log=$2 status=0
@@ -61,7 +62,8 @@ quietly() {
     "$@" </dev/null 2>&1 | condense "$label" "$log" || status=$?
     if ((status != 0)); then
         say "error: $label failed (status $status):"
-        tail -n 120 "$log" | sed 's/^/  | /' >&2
+        { sed -n '/^FAILED:/,$p' "$log" | grep . || cat "$log"; } | tail -n 120 |
+            sed 's/^/  | /' >&2
         say "  (all of it: $log)"
     fi
     return "$status"

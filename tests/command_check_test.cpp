@@ -46,26 +46,25 @@ TEST_F(CommandCheckTest, DamagedContainersAreNamed) {
 TEST_F(CommandCheckTest, SenselessTablesAreNamed) {
     prepare({"create", "ctb", "-o", "@sound"});
     const std::string body = run({"get", "@sound"}).out;
-    const std::string longText = "description=\"" + std::string(600, 'x');
     const struct {
         const char* from;
-        std::string to;
+        const char* to;
         PiaKind kind;
-        const char* expected;
         int code;
+        const char* expected;
     } cases[] = {
-        {"lineweight=0", "lineweight=27", PiaKind::Ctb, "[style-lineweight-range]", 3},
-        {"lineweight=0", "lineweight=-1", PiaKind::Ctb, "at plot_style/0/lineweight", 3},
-        {"screen=100", "screen=101", PiaKind::Ctb, "[style-screen-range]", 3},
-        {"  name=\"Color_2\n", "  name=\"COLOR_1\n", PiaKind::Ctb, "[style-unknown]", 2},
-        {"Color_7\n", "Color_8\n", PiaKind::Ctb, "[colour-order]", 3},
-        {"aci_table_available=TRUE", "aci_table_available=FALSE", PiaKind::Ctb, "[header-kind]", 3},
-        {"aci_table_available=TRUE", "aci_table_available=FALSE", PiaKind::Stb, "ok", 0},
-        {"scale_factor=", "scale_tractor=", PiaKind::Ctb, "[key-missing]", 2},
-        {"  screen=100", "  screen=most", PiaKind::Ctb, "[value-invalid]", 2},
-        {" 254=\"Color_255", " 255=\"Color_255", PiaKind::Ctb, "[index-invalid]", 2},
+        {"lineweight=0", "lineweight=27", PiaKind::Ctb, 3, "[style-lineweight-range]"},
+        {"lineweight=0", "lineweight=-1", PiaKind::Ctb, 3, "at plot_style/0/lineweight"},
+        {"screen=100", "screen=101", PiaKind::Ctb, 3, "[style-screen-range]"},
+        {"  name=\"Color_2\n", "  name=\"COLOR_1\n", PiaKind::Ctb, 2, "[style-unknown]"},
+        {"Color_7\n", "Color_8\n", PiaKind::Ctb, 3, "[colour-order]"},
+        {"aci_table_available=TRUE", "aci_table_available=FALSE", PiaKind::Ctb, 3, "[header-kind]"},
+        {"aci_table_available=TRUE", "aci_table_available=FALSE", PiaKind::Stb, 0, "ok"},
+        {"scale_factor=", "scale_tractor=", PiaKind::Ctb, 2, "[key-missing]"},
+        {"  screen=100", "  screen=most", PiaKind::Ctb, 2, "[value-invalid]"},
+        {" 254=\"Color_255", " 255=\"Color_255", PiaKind::Ctb, 2, "[index-invalid]"},
     };
-    for (const auto& [from, to, kind, expected, code] : cases) {
+    for (const auto& [from, to, kind, code, expected] : cases) {
         writeFile("file", replaced(body, from, to), kind);
         const CommandResult result = run({"check", "@file"});
         EXPECT_EQ(result.code, code) << to << result.out;

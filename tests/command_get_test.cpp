@@ -3,7 +3,6 @@
 #include "tests/command_support.h"
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 

@@ -6,7 +6,6 @@
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using Json = nlohmann::ordered_json;
 
 namespace {

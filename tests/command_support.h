@@ -25,7 +25,7 @@ struct CommandResult {
 
 /// Arguments that begin with "@" name files of the folder.
 class CommandTest : public testing::Test {
-protected:
+public:
     CommandTest() {
         const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
         folder_ =
@@ -33,11 +33,14 @@ protected:
             (std::string("platen-") + test.name() + "-" + std::to_string(std::random_device{}()));
         std::filesystem::create_directories(folder_);
     }
+    CommandTest(const CommandTest&) = delete;
+    CommandTest& operator=(const CommandTest&) = delete;
     ~CommandTest() override {
         std::error_code ignored;
         std::filesystem::remove_all(folder_, ignored);
     }
 
+protected:
     std::string path(std::string_view name) const { return (folder_ / name).string(); }
 
     CommandResult run(std::vector<std::string> arguments, bool terminal = false) const {

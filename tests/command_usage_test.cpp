@@ -40,7 +40,7 @@ TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
 }
 
 TEST_F(CommandUsageTest, HelpShowsExamplesAndVersionShowsItself) {
-    EXPECT_THAT(run({"--version"}).out, testing::MatchesRegex("platen [0-9.]+\n"));
+    EXPECT_THAT(run({"--version"}).out, testing::MatchesRegex("platen .*\\..*\\..*\n"));
     const std::vector<std::vector<std::string>> commands{{},        {"info"},    {"get"},
                                                          {"check"}, {"convert"}, {"create"}};
     for (std::vector<std::string> arguments : commands) {

@@ -124,19 +124,18 @@ std::string bodyOf(const CPlotStyleTable& table) {
 }
 
 TEST(PlotStyleFile, EveryRequiredKeyIsNamedWhenItIsMissing) {
-    const auto dropEach = [](const Lines& lines, const std::string& path, const char* optional,
+    const auto dropEach = [](const Lines& lines, const std::string& fault, const char* optional,
                              auto bodyWith) {
         for (std::size_t dropped = 0; dropped < lines.size(); ++dropped) {
             const std::string key = lines[dropped].substr(0, lines[dropped].find('='));
             Lines others = lines;
             others.erase(others.begin() + static_cast<std::ptrdiff_t>(dropped));
-            EXPECT_EQ(faultOf(bodyWith(others)),
-                      key == optional ? "" : "key-missing " + path + key);
+            EXPECT_EQ(faultOf(bodyWith(others)), key == optional ? "" : fault + key);
         }
     };
-    dropEach(styleLines, "plot_style/1/", "mode_color",
+    dropEach(styleLines, "key-missing plot_style/1/", "mode_color",
              [](const Lines& lines) { return body(style("0") + block("1", text(lines))); });
-    dropEach(settingLines, "", "custom_lineweight_display_units",
+    dropEach(settingLines, "key-missing ", "custom_lineweight_display_units",
              [](const Lines& lines) { return body(style("0"), {}, lines); });
     EXPECT_EQ(faultOf(text(settingLines)), "key-missing plot_style");
 }
@@ -169,6 +168,7 @@ TEST(PlotStyleFile, FaultsOfTables) {
          "value-invalid aci_table/0"},
         {"no colours wanted", body(wall, aciTable(3)), ""},
         {"colours by position", colorBody(walls, ""), ""},
+        {"too many for positions", colorBody(walls + style("255"), ""), "count-wrong plot_style"},
         {"too few for positions", colorBody(wall, ""), "count-wrong plot_style"},
         {"27 weights", body(wall, lineWeights(27)), ""},
         {"26 weights", body(wall, lineWeights(26)), "count-wrong custom_lineweight_table"},
@@ -246,6 +246,7 @@ TEST(PlotStyleFile, ColorsByPositionDoNotUseTheAci) {
     for (std::size_t entry = 0; entry < CAciTable::count; ++entry) {
         ASSERT_EQ(table.ACI()->at(entry), table.style(entry)) << entry;
     }
+    EXPECT_NE(bodyOf(table).find("aci_table{\n 0=\"same\n"), std::string::npos);
 }
 
 TEST(PlotStyleFile, TablesOfAnySizeInLinearTime) {

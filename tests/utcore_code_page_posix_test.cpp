@@ -22,7 +22,12 @@ TEST_F(CodePages, DecodeAndEncode) {
         // its second one.
         {"CP932", "a\x83\x5C\\\x93\xFA\xB1", L"a\u30BD\\\u65E5\uFF71", ""},
         {"CP932", "\x93\xFA\x93", L"\u65E5\u0093", "\x93\xFA?"},
-        {"CP932", "\xFF" "A", L"\u00FF" L"A", "?A"},
+        {"CP932",
+         "\xFF"
+         "A",
+         L"\u00FF"
+         L"A",
+         "?A"},
         {"GB18030", "\x94\x39\xFC\x36", L"\U0001F600", ""},
         // The page joins a letter and the mark after it; none may be lost at the end.
         {"BIG5-HKSCS", "\x88\x66", L"\u00CA", ""},
@@ -49,8 +54,8 @@ TEST_F(CodePages, UndefinedByteClaimsNoOtherBytesCharacter) {
 }
 
 TEST_F(CodePages, WithoutPlainAsciiAreRefused) {
-    for (const char* page : {"UTF-16", "UTF-7", "EBCDIC-US", "ISO-2022-JP", "SHIFT_JIS",
-                             "WINDOWS-1252//TRANSLIT"}) {
+    for (const char* page :
+         {"UTF-16", "UTF-7", "EBCDIC-US", "ISO-2022-JP", "SHIFT_JIS", "WINDOWS-1252//TRANSLIT"}) {
         EXPECT_FALSE(ut::setAnsiCodePage(page)) << page;
     }
 }

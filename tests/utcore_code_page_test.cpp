@@ -44,8 +44,9 @@ TEST_F(Windows1252, WhatItDoesNotHoldBecomesQuestionMarks) {
         // Neither look-alikes nor combining forms.
         {L"\u0100\u2212\uFF21", "???", 3},
         {L"e\u0301", "e?", 1},
-        {L"a\u0416b\u00FCc", "a?b\xFC"
-                             "c",
+        {L"a\u0416b\u00FCc",
+         "a?b\xFC"
+         "c",
          1},
         {L"\U0001F600", "??", 2},
         {std::wstring{0xD83D}, "?", 1},

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <thread>
 #include <vector>
 
@@ -17,9 +18,8 @@ namespace fs = std::filesystem;
 class PosixFiles : public testing::Test {
 protected:
     void SetUp() override {
-        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        const std::string name = std::to_string(std::random_device{}());
         folder_ = fs::temp_directory_path() / ("platen posix files " + name);
-        fs::remove_all(folder_);
         fs::create_directories(folder_ / "inner");
     }
     void TearDown() override { fs::remove_all(folder_); }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <vector>
 
 #include "platform/utcore/file_system.h"
@@ -30,8 +31,8 @@ public:
     ut::SystemError findDestination(const std::wstring& path, ut::Destination& found) override {
         return fails() ? failure("find") : files_.findDestination(path, found);
     }
-    ut::SystemError create(const std::wstring& path, File& file) override {
-        return fails() ? failure("create") : files_.create(path, file);
+    ut::SystemError create(const std::wstring& path, bool replaces, File& file) override {
+        return fails() ? failure("create") : files_.create(path, replaces, file);
     }
     ut::SystemError openDevice(const std::wstring& path, File& file) override {
         return files_.openDevice(path, file);
@@ -66,9 +67,9 @@ private:
 class Files : public testing::Test {
 protected:
     void SetUp() override {
-        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        // A name of its own, because tests of several builds may run at a time.
+        const std::string name = std::to_string(std::random_device{}());
         folder_ = fs::temp_directory_path() / ("platen files " + name);
-        fs::remove_all(folder_);
         fs::create_directories(folder_);
     }
     void TearDown() override { fs::remove_all(folder_); }
@@ -128,9 +129,9 @@ TEST_F(Files, ReplaceLeavesTheOldFileWhateverFails) {
         actions.emplace_back(error.action);
     }
     EXPECT_EQ(content(file), "headthe body");
-    EXPECT_EQ(actions, (std::vector<std::string>{"find", "create", "write", "write", "write",
-                                                 "write", "write", "permissions", "flush", "close",
-                                                 "rename"}));
+    EXPECT_EQ(actions,
+              (std::vector<std::string>{"find", "create", "write", "write", "write", "write",
+                                        "write", "permissions", "flush", "close", "rename"}));
 }
 
 TEST_F(Files, ReplaceReportsWhatStandsInTheWay) {

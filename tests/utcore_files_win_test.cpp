@@ -2,14 +2,18 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <fstream>
+#include <random>
 #include <vector>
 
 #include "utcore.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+/// A path of its own, because tests of several builds may run at a time.
+std::wstring temporary() {
+    return std::filesystem::temp_directory_path().wstring() + L"platen " +
+           std::to_wstring(std::random_device{}());
+}
 
 const std::vector<std::string_view> pieces = {"new"};
 
@@ -20,7 +24,7 @@ std::string content(const std::wstring& path) {
 }
 
 TEST(WindowsFiles, ReadOnlyFileIsNotReplaced) {
-    const std::wstring file = (fs::temp_directory_path() / "platen read-only.ctb").wstring();
+    const std::wstring file = temporary() + L".ctb";
     ASSERT_FALSE(ut::replaceFile(file, std::vector<std::string_view>{"old"}));
     ASSERT_TRUE(SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY));
     const ut::SystemError error = ut::replaceFile(file, pieces);
@@ -34,13 +38,12 @@ TEST(WindowsFiles, ReadOnlyFileIsNotReplaced) {
 }
 
 TEST(WindowsFiles, LongPathsAndSlashes) {
-    std::wstring folder = fs::temp_directory_path().wstring() + L"platen";
-    std::vector<std::wstring> folders;
+    std::wstring folder = temporary();
+    std::vector<std::wstring> folders = {folder};
     while (folder.size() < 400) {
         folder += L"/" + std::wstring(90, L'f');
         folders.push_back(L"\\\\?\\" + ut::correctSlashes(folder));
     }
-    CreateDirectoryW((fs::temp_directory_path().wstring() + L"platen").c_str(), nullptr);
     for (const std::wstring& each : folders) {
         CreateDirectoryW(each.c_str(), nullptr);
     }
@@ -54,7 +57,6 @@ TEST(WindowsFiles, LongPathsAndSlashes) {
     for (; !folders.empty(); folders.pop_back()) {
         EXPECT_TRUE(RemoveDirectoryW(folders.back().c_str())) << "something was left behind";
     }
-    RemoveDirectoryW((fs::temp_directory_path().wstring() + L"platen").c_str());
 }
 
 TEST(WindowsFiles, DeviceIsWrittenStraight) {

@@ -108,10 +108,17 @@ TEST(FormatFixed, Formats) {
         int precision;
         const wchar_t* text;
     } cases[] = {
-        {297, -1, L"297.000000"}, {0.1, 6, L"0.100000"},   {2.5, 0, L"2"},
-        {-1.005, 2, L"-1.00"},    {-0.0, 1, L"-0.0"},      {1e-9, 6, L"0.000000"},
-        {999999.9999999, 6, L"1000000.000000"},            {infinity, 6, L"inf"},
-        {-infinity, 0, L"-inf"},  {std::nan(""), 6, L"nan"}, {-std::nan(""), 2, L"nan"},
+        {297, -1, L"297.000000"},
+        {0.1, 6, L"0.100000"},
+        {2.5, 0, L"2"},
+        {-1.005, 2, L"-1.00"},
+        {-0.0, 1, L"-0.0"},
+        {1e-9, 6, L"0.000000"},
+        {999999.9999999, 6, L"1000000.000000"},
+        {infinity, 6, L"inf"},
+        {-infinity, 0, L"-inf"},
+        {std::nan(""), 6, L"nan"},
+        {-std::nan(""), 2, L"nan"},
     };
     for (const auto& entry : cases) {
         EXPECT_EQ(ut::formatFixed(entry.value, entry.precision), entry.text);

@@ -23,9 +23,15 @@ TEST(Utf8, AcceptsTheEdgesOfEveryLength) {
         const char* bytes;
         char32_t character;
     } accepted[] = {
-        {"\x7F", 0x7F},           {"\xC2\x80", 0x80},           {"\xDF\xBF", 0x7FF},
-        {"\xE0\xA0\x80", 0x800},  {"\xED\x9F\xBF", 0xD7FF},     {"\xEE\x80\x80", 0xE000},
-        {"\xEF\xBF\xBF", 0xFFFF}, {"\xF0\x90\x80\x80", 0x10000}, {"\xF4\x8F\xBF\xBF", 0x10FFFF},
+        {"\x7F", 0x7F},
+        {"\xC2\x80", 0x80},
+        {"\xDF\xBF", 0x7FF},
+        {"\xE0\xA0\x80", 0x800},
+        {"\xED\x9F\xBF", 0xD7FF},
+        {"\xEE\x80\x80", 0xE000},
+        {"\xEF\xBF\xBF", 0xFFFF},
+        {"\xF0\x90\x80\x80", 0x10000},
+        {"\xF4\x8F\xBF\xBF", 0x10FFFF},
     };
     for (const auto& entry : accepted) {
         SCOPED_TRACE(testing::PrintToString(entry.bytes));
@@ -39,9 +45,21 @@ TEST(Utf8, AcceptsTheEdgesOfEveryLength) {
 
 TEST(Utf8, RefusesMalformedBytesWhereverTheyStand) {
     const std::string rejected[] = {
-        "\x80"s,         "\xBF"s,         "\xC0\x80"s,         "\xC1\xBF"s,         "\xC2"s,
-        "\xC2\x41"s,     "\xE0\x9F\xBF"s, "\xE2\x82"s,         "\xED\xA0\x80"s,     "\xED\xBF\xBF"s,
-        "\xEF\xBF\x41"s, "\xF0\x9F\x98"s, "\xF0\x8F\xBF\xBF"s, "\xF4\x90\x80\x80"s, "\xF5\x80\x80\x80"s,
+        "\x80"s,
+        "\xBF"s,
+        "\xC0\x80"s,
+        "\xC1\xBF"s,
+        "\xC2"s,
+        "\xC2\x41"s,
+        "\xE0\x9F\xBF"s,
+        "\xE2\x82"s,
+        "\xED\xA0\x80"s,
+        "\xED\xBF\xBF"s,
+        "\xEF\xBF\x41"s,
+        "\xF0\x9F\x98"s,
+        "\xF0\x8F\xBF\xBF"s,
+        "\xF4\x90\x80\x80"s,
+        "\xF5\x80\x80\x80"s,
         "\xFF"s,
     };
     for (const std::string& bytes : rejected) {
@@ -65,14 +83,15 @@ TEST(Utf8, ConvertsRunsOfEveryLength) {
         for (std::size_t after = 0; after <= 33; ++after) {
             const std::string head(before, 'x');
             const std::string tail(after, 'y');
-            const std::string bytes = head + "\xC3\xA9\xF0\x9F\x98\x80" + tail;
-            const std::wstring text = std::wstring(before, L'x') + L"\u00E9" + wide(0x1F600) +
-                                      std::wstring(after, L'y');
+            std::string bytes = head;
+            bytes.append("\xC3\xA9\xF0\x9F\x98\x80").append(tail);
+            std::wstring text(before, L'x');
+            text.append(L"\u00E9").append(wide(0x1F600)).append(after, L'y');
             std::wstring decoded(100, L'z');
             ASSERT_TRUE(ut::decodeUtf8(bytes, decoded));
             ASSERT_EQ(decoded, text);
             ASSERT_EQ(ut::encodeUtf8(text), bytes);
-            ASSERT_TRUE(ut::isAscii(head + tail));
+            ASSERT_TRUE(ut::isAscii(std::string(before + after, 'x')));
         }
     }
 }
@@ -99,11 +118,11 @@ TEST(Path, ExtensionIsOfTheLastComponent) {
         const wchar_t* extension;
         bool has;
     } cases[] = {
-        {L"acad.ctb", L"ctb", true},       {L"/plots/ACAD.CtB", L"ctb", true},
-        {L"a.b/acad", L"b/acad", false},   {L"a.ctb/acad", L"ctb", false},
-        {L"dir/.ctb", L"ctb", false},      {L".ctb", L"ctb", false},
-        {L"acad.ctb.bak", L"ctb", false},  {L"acad.", L"ctb", false},
-        {L"acad.ctbx", L"ctb", false},     {L"a..pc3", L"pc3", true},
+        {L"acad.ctb", L"ctb", true},         {L"/plots/ACAD.CtB", L"ctb", true},
+        {L"a.b/acad", L"b/acad", false},     {L"a.ctb/acad", L"ctb", false},
+        {L"dir/.ctb", L"ctb", false},        {L".ctb", L"ctb", false},
+        {L"acad.ctb.bak", L"ctb", false},    {L"acad.", L"ctb", false},
+        {L"acad.ctbx", L"ctb", false},       {L"a..pc3", L"pc3", true},
         {L"\u0416.\u0416", L"\u0436", true}, {L"", L"ctb", false},
     };
     for (const auto& entry : cases) {
@@ -152,14 +171,13 @@ TEST(Characters, LowerCase) {
         char32_t upper;
         char32_t lower;
     } cases[] = {
-        {'A', 'a'},         {'Z', 'z'},         {'@', '@'},         {'[', '['},
-        {0xC0, 0xE0},       {0xD6, 0xF6},       {0xD7, 0xD7},       {0xDE, 0xFE},
-        {0xDF, 0xDF},       {0x100, 0x101},     {0x101, 0x101},     {0x130, 'i'},
-        {0x131, 0x131},     {0x178, 0xFF},      {0x1C5, 0x1C6},     {0x391, 0x3B1},
-        {0x3A2, 0x3A2},     {0x3A3, 0x3C3},     {0x3C2, 0x3C2},     {0x401, 0x451},
-        {0x42F, 0x44F},     {0x531, 0x561},     {0x1E9E, 0xDF},     {0x1F59, 0x1F51},
-        {0x1F5A, 0x1F5A},   {0x2126, 0x3C9},    {0x212A, 'k'},      {0x2C6F, 0x250},
-        {0xFF3A, 0xFF5A},   {0xFF5B, 0xFF5B},   {0xFFFF, 0xFFFF},   {0xD800, 0xD800},
+        {'A', 'a'},       {'Z', 'z'},       {'@', '@'},      {'[', '['},       {0xC0, 0xE0},
+        {0xD6, 0xF6},     {0xD7, 0xD7},     {0xDE, 0xFE},    {0xDF, 0xDF},     {0x100, 0x101},
+        {0x101, 0x101},   {0x130, 'i'},     {0x131, 0x131},  {0x178, 0xFF},    {0x1C5, 0x1C6},
+        {0x391, 0x3B1},   {0x3A2, 0x3A2},   {0x3A3, 0x3C3},  {0x3C2, 0x3C2},   {0x401, 0x451},
+        {0x42F, 0x44F},   {0x531, 0x561},   {0x1E9E, 0xDF},  {0x1F59, 0x1F51}, {0x1F5A, 0x1F5A},
+        {0x2126, 0x3C9},  {0x212A, 'k'},    {0x2C6F, 0x250}, {0xFF3A, 0xFF5A}, {0xFF5B, 0xFF5B},
+        {0xFFFF, 0xFFFF}, {0xD800, 0xD800},
     };
     for (const auto& entry : cases) {
         EXPECT_EQ(static_cast<char32_t>(ut::toLower(static_cast<wchar_t>(entry.upper))),
@@ -185,10 +203,10 @@ TEST(Characters, WhiteSpaceIsTheSameEverywhere) {
             spaces += static_cast<wchar_t>(code);
         }
     }
-    EXPECT_EQ(spaces, (std::wstring{0x09,   0x0A,   0x0B,   0x0C,   0x0D,   0x20,   0x85,
-                                    0xA0,   0x1680, 0x2000, 0x2001, 0x2002, 0x2003, 0x2004,
-                                    0x2005, 0x2006, 0x2007, 0x2008, 0x2009, 0x200A, 0x2028,
-                                    0x2029, 0x202F, 0x205F, 0x3000}));
+    EXPECT_EQ(spaces,
+              (std::wstring{0x09,   0x0A,   0x0B,   0x0C,   0x0D,   0x20,   0x85,   0xA0,   0x1680,
+                            0x2000, 0x2001, 0x2002, 0x2003, 0x2004, 0x2005, 0x2006, 0x2007, 0x2008,
+                            0x2009, 0x200A, 0x2028, 0x2029, 0x202F, 0x205F, 0x3000}));
 }
 
 }  // namespace

@@ -107,9 +107,7 @@ void COBinStream::write(double value) {
     appendLittleEndian(std::bit_cast<std::uint64_t>(value), bytes_);
 }
 
-void COBinStream::write(bool value) {
-    bytes_ += value ? '\1' : '\0';
-}
+void COBinStream::write(bool value) { bytes_ += value ? '\1' : '\0'; }
 
 void COBinStream::write(std::wstring_view value) {
     value = utf16Prefix(value, std::numeric_limits<std::int32_t>::max());

@@ -38,7 +38,7 @@ SingleByteCodePage::SingleByteCodePage(std::string name, const Characters& chara
     // among equals, where no search finds it.
     for (const bool sameNumber : {false, true}) {
         for (std::size_t byte = 0; byte < characters_.size(); ++byte) {
-            const auto code = static_cast<std::size_t>(characters_[byte]);
+            const auto code = static_cast<char32_t>(characters_[byte]);
             if (code >= 0x80 && (code == byte) == sameNumber) {
                 bytes_.emplace_back(characters_[byte], static_cast<char>(byte));
             }
@@ -79,9 +79,7 @@ bool setAnsiCodePage(const char* name) {
     return true;
 }
 
-std::string ansiCodePage() {
-    return current()->name();
-}
+std::string ansiCodePage() { return current()->name(); }
 
 std::wstring decodeAnsi(std::string_view bytes) {
     if (!isAscii(bytes)) {

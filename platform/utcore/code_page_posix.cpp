@@ -1,6 +1,7 @@
 #include <iconv.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <mutex>
 #include <utility>
 
@@ -30,7 +31,7 @@ public:
         }
     }
 
-    bool isOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+    bool isOpen() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
 
     /// Converts what it can of `input`, removes it from there and returns the number of bytes
     /// written to `output`. `error` is 0 or the reason why some input is left.
@@ -66,9 +67,8 @@ public:
             // No page has more characters than bytes.
             std::wstring part(bytes.size(), L'\0');
             int error = 0;
-            const std::size_t written =
-                fromBytes_.convert(bytes, reinterpret_cast<char*>(part.data()),
-                                   part.size() * sizeof(wchar_t), error);
+            const std::size_t written = fromBytes_.convert(
+                bytes, reinterpret_cast<char*>(part.data()), part.size() * sizeof(wchar_t), error);
             text.append(part, 0, written / sizeof(wchar_t));
             if (!bytes.empty()) {
                 text += static_cast<wchar_t>(static_cast<unsigned char>(bytes.front()));
@@ -82,13 +82,13 @@ public:
         const std::lock_guard lock(mutex_);
         const auto wide = static_cast<wchar_t>(character);
         std::string_view input(reinterpret_cast<const char*>(&wide), sizeof(wide));
-        std::array<char, 32> output;
+        char output[32];
         int error = 0;
-        const std::size_t written = toBytes_.convert(input, output.data(), output.size(), error);
+        const std::size_t written = toBytes_.convert(input, output, sizeof(output), error);
         if (error != 0) {
             return false;
         }
-        bytes.append(output.data(), written);
+        bytes.append(output, written);
         return true;
     }
 

@@ -46,11 +46,10 @@ public:
         const auto unit = static_cast<wchar_t>(character);
         char output[4];
         BOOL usedDefault = FALSE;
-        const int count =
-            character > 0xFFFF
-                ? 0
-                : WideCharToMultiByte(codePage_, WC_NO_BEST_FIT_CHARS, &unit, 1, output,
-                                      sizeof(output), nullptr, &usedDefault);
+        const int count = character > 0xFFFF
+                              ? 0
+                              : WideCharToMultiByte(codePage_, WC_NO_BEST_FIT_CHARS, &unit, 1,
+                                                    output, sizeof(output), nullptr, &usedDefault);
         if (count <= 0 || usedDefault != FALSE) {
             return false;
         }
@@ -94,7 +93,8 @@ std::unique_ptr<CodePage> defaultCodePage() {
 
 std::unique_ptr<CodePage> openCodePage(const std::string& name) {
     const std::string own = nameOf(GetACP());
-    if (!equalNoCase(std::wstring(name.begin(), name.end()), std::wstring(own.begin(), own.end()))) {
+    if (!equalNoCase(std::wstring(name.begin(), name.end()),
+                     std::wstring(own.begin(), own.end()))) {
         return nullptr;
     }
     return defaultCodePage();

@@ -41,8 +41,9 @@ public:
     /// Follows symbolic links, also to a file that does not exist. Fails when `path` is a folder
     /// or a file that may not be written.
     virtual SystemError findDestination(const std::wstring& path, Destination& destination) = 0;
-    /// Creates a file; fails when the path exists.
-    virtual SystemError create(const std::wstring& path, File& file) = 0;
+    /// Creates a file; fails when the path exists. A file made to replace another gets permissions
+    /// from `copyPermissions`, and until then grants no more than the other can have granted.
+    virtual SystemError create(const std::wstring& path, bool replaces, File& file) = 0;
     virtual SystemError openDevice(const std::wstring& path, File& file) = 0;
     /// Writes at least one byte of non-empty `bytes`; `count` tells how many.
     virtual SystemError write(File file, std::string_view bytes, std::size_t& count) = 0;

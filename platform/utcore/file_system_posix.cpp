@@ -13,9 +13,7 @@ namespace ut {
 
 namespace {
 
-SystemError lastError(const char* action) {
-    return {static_cast<std::uint32_t>(errno), action};
-}
+SystemError lastError(const char* action) { return {static_cast<std::uint32_t>(errno), action}; }
 
 /// Repeats a call that a signal interrupted.
 template <typename Call>
@@ -28,9 +26,7 @@ auto repeated(Call call) {
     }
 }
 
-int descriptor(FileSystem::File file) {
-    return static_cast<int>(file);
-}
+int descriptor(FileSystem::File file) { return static_cast<int>(file); }
 
 /// The folder of `path` as a path of its own.
 std::wstring folderOf(const std::wstring& path) {
@@ -56,8 +52,7 @@ bool readLink(const std::string& path, std::string& target) {
 
 class PosixFiles : public FileSystem {
 public:
-    SystemError openForReading(const std::wstring& path, File& file,
-                               std::uint64_t& size) override {
+    SystemError openForReading(const std::wstring& path, File& file, std::uint64_t& size) override {
         if (const SystemError error = open(path, O_RDONLY, file)) {
             return error;
         }
@@ -118,8 +113,9 @@ public:
         return {};
     }
 
-    SystemError create(const std::wstring& path, File& file) override {
-        const SystemError error = open(path, O_WRONLY | O_CREAT | O_EXCL, file);
+    SystemError create(const std::wstring& path, bool replaces, File& file) override {
+        const mode_t mode = replaces ? 0600 : 0666;
+        const SystemError error = open(path, O_WRONLY | O_CREAT | O_EXCL, file, mode);
         return {error.code, "create"};
     }
 
@@ -142,8 +138,7 @@ public:
     SystemError copyPermissions(const std::wstring& path, File file) override {
         struct stat model {};
         struct stat own {};
-        if (::stat(encodePath(path).c_str(), &model) != 0 ||
-            ::fstat(descriptor(file), &own) != 0) {
+        if (::stat(encodePath(path).c_str(), &model) != 0 || ::fstat(descriptor(file), &own) != 0) {
             return lastError("set permissions");
         }
         mode_t mode = model.st_mode & 07777;
@@ -191,14 +186,14 @@ public:
     }
 
 private:
-    static SystemError open(const std::wstring& path, int flags, File& file) {
+    static SystemError open(const std::wstring& path, int flags, File& file, mode_t mode = 0) {
         // The system would take the path up to there.
         if (path.find(L'\0') != std::wstring::npos) {
             return {EINVAL, "open"};
         }
         const std::string native = encodePath(path);
         const int result =
-            repeated([&] { return ::open(native.c_str(), flags | O_CLOEXEC | O_NOCTTY, 0666); });
+            repeated([&] { return ::open(native.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode); });
         if (result < 0) {
             return lastError("open");
         }

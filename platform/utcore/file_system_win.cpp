@@ -12,13 +12,9 @@ namespace {
 
 constexpr DWORD longestStep = 1u << 30;
 
-SystemError lastError(const char* action) {
-    return {GetLastError(), action};
-}
+SystemError lastError(const char* action) { return {GetLastError(), action}; }
 
-HANDLE handle(FileSystem::File file) {
-    return reinterpret_cast<HANDLE>(file);
-}
+HANDLE handle(FileSystem::File file) { return reinterpret_cast<HANDLE>(file); }
 
 /// Calls of the form "fill this buffer or tell the length needed", until the text fits.
 template <typename Call>
@@ -42,9 +38,7 @@ std::wstring fullPath(const std::wstring& path) {
     });
 }
 
-bool isDevicePath(std::wstring_view path) {
-    return path.starts_with(L"\\\\.\\");
-}
+bool isDevicePath(std::wstring_view path) { return path.starts_with(L"\\\\.\\"); }
 
 /// `path` as the system takes it at any length.
 std::wstring native(const std::wstring& path) {
@@ -61,7 +55,8 @@ std::wstring native(const std::wstring& path) {
 /// opened for creation to tell its target: that file goes again when it is closed.
 SystemError followLinks(std::wstring& path) {
     constexpr DWORD anyShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    HANDLE file = CreateFileW(native(path).c_str(), 0, anyShare, nullptr, OPEN_EXISTING, 0, nullptr);
+    HANDLE file =
+        CreateFileW(native(path).c_str(), 0, anyShare, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_NOT_FOUND) {
         file = CreateFileW(native(path).c_str(), DELETE, anyShare, nullptr, CREATE_NEW,
                            FILE_FLAG_DELETE_ON_CLOSE, nullptr);
@@ -82,8 +77,7 @@ SystemError followLinks(std::wstring& path) {
 
 class WindowsFiles : public FileSystem {
 public:
-    SystemError openForReading(const std::wstring& path, File& file,
-                               std::uint64_t& size) override {
+    SystemError openForReading(const std::wstring& path, File& file, std::uint64_t& size) override {
         // Others may go on writing the file: what was there when it is read counts.
         const SystemError error =
             open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
@@ -143,8 +137,9 @@ public:
                    : SystemError{};
     }
 
-    SystemError create(const std::wstring& path, File& file) override {
-        // WRITE_DAC is for the permissions that it gets later.
+    SystemError create(const std::wstring& path, bool /*replaces*/, File& file) override {
+        // It inherits its access list from the folder, as the other had. WRITE_DAC is for the
+        // permissions that it gets later.
         const SystemError error =
             open(path, GENERIC_WRITE | WRITE_DAC, FILE_SHARE_READ, CREATE_NEW, file);
         return {error.code, "create"};
@@ -171,16 +166,17 @@ public:
         GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
         std::vector<unsigned char> descriptor(size);
         // A file system without access lists has none to keep.
-        if (size > 0 && GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(),
-                                         size, &size) != FALSE &&
+        if (size > 0 &&
+            GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size,
+                             &size) != FALSE &&
             SetKernelObjectSecurity(handle(file), DACL_SECURITY_INFORMATION, descriptor.data()) ==
                 FALSE) {
             return lastError("set permissions");
         }
         FILE_BASIC_INFO basic{};
-        basic.FileAttributes = GetFileAttributesW(from.c_str()) &
-                               (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
-                                FILE_ATTRIBUTE_NOT_CONTENT_INDEXED);
+        basic.FileAttributes =
+            GetFileAttributesW(from.c_str()) &
+            (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED);
         basic.FileAttributes |= FILE_ATTRIBUTE_ARCHIVE;
         return SetFileInformationByHandle(handle(file), FileBasicInfo, &basic, sizeof(basic)) !=
                        FALSE

@@ -116,7 +116,7 @@ SystemError replaceFile(FileSystem& files, const std::wstring& path,
     }
     const std::wstring temporary = temporaryBeside(destination.path);
     FileSystem::File file{};
-    if (const SystemError error = files.create(temporary, file)) {
+    if (const SystemError error = files.create(temporary, destination.exists, file)) {
         return error;
     }
     SystemError error = fill(files, file, destination, pieces);

@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <string>
 
@@ -13,9 +13,7 @@ namespace ut {
 
 namespace {
 
-bool isDigit(wchar_t character) {
-    return character >= L'0' && character <= L'9';
-}
+bool isDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
 
 /// The characters that a number can have after its sign, hexadecimal ones included.
 bool isNumeric(wchar_t character) {
@@ -113,10 +111,10 @@ bool scanDouble(std::wstring_view text, double& value) {
     }
     text = text.substr(0, length);
 
-    std::array<char, 64> usual;
+    char usual[64];
     std::string unusual;
-    char* characters = usual.data();
-    if (length > usual.size()) {
+    char* characters = usual;
+    if (length > std::size(usual)) {
         unusual.resize(length);
         characters = unusual.data();
     }
@@ -150,10 +148,10 @@ std::wstring formatFixed(double value, int precision) {
     const int digits = precision < 0 ? 6 : precision;
     // A sign, the point and the longest integer part.
     constexpr std::size_t longest = std::numeric_limits<double>::max_exponent10 + 3;
-    std::array<char, longest + 32> usual;
+    char usual[longest + 32];
     std::string unusual;
-    char* characters = usual.data();
-    std::size_t room = usual.size();
+    char* characters = usual;
+    std::size_t room = std::size(usual);
     if (digits > 32) {
         unusual.resize(longest + static_cast<std::size_t>(digits));
         characters = unusual.data();

@@ -7,9 +7,7 @@
 
 namespace ut {
 
-std::wstring decodePath(std::string_view bytes) {
-    return decodeUtf8Lenient(bytes, true);
-}
+std::wstring decodePath(std::string_view bytes) { return decodeUtf8Lenient(bytes, true); }
 
 std::string encodePath(std::wstring_view path) {
     std::string bytes;

@@ -3,9 +3,7 @@
 
 namespace ut {
 
-bool isPathSeparator(wchar_t character) {
-    return character == L'/';
-}
+bool isPathSeparator(wchar_t character) { return character == L'/'; }
 
 std::wstring correctSlashes(std::wstring_view path) {
     // A backslash is a character like any other in a file's name.

@@ -10,15 +10,9 @@ namespace ut {
 
 inline constexpr char32_t replacementCharacter = 0xFFFD;
 
-inline bool isSurrogate(char32_t character) {
-    return (character & 0xFFFFF800u) == 0xD800;
-}
-inline bool isHighSurrogate(char32_t character) {
-    return (character & 0xFFFFFC00u) == 0xD800;
-}
-inline bool isLowSurrogate(char32_t character) {
-    return (character & 0xFFFFFC00u) == 0xDC00;
-}
+inline bool isSurrogate(char32_t character) { return (character & 0xFFFFF800u) == 0xD800; }
+inline bool isHighSurrogate(char32_t character) { return (character & 0xFFFFFC00u) == 0xD800; }
+inline bool isLowSurrogate(char32_t character) { return (character & 0xFFFFFC00u) == 0xDC00; }
 inline char32_t joinSurrogates(char32_t high, char32_t low) {
     return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
 }
@@ -101,9 +95,7 @@ inline char32_t takeCharacter(std::wstring_view& text) {
 }
 
 /// Number of UTF-16 units of `character`.
-inline std::size_t utf16Units(char32_t character) {
-    return character - 0x10000 < 0x100000 ? 2 : 1;
-}
+inline std::size_t utf16Units(char32_t character) { return character - 0x10000 < 0x100000 ? 2 : 1; }
 inline char16_t highSurrogate(char32_t character) {
     return static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
 }

@@ -8,9 +8,7 @@ namespace ut {
 
 namespace {
 
-std::size_t unitsOf(wchar_t character) {
-    return utf16Units(static_cast<char32_t>(character));
-}
+std::size_t unitsOf(wchar_t character) { return utf16Units(static_cast<char32_t>(character)); }
 
 /// Hands out the UTF-16 units of a text one by one.
 class Utf16Reader {
@@ -66,7 +64,8 @@ std::wstring_view utf16Prefix(std::wstring_view text, std::size_t units) {
         }
     }
     // Half a pair is no beginning of a text that both systems could have.
-    if (count > 0 && count < text.size() && isHighSurrogate(static_cast<char32_t>(text[count - 1])) &&
+    if (count > 0 && count < text.size() &&
+        isHighSurrogate(static_cast<char32_t>(text[count - 1])) &&
         isLowSurrogate(static_cast<char32_t>(text[count]))) {
         --count;
     }

@@ -4,9 +4,7 @@
 
 namespace ut {
 
-bool isAscii(std::string_view bytes) {
-    return asciiLength(bytes) == bytes.size();
-}
+bool isAscii(std::string_view bytes) { return asciiLength(bytes) == bytes.size(); }
 
 bool isUtf8(std::string_view bytes) {
     for (;;) {

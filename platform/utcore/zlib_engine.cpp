@@ -12,13 +12,9 @@ namespace {
 /// zlib counts the bytes of one call in 32 bits.
 constexpr std::uint64_t longestStep = std::numeric_limits<uInt>::max();
 
-uInt step(std::uint64_t bytes) {
-    return static_cast<uInt>(std::min(bytes, longestStep));
-}
+uInt step(std::uint64_t bytes) { return static_cast<uInt>(std::min(bytes, longestStep)); }
 
-Bytef* writable(const char* bytes) {
-    return reinterpret_cast<Bytef*>(const_cast<char*>(bytes));
-}
+Bytef* writable(const char* bytes) { return reinterpret_cast<Bytef*>(const_cast<char*>(bytes)); }
 
 /// What `inflate` is given and lets go of again on every way out.
 class Inflater {
@@ -81,8 +77,8 @@ int ZlibEngine::decompress(std::string_view source, ByteBuffer& target, std::uin
 
     // One byte beyond the limit tells a body that ends there from one that goes on.
     const std::uint64_t mostRoom = std::max(limit, limit + 1);
-    target.reserve(static_cast<std::size_t>(
-        std::min(firstRoom(source.size(), sizeHint), mostRoom)));
+    target.reserve(
+        static_cast<std::size_t>(std::min(firstRoom(source.size(), sizeHint), mostRoom)));
     for (;;) {
         if (target.size() == target.capacity()) {
             target.reserve(static_cast<std::size_t>(

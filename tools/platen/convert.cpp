@@ -61,8 +61,7 @@ std::string refusal(const Content& content, const Target& target) {
                    : "a named table does not give each of the 255 colours a style of its own, so "
                      "that no colour-dependent table can be made of it";
     }
-    return std::string("a ") + kindName(content.kind) + " cannot become a " +
-           std::string(target.word) + " file";
+    return std::string("the file holds a document of another family: ") + kindName(content.kind);
 }
 
 /// True when colours have to be gathered into named styles. A table under a CTB header whose

@@ -71,7 +71,7 @@ ExitCode printItem(const GetOptions& options, const PiaItem& item, const Console
         PiaBlock data{L""};
         std::unique_ptr<PiaItem> copy = copyValue(item);
         if (data.addItem(copy.get())) {
-            copy.release();
+            static_cast<void>(copy.release());
         }
         return printJson(options, data, console);
     }
