@@ -81,6 +81,66 @@ private:
     bool owned_;
 };
 
+/// The text of an item's value: reads as wide text, and is usually borrowed. A reader leaves most
+/// values where they are, as ASCII in the body that was read; only what is assigned is owned.
+class PLATEN_API PiaText {
+public:
+    /// Copies `text`.
+    explicit PiaText(std::wstring_view text);
+    PiaText(PiaText&& other) noexcept;
+    PiaText& operator=(PiaText&&) = delete;
+    /// Copies `text`, which may be part of this one.
+    PiaText& operator=(std::wstring_view text);
+    ~PiaText() { release(); }
+
+    std::wstring str() const;
+    // NOLINTNEXTLINE(google-explicit-constructor): a value reads like the text it is.
+    operator std::wstring() const { return str(); }
+    /// Wide characters.
+    std::size_t size() const { return lengthAndForm_ >> formBits; }
+    bool empty() const { return size() == 0; }
+
+    /// Calls `reader` with the text as a `std::string_view` of ASCII or a `std::wstring_view`.
+    template <class Reader>
+    decltype(auto) read(Reader reader) const {
+        return form() == Form::Ascii ? reader(asciiView()) : reader(wideView());
+    }
+
+    PLATEN_API friend bool operator==(const PiaText& left, std::wstring_view right);
+    PLATEN_API friend bool operator==(const PiaText& left, const PiaText& right);
+
+private:
+    friend class PiaArena;
+    friend class PiaBlock;
+    enum class Form : std::size_t { Ascii, Wide, Owned };
+    static constexpr unsigned formBits = 2;
+
+    PiaText(const void* characters, std::size_t length, Form form)
+        : characters_(characters),
+          lengthAndForm_((length << formBits) | static_cast<std::size_t>(form)) {}
+    /// These borrow what outlives the text.
+    explicit PiaText(std::string_view ascii) : PiaText(ascii.data(), ascii.size(), Form::Ascii) {}
+    struct Borrow {};
+    PiaText(Borrow, std::wstring_view wide) : PiaText(wide.data(), wide.size(), Form::Wide) {}
+
+    Form form() const {
+        return static_cast<Form>(lengthAndForm_ & ((std::size_t{1} << formBits) - 1));
+    }
+    std::string_view asciiView() const { return {static_cast<const char*>(characters_), size()}; }
+    std::wstring_view wideView() const {
+        return {static_cast<const wchar_t*>(characters_), size()};
+    }
+    void release() {
+        if (form() == Form::Owned) {
+            free();
+        }
+    }
+    void free();
+
+    const void* characters_;
+    std::size_t lengthAndForm_;
+};
+
 /// A named, typed item. Owned by exactly one block; the root is owned by its reader or writer.
 class PLATEN_API PiaItem {
 public:
@@ -110,12 +170,12 @@ protected:
 /// A binary value, kept as text (written between backslashes).
 class PLATEN_API PiaBin final : public PiaItem {
 public:
-    PiaBin(std::wstring_view itemName, std::wstring itemValue);
-    std::wstring value;
+    PiaBin(std::wstring_view itemName, std::wstring_view itemValue);
+    PiaText value;
 
 private:
     friend class PiaArena;
-    PiaBin(InArena, PiaKey borrowedName, std::wstring itemValue);
+    PiaBin(InArena, PiaKey borrowedName, PiaText itemValue);
 };
 
 class PLATEN_API PiaBool final : public PiaItem {
@@ -130,27 +190,27 @@ private:
 
 class PLATEN_API PiaStr final : public PiaItem {
 public:
-    PiaStr(std::wstring_view itemName, std::wstring itemValue);
-    std::wstring value;
+    PiaStr(std::wstring_view itemName, std::wstring_view itemValue);
+    PiaText value;
 
 private:
     friend class PiaArena;
-    PiaStr(InArena, PiaKey borrowedName, std::wstring itemValue);
+    PiaStr(InArena, PiaKey borrowedName, PiaText itemValue);
 };
 
 /// A number, kept as the text that was read or will be written.
 class PLATEN_API PiaNum final : public PiaItem {
 public:
     /// The text as it stands; it is not checked.
-    PiaNum(std::wstring_view itemName, std::wstring text);
+    PiaNum(std::wstring_view itemName, std::wstring_view text);
     /// Fixed notation with `precision` digits after the point; a negative precision means 6.
     PiaNum(std::wstring_view itemName, double number, int precision);
     PiaNum(std::wstring_view itemName, int number);
-    std::wstring value;
+    PiaText value;
 
 private:
     friend class PiaArena;
-    PiaNum(InArena, PiaKey borrowedName, std::wstring text);
+    PiaNum(InArena, PiaKey borrowedName, PiaText text);
 };
 
 /// An ordered list of items in which no two have the same name and the same type.
@@ -159,15 +219,18 @@ public:
     /// The children in order, to be looked at; they change through the block only.
     class Items {
     public:
-        auto begin() const { return list_.begin(); }
-        auto end() const { return list_.end(); }
-        std::size_t size() const { return list_.size(); }
-        bool empty() const { return list_.empty(); }
-        PiaItem* operator[](std::size_t index) const { return list_[index]; }
+        PiaItem* const* begin() const { return items_; }
+        PiaItem* const* end() const { return items_ + size_; }
+        std::size_t size() const { return size_; }
+        bool empty() const { return size_ == 0; }
+        PiaItem* operator[](std::size_t index) const { return items_[index]; }
 
     private:
+        friend class PiaArena;
         friend class PiaBlock;
-        std::vector<PiaItem*> list_;
+        PiaItem** items_ = nullptr;
+        std::uint32_t size_ = 0;
+        std::uint32_t capacity_ = 0;
     };
 
     explicit PiaBlock(std::wstring_view itemName);
@@ -188,6 +251,8 @@ public:
     [[nodiscard]] bool addString(PiaKey key, std::wstring_view text);
     [[nodiscard]] bool addBool(PiaKey key, bool flag);
     [[nodiscard]] bool addBin(PiaKey key, std::wstring_view text);
+    /// A number by its text, which is not checked.
+    [[nodiscard]] bool addNumber(PiaKey key, std::wstring_view text);
     [[nodiscard]] bool addInt(PiaKey key, int number);
     [[nodiscard]] bool addDouble(PiaKey key, double number, int precision = -1);
     template <PiaRuntimeName Name>
@@ -218,19 +283,33 @@ public:
 
 private:
     friend class PiaArena;
+    friend class PiaBodyReader;
     PiaBlock(InArena, PiaKey borrowedName, PiaArena* arena);
 
     bool addStringNamed(std::wstring_view itemName, std::wstring_view text);
     bool addDoubleNamed(std::wstring_view itemName, double number, int precision);
     PiaBlock* addBlockNamed(std::wstring_view itemName);
     static void destroy(PiaItem* item);
+    static std::uint64_t classOf(std::wstring_view itemName, PiaItemType itemType);
     /// `addItem` that destroys what it refuses.
     bool adopt(PiaItem* item);
-    template <class Item, class Value>
-    Item* make(PiaKey key, Value&& itemValue);
-    template <class Item, class Value>
-    Item* makeNamed(std::wstring_view itemName, Value&& itemValue);
-    void indexItems();
+    /// Appends an item that is known to be new; `nameClass` is its class.
+    void append(PiaItem* item, std::uint64_t nameClass) {
+        nameClasses_ |= nameClass;
+        if (items.size_ == items.capacity_) {
+            grow();
+        }
+        items.items_[items.size_++] = item;
+        if (index_) {
+            addToIndex();
+        }
+    }
+    void grow();
+    void addToIndex() const;
+    template <class Item>
+    bool addText(PiaKey key, std::wstring_view text);
+    bool addAscii(PiaKey key, std::string_view number);
+    bool addAscii(std::wstring_view itemName, std::string_view number);
 
     /// Where new children of this block are made; null for the heap.
     PiaArena* arena_ = nullptr;
@@ -238,12 +317,13 @@ private:
     std::uint64_t nameClasses_ = 0;
     /// Where the next lookup starts: readers ask for keys in the order of the file.
     mutable std::size_t nextLookup_ = 0;
-    /// Exists once the block is large.
-    std::unique_ptr<PiaNameIndex> index_;
+    /// Exists once a name was looked for in a large block.
+    mutable std::unique_ptr<PiaNameIndex> index_;
 };
 
 /// A tree whose items live in one arena: the fast way to build one for writing. Items that the
-/// caller makes with `new` and adds are destroyed with it all the same.
+/// caller makes with `new` and adds are destroyed with it all the same. The values of a tree that
+/// was read may lie in the body that it was read from.
 class PLATEN_API PiaTree {
 public:
     PiaTree();

@@ -98,11 +98,17 @@ PLATEN_API wchar_t toLower(wchar_t character);
 /// A value beyond 32 bits does not convert; one between 2^31 and 2^32 - 1 gives the integer of the
 /// same bits, as packed colours are written both ways. False leaves `value` as it was.
 [[nodiscard]] PLATEN_API bool scanInt(std::wstring_view text, std::int32_t& value);
+/// The same for ASCII.
+[[nodiscard]] PLATEN_API bool scanInt(std::string_view text, std::int32_t& value);
 /// Scans `text` as "%lf" does, with a decimal point whatever the locale. A value that is not
 /// finite or beyond the range of a double does not convert. False leaves `value` as it was.
 [[nodiscard]] PLATEN_API bool scanDouble(std::wstring_view text, double& value);
+/// The same for ASCII.
+[[nodiscard]] PLATEN_API bool scanDouble(std::string_view text, double& value);
 /// Fixed notation with `precision` digits after the point (6 when negative).
 PLATEN_API std::wstring formatFixed(double value, int precision);
+/// The same as ASCII.
+PLATEN_API std::string formatFixedAscii(double value, int precision);
 
 // ---------------------------------------------------------------------------------------------
 // Files

@@ -19,16 +19,35 @@ public:
         return new (memory) Item(PiaItem::InArena(), name, std::forward<Args>(args)...);
     }
 
+    /// Makes an item whose value lies in the arena, or outlives it.
+    template <class Item>
+    Item* makeBorrowing(PiaKey name, std::string_view ascii) {
+        return make<Item>(name, PiaText(ascii));
+    }
+    /// Makes an item whose value is copied into the arena.
+    template <class Item, class Char>
+    Item* makeCopying(PiaKey name, std::basic_string_view<Char> text) {
+        if constexpr (sizeof(Char) == 1) {
+            return makeBorrowing<Item>(name, copy(text));
+        } else if (isAscii(text)) {
+            return makeBorrowing<Item>(name, copyAs<char>(text));
+        } else {
+            return make<Item>(name, PiaText(PiaText::Borrow(), copy(text)));
+        }
+    }
+
     PiaBlock* makeBlock(PiaKey name) { return make<PiaBlock>(name, this); }
 
     /// A key whose text lives as long as the arena. `Char` may be `char` for ASCII.
     template <class Char>
     PiaKey copyName(std::basic_string_view<Char> text) {
-        auto* copy = static_cast<wchar_t*>(
-            memory_.allocate((text.size() + 1) * sizeof(wchar_t), alignof(wchar_t)));
-        std::copy(text.begin(), text.end(), copy);
-        copy[text.size()] = L'\0';
-        return PiaKey(std::wstring_view(copy, text.size()));
+        return PiaKey(copyAs<wchar_t>(text));
+    }
+
+    /// Room for a list of `count` children.
+    PiaItem** makeList(std::size_t count) {
+        return static_cast<PiaItem**>(
+            memory_.allocate(count * sizeof(PiaItem*), alignof(PiaItem*)));
     }
 
     /// A key for text that an arena holds.
@@ -36,6 +55,27 @@ public:
 
 private:
     static constexpr std::size_t firstPiece = 16384;
+
+    static bool isAscii(std::wstring_view text) {
+        return std::all_of(text.begin(), text.end(),
+                           [](wchar_t character) { return character < L'\x80'; });
+    }
+
+    /// A copy that ends with a NUL.
+    template <class To, class From>
+    std::basic_string_view<To> copyAs(std::basic_string_view<From> text) {
+        auto* characters =
+            static_cast<To*>(memory_.allocate((text.size() + 1) * sizeof(To), alignof(To)));
+        std::transform(text.begin(), text.end(), characters,
+                       [](From character) { return static_cast<To>(character); });
+        characters[text.size()] = To();
+        return {characters, text.size()};
+    }
+
+    template <class Char>
+    std::basic_string_view<Char> copy(std::basic_string_view<Char> text) {
+        return copyAs<Char>(text);
+    }
 
     std::pmr::monotonic_buffer_resource memory_{firstPiece, std::pmr::new_delete_resource()};
 };

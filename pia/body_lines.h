@@ -23,6 +23,18 @@ public:
     /// The next piece; false at the end of the body.
     bool next(std::string_view& piece, PiaReport& report);
 
+    /// Where the next line begins, when `atLineStart`; and the end of the body.
+    const char* position() const { return position_; }
+    const char* end() const { return body_.data() + body_.size(); }
+    bool atLineStart() const { return !insideLine_; }
+    bool holdsNul() const { return holdsNul_; }
+    /// Takes a whole line, which the caller has read itself, when `atLineStart`.
+    void takeLine(const char* nextLine) {
+        pieceStart_ = position_;
+        position_ = nextLine;
+        ++line_;
+    }
+
     /// Byte offset of the piece that `next` gave last.
     std::uint64_t offset() const { return static_cast<std::uint64_t>(pieceStart_ - body_.data()); }
     /// Its line, from 1.

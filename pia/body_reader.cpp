@@ -45,12 +45,20 @@ PiaBodyReader::PiaBodyReader(std::string_view body, PiaEncoding encoding, const 
       limits_(limits),
       arena_(tree.arena()),
       report_(report),
-      names_(tree.arena()),
-      blocks_{&tree.root()} {}
+      names_(tree.arena()) {
+    levels_.emplace_back().block = &tree.root();
+}
 
 bool PiaBodyReader::read() {
+    const bool plainBody = asciiBody_ && !lines_.holdsNul();
     std::string_view piece;
-    while (next(piece)) {
+    while (true) {
+        if (plainBody && lines_.atLineStart() && takePlainLine()) {
+            continue;
+        }
+        if (!next(piece)) {
+            break;
+        }
         if (piece.empty()) {
             continue;
         }
@@ -58,10 +66,10 @@ bool PiaBodyReader::read() {
             return false;
         }
     }
-    if (blocks_.size() > 1) {
+    if (insideBlock()) {
         PiaFinding finding = here(PiaCode::MissingClosingBrace);
         finding.path = pathOf({});
-        finding.found = std::to_wstring(blocks_.size() - 1) + L" open";
+        finding.found = std::to_wstring(depth_) + L" open";
         report_.warn(std::move(finding));
     }
     return true;
@@ -69,15 +77,14 @@ bool PiaBodyReader::read() {
 
 template <class Char>
 bool PiaBodyReader::readLine(Text<Char> line) {
-    const bool insideBlock = blocks_.size() > 1;
     const std::size_t equals = line.find(as<Char>('='));
     if (equals != Text<Char>::npos) {
-        if (insideBlock && line.substr(0, equals).find(as<Char>('}')) != Text<Char>::npos) {
+        if (insideBlock() && line.substr(0, equals).find(as<Char>('}')) != Text<Char>::npos) {
             return fail(PiaCode::BraceBeforeEquals, line);
         }
         return readItem(line, equals);
     }
-    if (insideBlock && line.find(as<Char>('}')) != Text<Char>::npos) {
+    if (insideBlock() && line.find(as<Char>('}')) != Text<Char>::npos) {
         closeBlock(line);
         return true;
     }
@@ -120,15 +127,15 @@ bool PiaBodyReader::readItem(Text<Char> line, std::size_t equals) {
     }
     warnOfSplit();
     if (value.front() == as<Char>('"')) {
-        return add<PiaStr>(name, widen(value.substr(1)));
+        return add(arena_.makeCopying<PiaStr>(name, value.substr(1)));
     }
     if (isWord(value, "true")) {
-        return add<PiaBool>(name, true);
+        return add(arena_.make<PiaBool>(name, true));
     }
     if (isWord(value, "false")) {
-        return add<PiaBool>(name, false);
+        return add(arena_.make<PiaBool>(name, false));
     }
-    return add<PiaNum>(name, widen(value));
+    return add(arena_.makeCopying<PiaNum>(name, value));
 }
 
 template <class Char>
@@ -158,7 +165,7 @@ bool PiaBodyReader::readBin(PiaKey name, Text<Char> begin) {
         }
         ended = isPlain(piece) ? take(piece) : take(std::wstring_view(decoded(piece)));
     }
-    return add<PiaBin>(name, std::move(value));
+    return add(arena_.makeCopying<PiaBin>(name, std::wstring_view(value)));
 }
 
 template <class Char>
@@ -167,7 +174,7 @@ bool PiaBodyReader::openBlock(Text<Char> line, std::size_t brace) {
     if (nameText.empty() || !mayAddItem()) {
         return false;
     }
-    if (blocks_.size() > limits_.depth) {
+    if (depth_ >= limits_.depth) {
         return fail(PiaCode::TooDeep, line, L"at most " + std::to_wstring(limits_.depth));
     }
     if (!isBlank(line.substr(brace + 1))) {
@@ -175,13 +182,10 @@ bool PiaBodyReader::openBlock(Text<Char> line, std::size_t brace) {
     }
     warnOfSplit();
     PiaBlock* block = arena_.makeBlock(names_.intern(nameText));
-    if (!blocks_.back()->addItem(block)) {
-        PiaFinding finding = here(PiaCode::Duplicate);
-        finding.path = pathOf(block->name);
-        block->~PiaBlock();
-        return report_.fail(std::move(finding));
+    if (!add(block)) {
+        return false;
     }
-    blocks_.push_back(block);
+    enter(block);
     return true;
 }
 
@@ -191,19 +195,40 @@ void PiaBodyReader::closeBlock(Text<Char> line) {
     if (!isBlank(line.substr(0, brace)) || !isBlank(line.substr(brace + 1))) {
         report_.warn(here(PiaCode::TextIgnored));
     }
-    blocks_.pop_back();
+    leave();
 }
 
-template <class Item, class... Args>
-bool PiaBodyReader::add(PiaKey name, Args&&... args) {
-    Item* item = arena_.make<Item>(name, std::forward<Args>(args)...);
-    if (blocks_.back()->addItem(item)) {
-        return true;
+bool PiaBodyReader::add(PiaItem* item) {
+    if (!level().block->addItem(item)) {
+        // The arena keeps the memory of the item, and nothing in it has to be freed.
+        PiaFinding finding = here(PiaCode::Duplicate);
+        finding.path = pathOf(item->name);
+        return report_.fail(std::move(finding));
     }
-    item->~Item();
-    PiaFinding finding = here(PiaCode::Duplicate);
-    finding.path = pathOf(name.text());
-    return report_.fail(std::move(finding));
+    // A line that is not plain ends what a later sibling could follow.
+    level().follows = false;
+    level().records = false;
+    return true;
+}
+
+void PiaBodyReader::enter(PiaBlock* block) {
+    if (++depth_ == levels_.size()) {
+        levels_.emplace_back();
+    }
+    Level& entered = level();
+    entered.block = block;
+    entered.seen.clear();
+    entered.next = 0;
+    entered.follows = !entered.sibling.empty();
+    entered.records = !entered.follows;
+}
+
+void PiaBodyReader::leave() {
+    Level& left = level();
+    if (!left.follows) {
+        left.sibling.swap(left.seen);
+    }
+    --depth_;
 }
 
 bool PiaBodyReader::mayAddItem() {
@@ -231,10 +256,8 @@ void PiaBodyReader::warnOfSplit() {
 
 std::wstring PiaBodyReader::pathOf(std::wstring_view name) const {
     std::wstring path;
-    for (const PiaBlock* block : blocks_) {
-        if (!block->name.empty()) {
-            path.append(block->name.view()).append(L"/");
-        }
+    for (std::size_t depth = 1; depth <= depth_; ++depth) {
+        path.append(levels_[depth].block->name.view()).append(L"/");
     }
     path.append(name);
     if (name.empty() && !path.empty()) {

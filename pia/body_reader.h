@@ -11,7 +11,7 @@
 
 class PiaBodyReader {
 public:
-    /// Borrows everything; `tree` must be fresh.
+    /// Borrows everything; `tree` must be fresh, and its values may lie in `body` afterwards.
     PiaBodyReader(std::string_view body, PiaEncoding encoding, const PiaLimits& limits,
                   PiaTree& tree, PiaReport& report);
 
@@ -19,6 +19,39 @@ public:
     bool read();
 
 private:
+    /// A line that began an item or a block, up to its "=" or "{".
+    struct SeenLine {
+        std::string_view beginning;
+        PiaItemType type;
+        PiaKey name;
+        std::uint64_t nameClass;
+    };
+
+    /// A block that is being read, and what the block before it at the same depth looked like.
+    /// Blocks of a list are alike: while one follows the lines of its sibling, its names are known
+    /// to be valid and new without looking at them.
+    struct Level {
+        PiaBlock* block = nullptr;
+        std::vector<SeenLine> sibling;
+        std::vector<SeenLine> seen;
+        /// The line of the sibling that is expected next.
+        std::size_t next = 0;
+        bool follows = false;
+        bool records = false;
+    };
+
+    // Plain lines: ASCII, no longer than one read, nothing odd in them. What these do not take,
+    // invalid lines among it, is left to the careful functions below.
+    bool takePlainLine();
+    bool takeLikeSibling(Level& level);
+    bool takeNamedLine(Level& level);
+    bool takeItem(Level& level, const char* value, const SeenLine& line, bool isNew);
+    bool takeOpening(Level& level, const SeenLine& line, bool isNew);
+    PiaItem* makePlain(PiaKey name, PiaItemType type, std::string_view value);
+    static void stopFollowing(Level& level);
+    static void record(Level& level, const SeenLine& line);
+
+    // Any line.
     template <class Char>
     bool readLine(std::basic_string_view<Char> line);
     template <class Char>
@@ -32,9 +65,13 @@ private:
     /// The name in front of a "=" or "{": empty when it is invalid, which is noted.
     template <class Char>
     std::basic_string_view<Char> nameIn(std::basic_string_view<Char> text);
-    template <class Item, class... Args>
-    bool add(PiaKey name, Args&&... args);
+    bool add(PiaItem* item);
     bool mayAddItem();
+
+    Level& level() { return levels_[depth_]; }
+    bool insideBlock() const { return depth_ > 0; }
+    void enter(PiaBlock* block);
+    void leave();
 
     bool next(std::string_view& piece) { return lines_.next(piece, report_); }
     /// The piece decoded, when it is not ASCII.
@@ -53,8 +90,9 @@ private:
     PiaArena& arena_;
     PiaReport& report_;
     PiaNameTable names_;
-    /// From the root to the block that is being read.
-    std::vector<PiaBlock*> blocks_;
+    /// From the root to the block that is being read, and deeper ones that were left.
+    std::vector<Level> levels_;
+    std::size_t depth_ = 0;
     std::size_t itemCount_ = 0;
     std::wstring decodedLine_;
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "pia/body_lines.h"
@@ -85,20 +87,27 @@ Frame frameOf(PiaItemType type) {
     return {"=", ""};
 }
 
-std::wstring_view valueOf(const PiaItem& item) {
+/// Calls `reader` with the value of an item as a view of ASCII or of wide text; that of a block is
+/// empty.
+template <class Reader>
+auto readValue(const PiaItem& item, Reader reader) {
     switch (item.type) {
     case PiaItemType::Bin:
-        return static_cast<const PiaBin&>(item).value;
+        return static_cast<const PiaBin&>(item).value.read(reader);
     case PiaItemType::Bool:
-        return static_cast<const PiaBool&>(item).value ? L"TRUE" : L"FALSE";
+        return reader(std::string_view(static_cast<const PiaBool&>(item).value ? "TRUE" : "FALSE"));
     case PiaItemType::Str:
-        return static_cast<const PiaStr&>(item).value;
+        return static_cast<const PiaStr&>(item).value.read(reader);
     case PiaItemType::Num:
-        return static_cast<const PiaNum&>(item).value;
+        return static_cast<const PiaNum&>(item).value.read(reader);
     case PiaItemType::Block:
         break;
     }
-    return {};
+    return reader(std::string_view());
+}
+
+std::wstring valueOf(const PiaItem& item) {
+    return readValue(item, [](auto text) { return std::wstring(text.begin(), text.end()); });
 }
 
 bool holds(std::wstring_view text, wchar_t character) {
@@ -143,6 +152,73 @@ bool valueReadsBack(std::wstring_view value, PiaItemType type) {
             !ut::equalNoCase(value, L"true") && !ut::equalNoCase(value, L"false"));
 }
 
+/// The characters that a plain name or value does not hold: those that mean something to a reader.
+constexpr std::array<bool, 128> isSpecial(std::string_view characters) {
+    std::array<bool, 128> marks{};
+    marks[0] = true;
+    for (const char character : characters) {
+        marks[static_cast<unsigned char>(character)] = true;
+    }
+    return marks;
+}
+constexpr std::array<bool, 128> specialInNames = isSpecial("\n =}{");
+constexpr std::array<bool, 128> specialInValues = isSpecial("\n\r");
+
+/// Builds a line that needs no care: ASCII that fits and reads back as it is.
+class PlainLine {
+public:
+    /// False, with a part of the line in place, when the line needs care.
+    template <class Char>
+    bool build(std::size_t depth, const PiaItem& item, std::basic_string_view<Char> value) {
+        const Frame frame = frameOf(item.type);
+        if (item.type == PiaItemType::Bin || depth >= depthLimit || item.name.empty() ||
+            depth + item.name.size() + frame.before.size() + value.size() > lineLimit) {
+            return false;
+        }
+        if (item.type == PiaItemType::Num && !isPlainNumber(value)) {
+            return false;
+        }
+        end_ = std::fill_n(line_.data(), depth, ' ');
+        if (!append(item.name.view(), specialInNames)) {
+            return false;
+        }
+        end_ = std::copy(frame.before.begin(), frame.before.end(), end_);
+        if (!append(value, specialInValues)) {
+            return false;
+        }
+        *end_++ = '\n';
+        return true;
+    }
+
+    std::string_view view() const {
+        return {line_.data(), static_cast<std::size_t>(end_ - line_.data())};
+    }
+
+private:
+    /// Not empty, and not to be taken for another type.
+    template <class Char>
+    static bool isPlainNumber(std::basic_string_view<Char> value) {
+        constexpr std::string_view first = "+-.0123456789";
+        return !value.empty() && value.front() < Char(0x80) &&
+               first.find(static_cast<char>(value.front())) != std::string_view::npos;
+    }
+
+    template <class Char>
+    bool append(std::basic_string_view<Char> text, const std::array<bool, 128>& special) {
+        for (const Char character : text) {
+            const auto code = static_cast<std::make_unsigned_t<Char>>(character);
+            if (code >= special.size() || special[code]) {
+                return false;
+            }
+            *end_++ = static_cast<char>(code);
+        }
+        return true;
+    }
+
+    std::array<char, lineLimit + 1> line_;
+    char* end_ = line_.data();
+};
+
 class FileBody {
 public:
     FileBody(const PiaBlock& root, std::string& body, PiaReport& report)
@@ -165,12 +241,22 @@ private:
     std::size_t indentation() const { return std::min(walk_.depth(), lineLimit); }
 
     bool writeItem(const PiaItem& item) {
+        const bool plain = readValue(
+            item, [&](auto value) { return line_.build(walk_.depth(), item, value); });
+        if (plain) {
+            body_.append(line_.view());
+            return true;
+        }
+        return writeCarefully(item);
+    }
+
+    bool writeCarefully(const PiaItem& item) {
         const std::wstring_view name = item.name;
-        const std::wstring_view value = valueOf(item);
+        const std::wstring value = valueOf(item);
         if (holds(name, L'\n') || holds(value, L'\n')) {
             return report_.fail({.code = PiaCode::LineBreakInValue,
                                  .path = walk_.pathOf(item),
-                                 .found = std::wstring(value)});
+                                 .found = value});
         }
         if (!nameReadsBack(name, item.type, walk_.depth()) ||
             !valueReadsBack(value, item.type) ||
@@ -227,10 +313,11 @@ private:
     void warn(PiaCode code, const PiaItem& item) {
         report_.warn({.code = code,
                       .path = walk_.pathOf(item),
-                      .found = std::wstring(valueOf(item).substr(0, lineLimit))});
+                      .found = valueOf(item).substr(0, lineLimit)});
     }
 
     Walk walk_;
+    PlainLine line_;
     std::string& body_;
     PiaReport& report_;
     bool cut_ = false;

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <charconv>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "pia.h"
 #include "pia/arena.h"
@@ -9,36 +11,43 @@
 
 namespace {
 
-/// From this many children on, a block keeps an index.
+/// From this many children on, a block that is searched keeps an index.
 constexpr std::size_t indexedFrom = 24;
 /// Room for this many children is made at the first: most blocks are records of that size.
-constexpr std::size_t firstChildren = 16;
+constexpr std::uint32_t firstChildren = 16;
 
-std::wstring decimal(int number) {
-    char digits[12];
-    const char* end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-    return {static_cast<const char*>(digits), end};
+/// The decimal digits of a number.
+class Decimal {
+public:
+    explicit Decimal(int number)
+        : end_(std::to_chars(std::begin(digits_), std::end(digits_), number).ptr) {}
+    std::string_view view() const {
+        return {digits_, static_cast<std::size_t>(end_ - digits_)};
+    }
+
+private:
+    char digits_[12];
+    const char* end_;
+};
+
+std::wstring widen(std::string_view ascii) { return {ascii.begin(), ascii.end()}; }
+
+const wchar_t* copyOf(std::wstring_view text) {
+    auto* copy = new wchar_t[text.size() + 1];
+    std::copy(text.begin(), text.end(), copy);
+    copy[text.size()] = L'\0';
+    return copy;
 }
 
-/// One of 64 bits for the class that a name and type belong to.
-std::uint64_t classOf(std::wstring_view name, PiaItemType type) {
-    auto mixed = static_cast<std::uint64_t>(type) + name.size() * 5;
-    if (!name.empty()) {
-        mixed += static_cast<std::uint64_t>(name.front()) * 3 +
-                 static_cast<std::uint64_t>(name.back()) * 11;
-    }
-    return std::uint64_t{1} << (mixed & 63U);
+/// The item itself, when it is one of the wanted type whose value is a text.
+const PiaNum* numberIn(const PiaBlock& block, std::wstring_view name) {
+    return static_cast<const PiaNum*>(block.findItem(name, PiaItemType::Num));
 }
 
 }  // namespace
 
 PiaName::PiaName(std::wstring_view text)
-    : length_(static_cast<std::uint32_t>(text.size())), owned_(true) {
-    auto* copy = new wchar_t[text.size() + 1];
-    std::copy(text.begin(), text.end(), copy);
-    copy[text.size()] = L'\0';
-    text_ = copy;
-}
+    : text_(copyOf(text)), length_(static_cast<std::uint32_t>(text.size())), owned_(true) {}
 
 PiaName::PiaName(PiaKey key)
     : text_(key.c_str()), length_(static_cast<std::uint32_t>(key.text().size())), owned_(false) {}
@@ -49,15 +58,51 @@ PiaName::~PiaName() {
     }
 }
 
+PiaText::PiaText(std::wstring_view text) : PiaText(copyOf(text), text.size(), Form::Owned) {}
+
+PiaText::PiaText(PiaText&& other) noexcept
+    : characters_(other.characters_), lengthAndForm_(std::exchange(other.lengthAndForm_, 0)) {}
+
+PiaText& PiaText::operator=(std::wstring_view text) {
+    const void* copy = copyOf(text);
+    release();
+    characters_ = copy;
+    lengthAndForm_ = (text.size() << formBits) | static_cast<std::size_t>(Form::Owned);
+    return *this;
+}
+
+void PiaText::free() { delete[] static_cast<const wchar_t*>(characters_); }
+
+std::wstring PiaText::str() const {
+    return read([](auto text) { return std::wstring(text.begin(), text.end()); });
+}
+
+bool operator==(const PiaText& left, std::wstring_view right) {
+    return left.read([&](auto text) {
+        return std::equal(text.begin(), text.end(), right.begin(), right.end(),
+                          [](auto one, wchar_t other) { return static_cast<wchar_t>(one) == other; });
+    });
+}
+
+bool operator==(const PiaText& left, const PiaText& right) {
+    return right.read([&](auto text) {
+        if constexpr (std::is_same_v<decltype(text), std::wstring_view>) {
+            return left == text;
+        } else {
+            return left == std::wstring_view(widen(text));
+        }
+    });
+}
+
 PiaItem::PiaItem(PiaItemType itemType, std::wstring_view itemName)
     : type(itemType), inArena_(false), name(itemName) {}
 PiaItem::PiaItem(InArena, PiaItemType itemType, PiaKey borrowedName)
     : type(itemType), inArena_(true), name(borrowedName) {}
 PiaItem::~PiaItem() = default;
 
-PiaBin::PiaBin(std::wstring_view itemName, std::wstring itemValue)
-    : PiaItem(PiaItemType::Bin, itemName), value(std::move(itemValue)) {}
-PiaBin::PiaBin(InArena, PiaKey borrowedName, std::wstring itemValue)
+PiaBin::PiaBin(std::wstring_view itemName, std::wstring_view itemValue)
+    : PiaItem(PiaItemType::Bin, itemName), value(itemValue) {}
+PiaBin::PiaBin(InArena, PiaKey borrowedName, PiaText itemValue)
     : PiaItem(InArena(), PiaItemType::Bin, borrowedName), value(std::move(itemValue)) {}
 
 PiaBool::PiaBool(std::wstring_view itemName, bool itemValue)
@@ -65,48 +110,76 @@ PiaBool::PiaBool(std::wstring_view itemName, bool itemValue)
 PiaBool::PiaBool(InArena, PiaKey borrowedName, bool itemValue)
     : PiaItem(InArena(), PiaItemType::Bool, borrowedName), value(itemValue) {}
 
-PiaStr::PiaStr(std::wstring_view itemName, std::wstring itemValue)
-    : PiaItem(PiaItemType::Str, itemName), value(std::move(itemValue)) {}
-PiaStr::PiaStr(InArena, PiaKey borrowedName, std::wstring itemValue)
+PiaStr::PiaStr(std::wstring_view itemName, std::wstring_view itemValue)
+    : PiaItem(PiaItemType::Str, itemName), value(itemValue) {}
+PiaStr::PiaStr(InArena, PiaKey borrowedName, PiaText itemValue)
     : PiaItem(InArena(), PiaItemType::Str, borrowedName), value(std::move(itemValue)) {}
 
-PiaNum::PiaNum(std::wstring_view itemName, std::wstring text)
-    : PiaItem(PiaItemType::Num, itemName), value(std::move(text)) {}
+PiaNum::PiaNum(std::wstring_view itemName, std::wstring_view text)
+    : PiaItem(PiaItemType::Num, itemName), value(text) {}
 PiaNum::PiaNum(std::wstring_view itemName, double number, int precision)
     : PiaNum(itemName, ut::formatFixed(number, precision)) {}
-PiaNum::PiaNum(std::wstring_view itemName, int number) : PiaNum(itemName, decimal(number)) {}
-PiaNum::PiaNum(InArena, PiaKey borrowedName, std::wstring text)
+PiaNum::PiaNum(std::wstring_view itemName, int number)
+    : PiaNum(itemName, widen(Decimal(number).view())) {}
+PiaNum::PiaNum(InArena, PiaKey borrowedName, PiaText text)
     : PiaItem(InArena(), PiaItemType::Num, borrowedName), value(std::move(text)) {}
 
 PiaBlock::PiaBlock(std::wstring_view itemName) : PiaItem(PiaItemType::Block, itemName) {}
 PiaBlock::PiaBlock(InArena, PiaKey borrowedName, PiaArena* arena)
     : PiaItem(InArena(), PiaItemType::Block, borrowedName), arena_(arena) {}
 
+/// One of 64 bits for the class that a name and type belong to.
+std::uint64_t PiaBlock::classOf(std::wstring_view itemName, PiaItemType itemType) {
+    auto mixed = static_cast<std::uint64_t>(itemType) + itemName.size() * 5;
+    if (!itemName.empty()) {
+        mixed += static_cast<std::uint64_t>(itemName.front()) * 3 +
+                 static_cast<std::uint64_t>(itemName.back()) * 11;
+    }
+    return std::uint64_t{1} << (mixed & 63U);
+}
+
 void PiaBlock::destroy(PiaItem* item) {
-    if (item->inArena_) {
-        item->~PiaItem();
-    } else {
+    if (!item->inArena_) {
         delete item;
+        return;
+    }
+    // Their memory and their names are the arena's: only what was given to them later is freed.
+    switch (item->type) {
+    case PiaItemType::Bin:
+        static_cast<PiaBin*>(item)->value.release();
+        break;
+    case PiaItemType::Str:
+        static_cast<PiaStr*>(item)->value.release();
+        break;
+    case PiaItemType::Num:
+        static_cast<PiaNum*>(item)->value.release();
+        break;
+    case PiaItemType::Bool:
+        break;
+    case PiaItemType::Block:
+        static_cast<PiaBlock*>(item)->~PiaBlock();
+        break;
     }
 }
 
 PiaBlock::~PiaBlock() {
-    if (items.empty()) {
-        return;
-    }
     // Blocks whose children are being destroyed, innermost last: no recursion on depth. A block
-    // that is destroyed here has no children left, and its own destructor returns at once.
+    // that is destroyed here has no children left, and its own destructor has little to do.
     struct Level {
         PiaBlock* block;
         std::size_t next;
     };
-    std::vector<Level> levels{{this, 0}};
-    while (true) {
+    std::vector<Level> levels;
+    if (!items.empty()) {
+        levels.push_back({this, 0});
+    }
+    while (!levels.empty()) {
         Level& level = levels.back();
-        auto& children = level.block->items.list_;
+        Items& children = level.block->items;
         if (level.next < children.size()) {
             PiaItem* child = children[level.next++];
-            if (child->type == PiaItemType::Block) {
+            if (child->type == PiaItemType::Block &&
+                !static_cast<PiaBlock*>(child)->items.empty()) {
                 levels.push_back({static_cast<PiaBlock*>(child), 0});
             } else {
                 destroy(child);
@@ -114,13 +187,26 @@ PiaBlock::~PiaBlock() {
             continue;
         }
         PiaBlock* finished = level.block;
-        children.clear();
+        children.size_ = 0;
         levels.pop_back();
-        if (levels.empty()) {
-            return;
+        if (finished != this) {
+            destroy(finished);
         }
-        destroy(finished);
     }
+    if (arena_ == nullptr) {
+        delete[] items.items_;
+    }
+}
+
+void PiaBlock::grow() {
+    const std::uint32_t capacity = items.capacity_ == 0 ? firstChildren : items.capacity_ * 2;
+    PiaItem** list = arena_ != nullptr ? arena_->makeList(capacity) : new PiaItem*[capacity];
+    std::copy(items.begin(), items.end(), list);
+    if (arena_ == nullptr) {
+        delete[] items.items_;
+    }
+    items.items_ = list;
+    items.capacity_ = capacity;
 }
 
 PiaItem* PiaBlock::findItem(std::wstring_view itemName, PiaItemType itemType) const {
@@ -134,7 +220,8 @@ PiaItem* PiaBlock::findItem(std::wstring_view itemName, PiaItemType itemType) co
     if ((nameClasses_ & classOf(itemName, itemType)) == 0) {
         return nullptr;
     }
-    if (index_) {
+    if (items.size() >= indexedFrom) {
+        addToIndex();
         return index_->find(items, itemName, itemType);
     }
     for (std::size_t position = 0; position < items.size(); ++position) {
@@ -151,35 +238,27 @@ bool PiaBlock::addItem(PiaItem* item) {
     if ((nameClasses_ & nameClass) != 0 && findItem(item->name, item->type) != nullptr) {
         return false;
     }
-    nameClasses_ |= nameClass;
-    if (items.list_.capacity() == 0) {
-        items.list_.reserve(firstChildren);
-    }
-    items.list_.push_back(item);
-    if (index_) {
-        index_->add(*item, items.size() - 1);
-    } else if (items.size() >= indexedFrom) {
-        indexItems();
-    }
+    append(item, nameClass);
     return true;
 }
 
-void PiaBlock::indexItems() {
-    index_ = std::make_unique<PiaNameIndex>();
-    for (std::size_t position = 0; position < items.size(); ++position) {
+/// Takes the items that the index does not have yet, making it first.
+void PiaBlock::addToIndex() const {
+    if (!index_) {
+        index_ = std::make_unique<PiaNameIndex>();
+    }
+    for (std::size_t position = index_->size(); position < items.size(); ++position) {
         index_->add(*items[position], position);
     }
 }
 
 void PiaBlock::sortItems() {
-    std::stable_sort(items.list_.begin(), items.list_.end(),
+    std::stable_sort(items.items_, items.items_ + items.size_,
                      [](const PiaItem* left, const PiaItem* right) {
                          return ut::compareOrdinal(left->name, right->name) < 0;
                      });
     nextLookup_ = 0;
-    if (index_) {
-        indexItems();
-    }
+    index_.reset();
 }
 
 bool PiaBlock::adopt(PiaItem* item) {
@@ -190,38 +269,49 @@ bool PiaBlock::adopt(PiaItem* item) {
     return false;
 }
 
-template <class Item, class Value>
-Item* PiaBlock::make(PiaKey key, Value&& itemValue) {
+template <class Item>
+bool PiaBlock::addText(PiaKey key, std::wstring_view text) {
     if (arena_ != nullptr) {
-        return arena_->make<Item>(key, std::forward<Value>(itemValue));
+        return adopt(arena_->makeCopying<Item>(key, text));
     }
-    return new Item(key.text(), std::forward<Value>(itemValue));
+    return adopt(new Item(key.text(), text));
 }
 
-template <class Item, class Value>
-Item* PiaBlock::makeNamed(std::wstring_view itemName, Value&& itemValue) {
+bool PiaBlock::addAscii(PiaKey key, std::string_view number) {
     if (arena_ != nullptr) {
-        return arena_->make<Item>(arena_->copyName(itemName), std::forward<Value>(itemValue));
+        return adopt(arena_->makeCopying<PiaNum>(key, number));
     }
-    return new Item(itemName, std::forward<Value>(itemValue));
+    return adopt(new PiaNum(key.text(), widen(number)));
 }
 
-bool PiaBlock::addString(PiaKey key, std::wstring_view text) {
-    return adopt(make<PiaStr>(key, std::wstring(text)));
+bool PiaBlock::addAscii(std::wstring_view itemName, std::string_view number) {
+    if (arena_ != nullptr) {
+        return adopt(arena_->makeCopying<PiaNum>(arena_->copyName(itemName), number));
+    }
+    return adopt(new PiaNum(itemName, widen(number)));
 }
-bool PiaBlock::addBool(PiaKey key, bool flag) { return adopt(make<PiaBool>(key, flag)); }
-bool PiaBlock::addBin(PiaKey key, std::wstring_view text) {
-    return adopt(make<PiaBin>(key, std::wstring(text)));
+
+bool PiaBlock::addString(PiaKey key, std::wstring_view text) { return addText<PiaStr>(key, text); }
+bool PiaBlock::addBin(PiaKey key, std::wstring_view text) { return addText<PiaBin>(key, text); }
+bool PiaBlock::addNumber(PiaKey key, std::wstring_view text) { return addText<PiaNum>(key, text); }
+bool PiaBlock::addBool(PiaKey key, bool flag) {
+    if (arena_ != nullptr) {
+        return adopt(arena_->make<PiaBool>(key, flag));
+    }
+    return adopt(new PiaBool(key.text(), flag));
 }
-bool PiaBlock::addInt(PiaKey key, int number) { return adopt(make<PiaNum>(key, decimal(number))); }
+bool PiaBlock::addInt(PiaKey key, int number) { return addAscii(key, Decimal(number).view()); }
 bool PiaBlock::addDouble(PiaKey key, double number, int precision) {
-    return adopt(make<PiaNum>(key, ut::formatFixed(number, precision)));
+    return addAscii(key, ut::formatFixedAscii(number, precision));
 }
 bool PiaBlock::addStringNamed(std::wstring_view itemName, std::wstring_view text) {
-    return adopt(makeNamed<PiaStr>(itemName, std::wstring(text)));
+    if (arena_ != nullptr) {
+        return adopt(arena_->makeCopying<PiaStr>(arena_->copyName(itemName), text));
+    }
+    return adopt(new PiaStr(itemName, text));
 }
 bool PiaBlock::addDoubleNamed(std::wstring_view itemName, double number, int precision) {
-    return adopt(makeNamed<PiaNum>(itemName, ut::formatFixed(number, precision)));
+    return addAscii(itemName, ut::formatFixedAscii(number, precision));
 }
 
 PiaBlock* PiaBlock::addBlock(PiaKey key) {
@@ -241,19 +331,21 @@ bool PiaBlock::getString(std::wstring& out, std::wstring_view itemName) const {
     if (item == nullptr) {
         return false;
     }
-    out = item->value;
+    item->value.read([&](auto text) { out.assign(text.begin(), text.end()); });
     return true;
 }
 
 bool PiaBlock::getDouble(double& out, std::wstring_view itemName) const {
-    const auto* item = static_cast<const PiaNum*>(findItem(itemName, PiaItemType::Num));
-    return item != nullptr && ut::scanDouble(item->value, out);
+    const PiaNum* item = numberIn(*this, itemName);
+    return item != nullptr &&
+           item->value.read([&](auto text) { return ut::scanDouble(text, out); });
 }
 
 bool PiaBlock::getInt(int& out, std::wstring_view itemName) const {
-    const auto* item = static_cast<const PiaNum*>(findItem(itemName, PiaItemType::Num));
+    const PiaNum* item = numberIn(*this, itemName);
     std::int32_t value = 0;
-    if (item == nullptr || !ut::scanInt(item->value, value)) {
+    if (item == nullptr ||
+        !item->value.read([&](auto text) { return ut::scanInt(text, value); })) {
         return false;
     }
     out = value;

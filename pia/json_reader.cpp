@@ -37,7 +37,7 @@ public:
             levels_.back().isVoid = flag;
             return true;
         }
-        return add<PiaBool>(flag);
+        return mayAdd(tree_.arena().make<PiaBool>(internKey(), flag));
     }
 
     bool number_integer(number_integer_t number) override {
@@ -72,7 +72,7 @@ public:
             level.value = std::move(value);
             return true;
         }
-        return add<PiaStr>(std::move(value));
+        return add<PiaStr>(value);
     }
 
     bool start_object(std::size_t) override {
@@ -107,8 +107,8 @@ public:
             if (level.value) {
                 key_ = valueMember;
                 std::wstring value = std::move(*level.value);
-                if (level.isVoid ? !add<PiaBin>(std::move(value))
-                                 : !add<PiaStr>(std::move(value))) {
+                if (level.isVoid ? !add<PiaBin>(value)
+                                 : !add<PiaStr>(value)) {
                     return false;
                 }
             }
@@ -160,12 +160,11 @@ private:
         return true;
     }
 
-    bool addNumber(std::wstring text) { return !inBlock() || add<PiaNum>(std::move(text)); }
+    bool addNumber(const std::wstring& text) { return !inBlock() || add<PiaNum>(text); }
 
-    template <class Item, class Value>
-    bool add(Value&& value) {
-        auto* item = tree_.arena().make<Item>(internKey(), std::forward<Value>(value));
-        return mayAdd(item);
+    template <class Item>
+    bool add(std::wstring_view text) {
+        return mayAdd(tree_.arena().makeCopying<Item>(internKey(), text));
     }
 
     PiaKey internKey() {
@@ -179,18 +178,16 @@ private:
         return names_.intern(std::wstring_view(wide));
     }
 
-    /// Adds an item of the arena. A name may stand once in an object, whatever its type.
-    template <class Item>
-    bool mayAdd(Item* item) {
+    /// Adds an item of the arena, which keeps what is refused. A name may stand once in an object,
+    /// whatever its type.
+    bool mayAdd(PiaItem* item) {
         if (++itemCount_ > limits_.items) {
-            item->~Item();
             return fail(PiaCode::TooManyItems, {});
         }
         PiaBlock& block = *levels_.back().block;
         for (const PiaItemType type :
              {PiaItemType::Block, PiaItemType::Bool, PiaItemType::Str, PiaItemType::Num}) {
             if (block.findItem(item->name, type) != nullptr) {
-                item->~Item();
                 return fail(PiaCode::Duplicate, {});
             }
         }

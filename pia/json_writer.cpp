@@ -66,11 +66,11 @@ private:
                             block.findItem(valueName, PiaItemType::Str) == nullptr;
         if (stands) {
             object[voidMember] = true;
-            put(object, item, path, ut::encodeUtf8(item.value));
+            put(object, item, path, ut::encodeUtf8(item.value.str()));
             return;
         }
         warn(item, path, L"a binary value, which reads as a block");
-        put(object, item, path, {{voidMember, true}, {"value", ut::encodeUtf8(item.value)}});
+        put(object, item, path, {{voidMember, true}, {"value", ut::encodeUtf8(item.value.str())}});
     }
 
     void putScalar(json& object, const PiaItem& item, const PiaPath& path) {
@@ -82,12 +82,12 @@ private:
         } else if (item.type == PiaItemType::Num) {
             putNumber(object, static_cast<const PiaNum&>(item), path);
         } else {
-            put(object, item, path, ut::encodeUtf8(static_cast<const PiaStr&>(item).value));
+            put(object, item, path, ut::encodeUtf8(static_cast<const PiaStr&>(item).value.str()));
         }
     }
 
     void putNumber(json& object, const PiaNum& item, const PiaPath& path) {
-        const std::string text = ut::encodeUtf8(item.value);
+        const std::string text = ut::encodeUtf8(item.value.str());
         std::int64_t integer = 0;
         std::uint64_t large = 0;
         double real = 0;
@@ -98,7 +98,7 @@ private:
             put(object, item, path, large);
         } else if (const auto scanned = std::from_chars(text.data(), end, real);
                    scanned.ec == std::errc() && scanned.ptr == end && std::isfinite(real)) {
-            if (ut::formatFixed(real, 6) != item.value) {
+            if (!(item.value == ut::formatFixed(real, 6))) {
                 warn(item, path, L"a number that is read with six decimals");
             }
             put(object, item, path, real);

@@ -11,6 +11,9 @@ class PiaNameIndex {
 public:
     PiaNameIndex();
 
+    /// Number of items added.
+    std::size_t size() const { return used_; }
+
     /// Adds the item that stands at `position`; its name and type must be new.
     void add(const PiaItem& item, std::size_t position);
     /// The item of that name and type among `items`, or null.

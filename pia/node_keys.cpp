@@ -40,7 +40,7 @@ bool reportUnreadable(PiaReport& report, const PiaBlock& block, const PiaPath& p
     finding.expected = nameOf(type);
     if (const PiaItem* item = block.findItem(key, type)) {
         finding.code = PiaCode::ValueInvalid;
-        finding.found = static_cast<const PiaNum*>(item)->value;
+        finding.found = static_cast<const PiaNum*>(item)->value.str();
     } else {
         finding.code = PiaCode::KeyMissing;
     }

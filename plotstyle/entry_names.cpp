@@ -1,14 +1,16 @@
 #include "plotstyle/entry_names.h"
 
+#include <utility>
+
 #include "pia/name_hash.h"
 #include "utcore.h"
 
 namespace plot_style {
 
-void EntryNames::set(std::size_t entry, std::wstring_view name) {
+void EntryNames::set(std::size_t entry, std::wstring name) {
     const std::uint64_t hash = hashOf(name);
     std::uint16_t& first = first_[hash % buckets];
-    entries_[entry] = {.name = name, .hash = hash, .next = first};
+    entries_[entry] = {.name = std::move(name), .hash = hash, .next = first};
     first = static_cast<std::uint16_t>(entry);
     ++waiting_;
 }

@@ -174,7 +174,7 @@ bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
             return entries.failTaken(*item);
         }
         taken.set(*place);
-        names.set(*place, static_cast<const PiaStr*>(item)->value);
+        names.set(*place, static_cast<const PiaStr*>(item)->value.str());
     }
 
     auto aci = std::make_unique<CAciTable>();
@@ -185,7 +185,8 @@ bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
     for (const PiaItem* item : block.items) {
         if (aci->at(*plot_style::parseIndex(item->name, CAciTable::count)) == nullptr) {
             return fail(report, PiaCode::StyleUnknown, entries.path().join(item->name),
-                        L"the name of a style", static_cast<const PiaStr*>(item)->value);
+                        L"the name of a style",
+                        static_cast<const PiaStr*>(item)->value.str());
         }
     }
     aci_ = std::move(aci);
@@ -218,7 +219,7 @@ bool CPlotStyleTable::initCLW(const PiaBlock& block, PiaReport& report) {
         if (!place) {
             return false;
         }
-        const std::wstring& text = static_cast<const PiaNum*>(item)->value;
+        const std::wstring text = static_cast<const PiaNum*>(item)->value;
         if (!ut::scanDouble(text, read[*place])) {
             return fail(report, PiaCode::ValueInvalid, weights.path().join(item->name), L"a number",
                         text);

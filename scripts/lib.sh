@@ -150,6 +150,9 @@ build_preset() {
 # Every checkout has a Wine of its own, so that two of them do not disturb each other.
 wine_environment() {
     export WINEPREFIX=$root/build/windows/wineprefix
+    # Its server keeps a folder for its socket, which would stay behind in /tmp.
+    export TMPDIR=$root/build/windows/wine-server
+    mkdir -p "$TMPDIR"
     export WINEDEBUG=-all
     # Wine's own helpers for .NET and HTML would be asked for in dialogs; nothing here needs them.
     export WINEDLLOVERRIDES='mscoree=;mshtml='
@@ -158,7 +161,6 @@ wine_environment() {
 # Makes this checkout's Wine prefix if it is missing. Several tests may come here at once.
 wine_prefix() {
     [[ ! -d $WINEPREFIX ]] || return 0
-    mkdir -p "$root/build/windows"
     (
         flock 9
         [[ ! -d $WINEPREFIX ]] || exit 0

@@ -13,7 +13,20 @@ namespace ut {
 
 namespace {
 
+template <class Char>
+using Text = std::basic_string_view<Char>;
+
 bool isDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
+
+bool isSpaceIn(Text<char>, char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+bool isSpaceIn(Text<wchar_t>, wchar_t character) { return isSpace(character); }
+
+void narrowInto(Text<char> text, char* characters) {
+    std::copy(text.begin(), text.end(), characters);
+}
+void narrowInto(Text<wchar_t> text, char* characters) { narrowAscii(text, characters); }
 
 /// The characters that a number can have after its sign, hexadecimal ones included.
 bool isNumeric(wchar_t character) {
@@ -24,13 +37,14 @@ bool isNumeric(wchar_t character) {
 }
 
 /// Removes leading white space and one sign. True when the sign is a minus.
-bool takeSign(std::wstring_view& text) {
+template <class Char>
+bool takeSign(Text<Char>& text) {
     std::size_t at = 0;
-    while (at < text.size() && isSpace(text[at])) {
+    while (at < text.size() && isSpaceIn(text, text[at])) {
         ++at;
     }
-    const bool negative = at < text.size() && text[at] == L'-';
-    if (negative || (at < text.size() && text[at] == L'+')) {
+    const bool negative = at < text.size() && text[at] == Char('-');
+    if (negative || (at < text.size() && text[at] == Char('+'))) {
         ++at;
     }
     text.remove_prefix(at);
@@ -76,20 +90,19 @@ std::errc convert(std::string_view number, std::chars_format format, double& val
     return result.ec;
 }
 
-}  // namespace
-
-bool scanInt(std::wstring_view text, std::int32_t& value) {
+template <class Char>
+bool scanIntIn(Text<Char> text, std::int32_t& value) {
     const bool negative = takeSign(text);
     if (text.empty() || !isDigit(text.front())) {
         return false;
     }
     const std::uint64_t limit = negative ? 0x80000000u : 0xFFFFFFFFu;
     std::uint64_t magnitude = 0;
-    for (const wchar_t character : text) {
+    for (const Char character : text) {
         if (!isDigit(character)) {
             break;
         }
-        magnitude = magnitude * 10 + static_cast<std::uint64_t>(character - L'0');
+        magnitude = magnitude * 10 + static_cast<std::uint64_t>(character - Char('0'));
         if (magnitude > limit) {
             return false;
         }
@@ -99,10 +112,11 @@ bool scanInt(std::wstring_view text, std::int32_t& value) {
     return true;
 }
 
-bool scanDouble(std::wstring_view text, double& value) {
+template <class Char>
+bool scanDoubleIn(Text<Char> text, double& value) {
     const bool negative = takeSign(text);
     // This also keeps out what only the conversion below knows: "inf", "nan" and a second sign.
-    if (text.empty() || !(isDigit(text.front()) || text.front() == L'.')) {
+    if (text.empty() || !(isDigit(text.front()) || text.front() == Char('.'))) {
         return false;
     }
     std::size_t length = 0;
@@ -118,7 +132,7 @@ bool scanDouble(std::wstring_view text, double& value) {
         unusual.resize(length);
         characters = unusual.data();
     }
-    narrowAscii(text, characters);
+    narrowInto(text, characters);
     const std::string_view number(characters, length);
 
     double magnitude = 0;
@@ -141,9 +155,16 @@ bool scanDouble(std::wstring_view text, double& value) {
     return true;
 }
 
-std::wstring formatFixed(double value, int precision) {
+}  // namespace
+
+bool scanInt(std::wstring_view text, std::int32_t& value) { return scanIntIn(text, value); }
+bool scanInt(std::string_view text, std::int32_t& value) { return scanIntIn(text, value); }
+bool scanDouble(std::wstring_view text, double& value) { return scanDoubleIn(text, value); }
+bool scanDouble(std::string_view text, double& value) { return scanDoubleIn(text, value); }
+
+std::string formatFixedAscii(double value, int precision) {
     if (std::isnan(value)) {
-        return L"nan";
+        return "nan";
     }
     const int digits = precision < 0 ? 6 : precision;
     // A sign, the point and the longest integer part.
@@ -153,13 +174,18 @@ std::wstring formatFixed(double value, int precision) {
     char* characters = usual;
     std::size_t room = std::size(usual);
     if (digits > 32) {
-        unusual.resize(longest + static_cast<std::size_t>(digits));
+        room = longest + static_cast<std::size_t>(digits);
+        unusual.resize(room);
         characters = unusual.data();
-        room = unusual.size();
     }
     const std::to_chars_result result =
         std::to_chars(characters, characters + room, value, std::chars_format::fixed, digits);
     return {characters, result.ptr};
+}
+
+std::wstring formatFixed(double value, int precision) {
+    const std::string text = formatFixedAscii(value, precision);
+    return {text.begin(), text.end()};
 }
 
 }  // namespace ut
