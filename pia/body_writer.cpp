@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <type_traits>
 #include <vector>
@@ -164,22 +166,20 @@ constexpr std::array<bool, 128> isSpecial(std::string_view characters) {
 constexpr std::array<bool, 128> specialInNames = isSpecial("\n =}{");
 constexpr std::array<bool, 128> specialInValues = isSpecial("\n\r");
 
-/// Builds a line that needs no care: ASCII that fits and reads back as it is.
-class PlainLine {
+/// Collects lines that need no care: ASCII that fits and reads back as it is.
+class PlainLines {
 public:
-    /// False, with a part of the line in place, when the line needs care.
+    /// Adds the line of an item; false, with nothing added, when it needs care.
     template <class Char>
-    bool build(std::size_t depth, const PiaItem& item, std::basic_string_view<Char> value) {
+    bool add(std::size_t depth, const PiaItem& item, std::basic_string_view<Char> value) {
         const Frame frame = frameOf(item.type);
         if (item.type == PiaItemType::Bin || depth >= depthLimit || item.name.empty() ||
-            depth + item.name.size() + frame.before.size() + value.size() > lineLimit) {
+            depth + item.name.size() + frame.before.size() + value.size() > lineLimit ||
+            (item.type == PiaItemType::Num && !isPlainNumber(value))) {
             return false;
         }
-        if (item.type == PiaItemType::Num && !isPlainNumber(value)) {
-            return false;
-        }
-        end_ = std::fill_n(line_.data(), depth, ' ');
-        if (!append(item.name.view(), specialInNames)) {
+        end_ = std::fill_n(lines_.data() + used_, depth, ' ');
+        if (!appendName(item.name)) {
             return false;
         }
         end_ = std::copy(frame.before.begin(), frame.before.end(), end_);
@@ -187,36 +187,86 @@ public:
             return false;
         }
         *end_++ = '\n';
+        used_ = static_cast<std::size_t>(end_ - lines_.data());
         return true;
     }
 
-    std::string_view view() const {
-        return {line_.data(), static_cast<std::size_t>(end_ - line_.data())};
+    /// Adds the end of a block.
+    void addClosing(std::size_t depth) {
+        end_ = std::fill_n(lines_.data() + used_, depth, ' ');
+        *end_++ = '}';
+        *end_++ = '\n';
+        used_ = static_cast<std::size_t>(end_ - lines_.data());
+    }
+
+    /// True when a further line may not fit.
+    bool isFull() const { return lines_.size() - used_ <= lineLimit + 1 + sizeof KnownName::ascii; }
+
+    void moveTo(std::string& body) {
+        body.append(lines_.data(), used_);
+        used_ = 0;
     }
 
 private:
+    /// A name that was found plain, with its ASCII form. Names repeat by the thousand.
+    struct KnownName {
+        const wchar_t* text = nullptr;
+        std::size_t size = 0;
+        std::array<char, 32> ascii;
+    };
+
     /// Not empty, and not to be taken for another type.
     template <class Char>
     static bool isPlainNumber(std::basic_string_view<Char> value) {
-        constexpr std::string_view first = "+-.0123456789";
-        return !value.empty() && value.front() < Char(0x80) &&
-               first.find(static_cast<char>(value.front())) != std::string_view::npos;
+        if (value.empty()) {
+            return false;
+        }
+        const Char first = value.front();
+        return (first >= Char('0') && first <= Char('9')) || first == Char('-');
+    }
+
+    bool appendName(const PiaName& name) {
+        // Most short names are numbers of list entries, each for itself.
+        constexpr std::size_t shortName = 3;
+        if (name.size() <= shortName || name.size() > sizeof KnownName::ascii) {
+            return append(name.view(), specialInNames);
+        }
+        const auto address = reinterpret_cast<std::uintptr_t>(name.c_str());
+        KnownName& known = known_[(address >> 3U ^ address >> 9U) % known_.size()];
+        if (known.text != name.c_str() || known.size != name.size()) {
+            char* begin = end_;
+            if (!append(name.view(), specialInNames)) {
+                return false;
+            }
+            std::copy(begin, end_, known.ascii.data());
+            known.text = name.c_str();
+            known.size = name.size();
+            return true;
+        }
+        std::memcpy(end_, known.ascii.data(), known.ascii.size());
+        end_ += known.size;
+        return true;
     }
 
     template <class Char>
     bool append(std::basic_string_view<Char> text, const std::array<bool, 128>& special) {
+        char* end = end_;
         for (const Char character : text) {
             const auto code = static_cast<std::make_unsigned_t<Char>>(character);
             if (code >= special.size() || special[code]) {
                 return false;
             }
-            *end_++ = static_cast<char>(code);
+            *end++ = static_cast<char>(code);
         }
+        end_ = end;
         return true;
     }
 
-    std::array<char, lineLimit + 1> line_;
-    char* end_ = line_.data();
+    std::array<KnownName, 64> known_;
+    /// Room for some lines, and for a name that is copied with what stands behind it.
+    std::array<char, 8192> lines_;
+    std::size_t used_ = 0;
+    char* end_ = nullptr;
 };
 
 class FileBody {
@@ -227,8 +277,10 @@ public:
     bool write() {
         const bool done = walk_.run([this](const PiaItem& item) { return writeItem(item); },
                                     [this] {
-                                        body_.append(indentation(), ' ').append("}\n");
+                                        makeRoom();
+                                        lines_.addClosing(indentation());
                                     });
+        lines_.moveTo(body_);
         if (done && !ut::isAscii(body_) && ut::isUtf8(body_)) {
             report_.warn({.code = PiaCode::NotReadBack,
                           .expected = L"text that is not UTF-8 by chance",
@@ -241,13 +293,20 @@ private:
     std::size_t indentation() const { return std::min(walk_.depth(), lineLimit); }
 
     bool writeItem(const PiaItem& item) {
+        makeRoom();
         const bool plain = readValue(
-            item, [&](auto value) { return line_.build(walk_.depth(), item, value); });
+            item, [&](auto value) { return lines_.add(walk_.depth(), item, value); });
         if (plain) {
-            body_.append(line_.view());
             return true;
         }
+        lines_.moveTo(body_);
         return writeCarefully(item);
+    }
+
+    void makeRoom() {
+        if (lines_.isFull()) {
+            lines_.moveTo(body_);
+        }
     }
 
     bool writeCarefully(const PiaItem& item) {
@@ -317,7 +376,7 @@ private:
     }
 
     Walk walk_;
-    PlainLine line_;
+    PlainLines lines_;
     std::string& body_;
     PiaReport& report_;
     bool cut_ = false;

@@ -52,8 +52,8 @@ condense() {
     done
 }
 
-# Runs a step quietly. Its output goes to LOG; when it fails, what matters of that is shown: for a
-# build what the compiler said, otherwise the end.
+# Runs a step quietly. Its output goes to LOG; when it fails, what matters of that is shown: of a
+# build the first failure, otherwise the end.
 # quietly LABEL LOG COMMAND...
 quietly() {
     local label=$1 log=$2 status=0
@@ -62,8 +62,11 @@ quietly() {
     "$@" </dev/null 2>&1 | condense "$label" "$log" || status=$?
     if ((status != 0)); then
         say "error: $label failed (status $status):"
-        { sed -n '/^FAILED:/,$p' "$log" | grep . || cat "$log"; } | tail -n 120 |
-            sed 's/^/  | /' >&2
+        if grep -q '^FAILED:' "$log"; then
+            awk '/^FAILED:/ { on = 1 } on && lines++ < 120 { print "  | " $0 }' "$log" >&2
+        else
+            tail -n 120 "$log" | sed 's/^/  | /' >&2
+        fi
         say "  (all of it: $log)"
     fi
     return "$status"
