@@ -6,6 +6,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -213,8 +214,47 @@ private:
     PiaNum(InArena, PiaKey borrowedName, PiaText text);
 };
 
+/// Takes items in written order: a block of a tree, or the body of a file that is being written.
+/// Documents write themselves into one. A name that is a key is not copied.
+class PLATEN_API PiaSink {
+public:
+    /// False when the block has an item of that name and type already.
+    [[nodiscard]] virtual bool addString(PiaKey key, std::wstring_view text) = 0;
+    [[nodiscard]] virtual bool addBool(PiaKey key, bool flag) = 0;
+    [[nodiscard]] virtual bool addBin(PiaKey key, std::wstring_view text) = 0;
+    /// A number by its text, which is not checked.
+    [[nodiscard]] virtual bool addNumber(PiaKey key, std::wstring_view text) = 0;
+    [[nodiscard]] virtual bool addInt(PiaKey key, int number) = 0;
+    /// Fixed notation with `precision` digits after the point; a negative precision means 6.
+    [[nodiscard]] virtual bool addDouble(PiaKey key, double number, int precision = -1) = 0;
+    /// Begins a block; null when there is one of that name already. Its items go to the result,
+    /// until the next item goes to this sink.
+    [[nodiscard]] virtual PiaSink* addBlock(PiaKey key) = 0;
+
+    template <PiaRuntimeName Name>
+    [[nodiscard]] bool addString(const Name& itemName, std::wstring_view text) {
+        return addStringNamed(itemName, text);
+    }
+    template <PiaRuntimeName Name>
+    [[nodiscard]] bool addDouble(const Name& itemName, double number, int precision = -1) {
+        return addDoubleNamed(itemName, number, precision);
+    }
+    template <PiaRuntimeName Name>
+    [[nodiscard]] PiaSink* addBlock(const Name& itemName) {
+        return addBlockNamed(itemName);
+    }
+
+protected:
+    ~PiaSink() = default;
+
+private:
+    virtual bool addStringNamed(std::wstring_view itemName, std::wstring_view text) = 0;
+    virtual bool addDoubleNamed(std::wstring_view itemName, double number, int precision) = 0;
+    virtual PiaSink* addBlockNamed(std::wstring_view itemName) = 0;
+};
+
 /// An ordered list of items in which no two have the same name and the same type.
-class PLATEN_API PiaBlock final : public PiaItem {
+class PLATEN_API PiaBlock final : public PiaItem, public PiaSink {
 public:
     /// The children in order, to be looked at; they change through the block only.
     class Items {
@@ -246,25 +286,16 @@ public:
     /// false and leaves `item` with the caller.
     [[nodiscard]] bool addItem(PiaItem* item);
 
-    /// Makes an item, in the arena of this tree if it has one, and adds it: false when a child has
-    /// that name and type already. A name that is a key is not copied.
-    [[nodiscard]] bool addString(PiaKey key, std::wstring_view text);
-    [[nodiscard]] bool addBool(PiaKey key, bool flag);
-    [[nodiscard]] bool addBin(PiaKey key, std::wstring_view text);
-    /// A number by its text, which is not checked.
-    [[nodiscard]] bool addNumber(PiaKey key, std::wstring_view text);
-    [[nodiscard]] bool addInt(PiaKey key, int number);
-    [[nodiscard]] bool addDouble(PiaKey key, double number, int precision = -1);
-    template <PiaRuntimeName Name>
-    [[nodiscard]] bool addString(const Name& itemName, std::wstring_view text) {
-        return addStringNamed(itemName, text);
-    }
-    template <PiaRuntimeName Name>
-    [[nodiscard]] bool addDouble(const Name& itemName, double number, int precision = -1) {
-        return addDoubleNamed(itemName, number, precision);
-    }
-    /// The same for a block: the new child, or null when there is one of that name already.
-    [[nodiscard]] PiaBlock* addBlock(PiaKey key);
+    // The items are made in the arena of the tree, if it has one.
+    using PiaSink::addDouble;
+    using PiaSink::addString;
+    [[nodiscard]] bool addString(PiaKey key, std::wstring_view text) override;
+    [[nodiscard]] bool addBool(PiaKey key, bool flag) override;
+    [[nodiscard]] bool addBin(PiaKey key, std::wstring_view text) override;
+    [[nodiscard]] bool addNumber(PiaKey key, std::wstring_view text) override;
+    [[nodiscard]] bool addInt(PiaKey key, int number) override;
+    [[nodiscard]] bool addDouble(PiaKey key, double number, int precision = -1) override;
+    [[nodiscard]] PiaBlock* addBlock(PiaKey key) override;
     template <PiaRuntimeName Name>
     [[nodiscard]] PiaBlock* addBlock(const Name& itemName) {
         return addBlockNamed(itemName);
@@ -286,9 +317,9 @@ private:
     friend class PiaBodyReader;
     PiaBlock(InArena, PiaKey borrowedName, PiaArena* arena);
 
-    bool addStringNamed(std::wstring_view itemName, std::wstring_view text);
-    bool addDoubleNamed(std::wstring_view itemName, double number, int precision);
-    PiaBlock* addBlockNamed(std::wstring_view itemName);
+    bool addStringNamed(std::wstring_view itemName, std::wstring_view text) override;
+    bool addDoubleNamed(std::wstring_view itemName, double number, int precision) override;
+    PiaBlock* addBlockNamed(std::wstring_view itemName) override;
     static void destroy(PiaItem* item);
     static std::uint64_t classOf(std::wstring_view itemName, PiaItemType itemType);
     /// `addItem` that destroys what it refuses.
@@ -524,6 +555,9 @@ public:
     /// stands in the tree is a warning of the report; a line break in a name or value fails the
     /// write.
     [[nodiscard]] bool write(const PiaBlock* root, const wchar_t* path);
+    /// The same for a document, which `fill` writes into the sink that it is given, without a tree
+    /// between. False when `fill` is.
+    [[nodiscard]] bool write(const std::function<bool(PiaSink&)>& fill, const wchar_t* path);
     /// The bytes that `write` would put into the file.
     [[nodiscard]] bool encode(const PiaBlock& root, ut::ByteBuffer& file);
 
@@ -532,7 +566,11 @@ public:
     const PiaReport& report() const { return report_; }
 
 private:
-    bool encodeParts(const PiaBlock& root, std::string& header, ut::ByteBuffer& stream);
+    /// Starts afresh; `fill` appends the body.
+    bool encodeParts(const std::function<bool(std::string&)>& fill, std::string& header,
+                     ut::ByteBuffer& stream);
+    bool writeParts(const std::function<bool(std::string&)>& fill, const wchar_t* path);
+    bool refuse(const wchar_t* expected);
 
     int kind_ = static_cast<int>(PiaKind::Ctb);
     int status_ = 0;

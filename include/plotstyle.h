@@ -15,6 +15,7 @@
 class PiaBlock;
 class PiaInput;
 class PiaReport;
+class PiaSink;
 
 namespace ut {
 class CIBinStream;
@@ -93,7 +94,10 @@ public:
     bool write(ut::COBinStream& stream) const;
 
 private:
+    friend class CPlotStyleTable;
     friend struct PlotStyleKeys;
+
+    bool writeTo(PiaSink& parent, int index, bool writeModeColor) const;
 
     static constexpr std::int32_t ditherBit = 1;
     static constexpr std::int32_t grayScaleBit = 2;
@@ -234,6 +238,9 @@ private:
 
     /// Fills a new table; after a failure it is of no use.
     bool initFrom(const PiaBlock& root, PiaReport& report);
+    bool writeTo(PiaSink& root) const;
+    bool addAciEntry(PiaSink& block, std::size_t index) const;
+    bool addLineWeight(PiaSink& block, std::size_t index) const;
     bool initStyles(const PiaBlock& block, PiaReport& report);
     bool initAci(const PiaBlock& block, PiaReport& report);
     /// Gives entry i style i, as a table without an "aci_table" block means it.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bit>
+#include <charconv>
 #include <cstring>
 
 #include "pia/arena.h"
@@ -75,6 +76,13 @@ bool isWord(std::string_view text, std::string_view word) {
     return true;
 }
 
+/// True when `text` is `number` in decimal.
+bool spells(std::string_view text, std::size_t number) {
+    std::array<char, 20> digits;
+    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return text == std::string_view(digits.data(), end);
+}
+
 /// The type of a value that is not empty. A binary value may go on over many lines.
 PiaItemType typeOf(std::string_view value) {
     switch (value.front()) {
@@ -115,8 +123,8 @@ bool PiaBodyReader::takeLikeSibling(Level& current) {
     }
     const SeenLine same{{start, line.beginning.size()}, line.type, line.name, line.nameClass};
     return line.type == PiaItemType::Block
-               ? takeOpening(current, same, true)
-               : takeItem(current, start + line.beginning.size(), same, true);
+               ? takeOpening(current, same, Known::FollowsSibling)
+               : takeItem(current, start + line.beginning.size(), same, Known::FollowsSibling);
 }
 
 bool PiaBodyReader::takeNamedLine(Level& current) {
@@ -152,14 +160,14 @@ bool PiaBodyReader::takeNamedLine(Level& current) {
     const bool isNumber = *name >= '0' && *name <= '9';
     const PiaKey key = isNumber ? arena_.copyName(nameText) : names_.intern(nameText);
     const std::string_view beginning(start, static_cast<std::size_t>(stop + 1 - start));
-    return *stop == '='
-               ? takeItem(current, stop + 1, {beginning, PiaItemType::Num, key, 0}, false)
-               : takeOpening(current, {beginning, PiaItemType::Block, key, 0}, false);
+    current.counts = current.counts && isNumber && spells(nameText, current.block->items.size());
+    const Known known = current.counts ? Known::IsNew : Known::Nothing;
+    return *stop == '=' ? takeItem(current, stop + 1, {beginning, PiaItemType::Num, key, 0}, known)
+                        : takeOpening(current, {beginning, PiaItemType::Block, key, 0}, known);
 }
 
-/// Takes an item whose value begins at `value`. When it `isNew` it must also be of the type that
-/// the line says.
-bool PiaBodyReader::takeItem(Level& current, const char* value, const SeenLine& line, bool isNew) {
+bool PiaBodyReader::takeItem(Level& current, const char* value, const SeenLine& line,
+                             Known known) {
     const char* feed = findFeed(value, lines_.end());
     if (feed == nullptr ||
         feed - line.beginning.data() >= static_cast<std::ptrdiff_t>(PiaBodyLines::readSize)) {
@@ -171,44 +179,52 @@ bool PiaBodyReader::takeItem(Level& current, const char* value, const SeenLine& 
         return false;
     }
     const PiaItemType type = typeOf(text);
-    if (type == PiaItemType::Bin || (isNew && type != line.type)) {
+    if (type == PiaItemType::Bin || (known == Known::FollowsSibling && type != line.type)) {
         return false;
     }
-    PiaItem* item = makePlain(line.name, type, text);
-    if (isNew) {
-        current.block->append(item, line.nameClass);
-        ++current.next;
-    } else {
-        if (!current.block->addItem(item)) {
-            return false;
-        }
-        record(current, {line.beginning, type, line.name, PiaBlock::classOf(line.name.text(), type)});
+    SeenLine typed = line;
+    typed.type = type;
+    if (!append(current, typed, makePlain(line.name, type, text), known)) {
+        return false;
     }
-    ++itemCount_;
     lines_.takeLine(feed + 1);
     return true;
 }
 
-bool PiaBodyReader::takeOpening(Level& current, const SeenLine& line, bool isNew) {
+bool PiaBodyReader::takeOpening(Level& current, const SeenLine& line, Known known) {
     const char* feed = line.beginning.data() + line.beginning.size();
     if (feed == lines_.end() || *feed != '\n' || line.beginning.size() >= PiaBodyLines::readSize ||
         depth_ >= limits_.depth || itemCount_ == limits_.items) {
         return false;
     }
     PiaBlock* block = arena_.makeBlock(line.name);
-    if (isNew) {
-        current.block->append(block, line.nameClass);
-        ++current.next;
-    } else {
-        if (!current.block->addItem(block)) {
-            return false;
-        }
-        record(current, {line.beginning, line.type, line.name,
-                         PiaBlock::classOf(line.name.text(), line.type)});
+    if (!append(current, line, block, known)) {
+        return false;
     }
-    ++itemCount_;
     lines_.takeLine(feed + 1);
     enter(block);
+    return true;
+}
+
+/// Adds an item to the current block; false when it may not be added.
+bool PiaBodyReader::append(Level& current, const SeenLine& line, PiaItem* item, Known known) {
+    if (known == Known::FollowsSibling) {
+        current.block->append(item, line.nameClass);
+        ++current.next;
+        current.counts = false;
+    } else if (known == Known::IsNew) {
+        current.block->append(item, PiaBlock::classOf(line.name.text(), line.type));
+        current.records = false;
+    } else {
+        if (!current.block->addItem(item)) {
+            return false;
+        }
+        if (current.records && current.seen.size() < mostSeenLines) {
+            current.seen.push_back({line.beginning, line.type, line.name,
+                                    PiaBlock::classOf(line.name.text(), line.type)});
+        }
+    }
+    ++itemCount_;
     return true;
 }
 
@@ -228,10 +244,4 @@ void PiaBodyReader::stopFollowing(Level& level) {
                       level.sibling.begin() + static_cast<std::ptrdiff_t>(level.next));
     level.follows = false;
     level.records = true;
-}
-
-void PiaBodyReader::record(Level& level, const SeenLine& line) {
-    if (level.records && level.seen.size() < mostSeenLines) {
-        level.seen.push_back(line);
-    }
 }

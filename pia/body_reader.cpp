@@ -37,11 +37,11 @@ bool isBlank(Text<Char> text) {
 
 }  // namespace
 
-PiaBodyReader::PiaBodyReader(std::string_view body, PiaEncoding encoding, const PiaLimits& limits,
-                             PiaTree& tree, PiaReport& report)
+PiaBodyReader::PiaBodyReader(std::string_view body, bool isAscii, PiaEncoding encoding,
+                             const PiaLimits& limits, PiaTree& tree, PiaReport& report)
     : lines_(body),
       decoder_(encoding),
-      asciiBody_(ut::isAscii(body)),
+      asciiBody_(isAscii),
       limits_(limits),
       arena_(tree.arena()),
       report_(report),
@@ -208,6 +208,7 @@ bool PiaBodyReader::add(PiaItem* item) {
     // A line that is not plain ends what a later sibling could follow.
     level().follows = false;
     level().records = false;
+    level().counts = false;
     return true;
 }
 
@@ -221,6 +222,7 @@ void PiaBodyReader::enter(PiaBlock* block) {
     entered.next = 0;
     entered.follows = !entered.sibling.empty();
     entered.records = !entered.follows;
+    entered.counts = true;
 }
 
 void PiaBodyReader::leave() {

@@ -12,8 +12,9 @@
 class PiaBodyReader {
 public:
     /// Borrows everything; `tree` must be fresh, and its values may lie in `body` afterwards.
-    PiaBodyReader(std::string_view body, PiaEncoding encoding, const PiaLimits& limits,
-                  PiaTree& tree, PiaReport& report);
+    /// `isAscii` says whether the whole body is.
+    PiaBodyReader(std::string_view body, bool isAscii, PiaEncoding encoding,
+                  const PiaLimits& limits, PiaTree& tree, PiaReport& report);
 
     /// Reads the whole body. False at the first invalid line, which is noted in the report.
     bool read();
@@ -38,6 +39,8 @@ private:
         std::size_t next = 0;
         bool follows = false;
         bool records = false;
+        /// True while the children are named 0, 1, 2, ...: then the next of these is new.
+        bool counts = true;
     };
 
     // Plain lines: ASCII, no longer than one read, nothing odd in them. What these do not take,
@@ -45,11 +48,13 @@ private:
     bool takePlainLine();
     bool takeLikeSibling(Level& level);
     bool takeNamedLine(Level& level);
-    bool takeItem(Level& level, const char* value, const SeenLine& line, bool isNew);
-    bool takeOpening(Level& level, const SeenLine& line, bool isNew);
+    /// What is known of the name of a line.
+    enum class Known { Nothing, IsNew, FollowsSibling };
+    bool takeItem(Level& level, const char* value, const SeenLine& line, Known known);
+    bool takeOpening(Level& level, const SeenLine& line, Known known);
+    bool append(Level& level, const SeenLine& line, PiaItem* item, Known known);
     PiaItem* makePlain(PiaKey name, PiaItemType type, std::string_view value);
     static void stopFollowing(Level& level);
-    static void record(Level& level, const SeenLine& line);
 
     // Any line.
     template <class Char>

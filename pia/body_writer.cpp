@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <string_view>
 #include <type_traits>
 #include <vector>
@@ -48,16 +50,6 @@ public:
                 levels_.push_back({static_cast<const PiaBlock*>(&child), 0});
             }
         }
-    }
-
-    std::wstring pathOf(const PiaItem& item) const {
-        std::wstring path;
-        for (const Level& level : levels_) {
-            if (!level.block->name.empty()) {
-                path.append(level.block->name.view()).append(L"/");
-            }
-        }
-        return path.append(item.name.view());
     }
 
 private:
@@ -166,20 +158,27 @@ constexpr std::array<bool, 128> isSpecial(std::string_view characters) {
 constexpr std::array<bool, 128> specialInNames = isSpecial("\n =}{");
 constexpr std::array<bool, 128> specialInValues = isSpecial("\n\r");
 
+struct Name {
+    std::wstring_view text;
+    /// True when the text stays where it is until the body is written.
+    bool isKept;
+};
+
 /// Collects lines that need no care: ASCII that fits and reads back as it is.
 class PlainLines {
 public:
     /// Adds the line of an item; false, with nothing added, when it needs care.
     template <class Char>
-    bool add(std::size_t depth, const PiaItem& item, std::basic_string_view<Char> value) {
-        const Frame frame = frameOf(item.type);
-        if (item.type == PiaItemType::Bin || depth >= depthLimit || item.name.empty() ||
-            depth + item.name.size() + frame.before.size() + value.size() > lineLimit ||
-            (item.type == PiaItemType::Num && !isPlainNumber(value))) {
+    bool add(std::size_t depth, const Name& name, PiaItemType type,
+             std::basic_string_view<Char> value) {
+        const Frame frame = frameOf(type);
+        if (type == PiaItemType::Bin || depth >= depthLimit || name.text.empty() ||
+            depth + name.text.size() + frame.before.size() + value.size() > lineLimit ||
+            (type == PiaItemType::Num && !isPlainNumber(value))) {
             return false;
         }
         end_ = std::fill_n(lines_.data() + used_, depth, ' ');
-        if (!appendName(item.name)) {
+        if (!(name.isKept ? appendKeptName(name.text) : append(name.text, specialInNames))) {
             return false;
         }
         end_ = std::copy(frame.before.begin(), frame.before.end(), end_);
@@ -225,21 +224,21 @@ private:
         return (first >= Char('0') && first <= Char('9')) || first == Char('-');
     }
 
-    bool appendName(const PiaName& name) {
+    bool appendKeptName(std::wstring_view name) {
         // Most short names are numbers of list entries, each for itself.
         constexpr std::size_t shortName = 3;
         if (name.size() <= shortName || name.size() > sizeof KnownName::ascii) {
-            return append(name.view(), specialInNames);
+            return append(name, specialInNames);
         }
-        const auto address = reinterpret_cast<std::uintptr_t>(name.c_str());
+        const auto address = reinterpret_cast<std::uintptr_t>(name.data());
         KnownName& known = known_[(address >> 3U ^ address >> 9U) % known_.size()];
-        if (known.text != name.c_str() || known.size != name.size()) {
+        if (known.text != name.data() || known.size != name.size()) {
             char* begin = end_;
-            if (!append(name.view(), specialInNames)) {
+            if (!append(name, specialInNames)) {
                 return false;
             }
             std::copy(begin, end_, known.ascii.data());
-            known.text = name.c_str();
+            known.text = name.data();
             known.size = name.size();
             return true;
         }
@@ -271,122 +270,251 @@ private:
 
 class FileBody {
 public:
-    FileBody(const PiaBlock& root, std::string& body, PiaReport& report)
-        : walk_(root), body_(body), report_(report) {}
+    FileBody(std::string& body, PiaReport& report) : body_(body), report_(report) {}
 
-    bool write() {
-        const bool done = walk_.run([this](const PiaItem& item) { return writeItem(item); },
-                                    [this] {
-                                        makeRoom();
-                                        lines_.addClosing(indentation());
-                                    });
+    /// Number of open blocks.
+    std::size_t depth() const { return depth_; }
+
+    /// Adds the line of an item. False, with the reason in the report, at a line break.
+    template <class Char>
+    bool add(const Name& name, PiaItemType type, std::basic_string_view<Char> value) {
+        if (lines_.isFull()) {
+            lines_.moveTo(body_);
+        }
+        if (!lines_.add(depth_, name, type, value)) {
+            lines_.moveTo(body_);
+            return addCarefully(name.text, type, std::wstring(value.begin(), value.end()));
+        }
+        return true;
+    }
+
+    bool open(const Name& name) {
+        if (!add(name, PiaItemType::Block, std::string_view())) {
+            return false;
+        }
+        if (depth_ == blockNames_.size()) {
+            blockNames_.emplace_back();
+        }
+        blockNames_[depth_++] = name.text;
+        return true;
+    }
+
+    void close() {
+        --depth_;
+        if (lines_.isFull()) {
+            lines_.moveTo(body_);
+        }
+        lines_.addClosing(indentation());
+    }
+
+    /// Brings everything into the body.
+    void finish() {
         lines_.moveTo(body_);
-        if (done && !ut::isAscii(body_) && ut::isUtf8(body_)) {
+        if (!ut::isAscii(body_) && ut::isUtf8(body_)) {
             report_.warn({.code = PiaCode::NotReadBack,
                           .expected = L"text that is not UTF-8 by chance",
                           .found = L"a body in the ANSI code page that reads as UTF-8"});
         }
-        return done;
     }
 
 private:
-    std::size_t indentation() const { return std::min(walk_.depth(), lineLimit); }
+    std::size_t indentation() const { return std::min(depth_, lineLimit); }
 
-    bool writeItem(const PiaItem& item) {
-        makeRoom();
-        const bool plain = readValue(
-            item, [&](auto value) { return lines_.add(walk_.depth(), item, value); });
-        if (plain) {
-            return true;
+    std::wstring pathOf(std::wstring_view name) const {
+        std::wstring path;
+        for (std::size_t level = 0; level < depth_; ++level) {
+            path.append(blockNames_[level]).append(L"/");
         }
-        lines_.moveTo(body_);
-        return writeCarefully(item);
+        return path.append(name);
     }
 
-    void makeRoom() {
-        if (lines_.isFull()) {
-            lines_.moveTo(body_);
-        }
-    }
-
-    bool writeCarefully(const PiaItem& item) {
-        const std::wstring_view name = item.name;
-        const std::wstring value = valueOf(item);
+    bool addCarefully(std::wstring_view name, PiaItemType type, const std::wstring& value) {
+        const auto warn = [&](PiaCode code) {
+            report_.warn(
+                {.code = code, .path = pathOf(name), .found = value.substr(0, lineLimit)});
+        };
         if (holds(name, L'\n') || holds(value, L'\n')) {
-            return report_.fail({.code = PiaCode::LineBreakInValue,
-                                 .path = walk_.pathOf(item),
-                                 .found = value});
+            return report_.fail(
+                {.code = PiaCode::LineBreakInValue, .path = pathOf(name), .found = value});
         }
-        if (!nameReadsBack(name, item.type, walk_.depth()) ||
-            !valueReadsBack(value, item.type) ||
-            (item.type == PiaItemType::Block && walk_.depth() >= depthLimit)) {
-            warn(PiaCode::NotReadBack, item);
+        if (!nameReadsBack(name, type, depth_) || !valueReadsBack(value, type) ||
+            (type == PiaItemType::Block && depth_ >= depthLimit)) {
+            warn(PiaCode::NotReadBack);
         }
-        const Frame frame = frameOf(item.type);
+        const Frame frame = frameOf(type);
         const std::size_t start = body_.size();
         body_.append(indentation(), ' ');
         std::size_t room = lineLimit - indentation();
-        std::size_t lost = append(name, room);
-        appendFrame(frame.before, room);
-        if (item.type == PiaItemType::Bin) {
+        bool cut = false;
+        std::size_t lost = append(name, room, cut);
+        appendFrame(frame.before, room, cut);
+        if (type == PiaItemType::Bin) {
             // Only the beginning of a binary value's line is bound to the limit.
             lost += ut::convertToAnsi(value, body_);
             body_.append(frame.after);
         } else {
-            lost += append(value, room);
-            if (body_.size() - start > PiaBodyLines::readSize) {
-                warn(PiaCode::LineCut, item);
-            }
+            lost += append(value, room, cut);
+            cut = cut || body_.size() - start > PiaBodyLines::readSize;
         }
         body_.push_back('\n');
-        if (cut_) {
-            warn(PiaCode::LineCut, item);
-            cut_ = false;
+        if (cut) {
+            warn(PiaCode::LineCut);
         }
         if (lost > 0) {
-            warn(PiaCode::CharacterLost, item);
+            warn(PiaCode::CharacterLost);
         }
         return true;
     }
 
     /// Appends what `room` UTF-16 units take of `text` and returns how many did not convert.
-    std::size_t append(std::wstring_view text, std::size_t& room) {
+    std::size_t append(std::wstring_view text, std::size_t& room, bool& cut) {
         const std::size_t units = ut::utf16Length(text);
         if (units > room) {
             text = ut::utf16Prefix(text, room);
             room = 0;
-            cut_ = true;
+            cut = true;
         } else {
             room -= units;
         }
         return ut::convertToAnsi(text, body_);
     }
 
-    void appendFrame(std::string_view frame, std::size_t& room) {
-        cut_ = cut_ || frame.size() > room;
+    void appendFrame(std::string_view frame, std::size_t& room, bool& cut) {
+        cut = cut || frame.size() > room;
         const std::string_view part = frame.substr(0, room);
         body_.append(part);
         room -= part.size();
     }
 
-    void warn(PiaCode code, const PiaItem& item) {
-        report_.warn({.code = code,
-                      .path = walk_.pathOf(item),
-                      .found = valueOf(item).substr(0, lineLimit)});
-    }
-
-    Walk walk_;
     PlainLines lines_;
     std::string& body_;
     PiaReport& report_;
-    bool cut_ = false;
+    std::size_t depth_ = 0;
+    /// Of the open blocks, and of some that were closed.
+    std::vector<std::wstring> blockNames_;
 };
 
 }  // namespace
 
 bool piaWriteBody(const PiaBlock& root, std::string& body, PiaReport& report) {
-    return FileBody(root, body, report).write();
+    FileBody file(body, report);
+    const bool done = Walk(root).run(
+        [&](const PiaItem& item) {
+            const Name name{item.name, true};
+            return item.type == PiaItemType::Block
+                       ? file.open(name)
+                       : readValue(item, [&](auto value) { return file.add(name, item.type, value); });
+        },
+        [&] { file.close(); });
+    file.finish();
+    return done;
 }
+
+class PiaBodySink::State {
+public:
+    State(std::string& body, PiaReport& report) : file_(body, report) { levels_.emplace_back(*this, 0); }
+
+    PiaSink& root() { return levels_.front(); }
+
+    bool finish() {
+        closeDownTo(0);
+        file_.finish();
+        return !failed_;
+    }
+
+private:
+    /// The sink of the open block at one depth.
+    class Level final : public PiaSink {
+    public:
+        Level(State& state, std::size_t depth) : state_(state), depth_(depth) {}
+
+        using PiaSink::addBlock;
+        using PiaSink::addDouble;
+        using PiaSink::addString;
+
+        bool addString(PiaKey key, std::wstring_view text) override {
+            return add(kept(key), PiaItemType::Str, text);
+        }
+        bool addBool(PiaKey key, bool flag) override {
+            return add(kept(key), PiaItemType::Bool, std::string_view(flag ? "TRUE" : "FALSE"));
+        }
+        bool addBin(PiaKey key, std::wstring_view text) override {
+            return add(kept(key), PiaItemType::Bin, text);
+        }
+        bool addNumber(PiaKey key, std::wstring_view text) override {
+            return add(kept(key), PiaItemType::Num, text);
+        }
+        bool addInt(PiaKey key, int number) override {
+            std::array<char, 12> digits;
+            const char* end =
+                std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+            return add(kept(key), PiaItemType::Num, std::string_view(digits.data(), end));
+        }
+        bool addDouble(PiaKey key, double number, int precision) override {
+            return add(kept(key), PiaItemType::Num,
+                       std::string_view(ut::formatFixedAscii(number, precision)));
+        }
+        PiaSink* addBlock(PiaKey key) override { return state_.open(depth_, kept(key)); }
+
+    private:
+        static Name kept(PiaKey key) { return {key.text(), true}; }
+
+        template <class Char>
+        bool add(const Name& name, PiaItemType type, std::basic_string_view<Char> value) {
+            return state_.add(depth_, name, type, value);
+        }
+        bool addStringNamed(std::wstring_view itemName, std::wstring_view text) override {
+            return add({itemName, false}, PiaItemType::Str, text);
+        }
+        bool addDoubleNamed(std::wstring_view itemName, double number, int precision) override {
+            return add({itemName, false}, PiaItemType::Num,
+                       std::string_view(ut::formatFixedAscii(number, precision)));
+        }
+        PiaSink* addBlockNamed(std::wstring_view itemName) override {
+            return state_.open(depth_, {itemName, false});
+        }
+
+        State& state_;
+        std::size_t depth_;
+    };
+
+    template <class Char>
+    bool add(std::size_t depth, const Name& name, PiaItemType type,
+             std::basic_string_view<Char> value) {
+        closeDownTo(depth);
+        failed_ = failed_ || !file_.add(name, type, value);
+        return !failed_;
+    }
+
+    PiaSink* open(std::size_t depth, const Name& name) {
+        closeDownTo(depth);
+        failed_ = failed_ || !file_.open(name);
+        if (failed_) {
+            return nullptr;
+        }
+        if (levels_.size() == file_.depth()) {
+            levels_.emplace_back(*this, file_.depth());
+        }
+        return &levels_[file_.depth()];
+    }
+
+    void closeDownTo(std::size_t depth) {
+        while (file_.depth() > depth) {
+            file_.close();
+        }
+    }
+
+    FileBody file_;
+    /// Sinks by depth; a deque does not move them.
+    std::deque<Level> levels_;
+    bool failed_ = false;
+};
+
+PiaBodySink::PiaBodySink(std::string& body, PiaReport& report)
+    : state_(std::make_unique<State>(body, report)) {}
+PiaBodySink::~PiaBodySink() = default;
+PiaSink& PiaBodySink::root() { return state_->root(); }
+bool PiaBodySink::finish() { return state_->finish(); }
 
 std::string piaBodyText(const PiaBlock& block) {
     std::string text;

@@ -109,7 +109,9 @@ bool PiaFileIn::State::verify(std::uint32_t bodyLength, std::uint32_t compressed
 }
 
 void PiaFileIn::State::startLines() {
-    container.encoding = ut::isUtf8(bodyBytes.view()) ? PiaEncoding::Utf8 : PiaEncoding::Ansi;
+    isAscii = ut::isAscii(bodyBytes.view());
+    container.encoding =
+        isAscii || ut::isUtf8(bodyBytes.view()) ? PiaEncoding::Utf8 : PiaEncoding::Ansi;
     lines = PiaBodyLines(bodyBytes.view());
     decoder = PiaLineDecoder(container.encoding);
 }

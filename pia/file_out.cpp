@@ -13,11 +13,12 @@ constexpr int compressionLevel = 6;
 constexpr std::size_t longestBody = std::numeric_limits<std::uint32_t>::max();
 }  // namespace
 
-bool PiaFileOut::encodeParts(const PiaBlock& root, std::string& header, ut::ByteBuffer& stream) {
+bool PiaFileOut::encodeParts(const std::function<bool(std::string&)>& fill, std::string& header,
+                             ut::ByteBuffer& stream) {
     status_ = 0;
     report_.clear();
     std::string body;
-    if (!piaWriteBody(root, body, report_)) {
+    if (!fill(body)) {
         status_ = fileSystemFailure;
         return false;
     }
@@ -34,10 +35,32 @@ bool PiaFileOut::encodeParts(const PiaBlock& root, std::string& header, ut::Byte
     return true;
 }
 
+bool PiaFileOut::writeParts(const std::function<bool(std::string&)>& fill, const wchar_t* path) {
+    std::string header;
+    ut::ByteBuffer stream;
+    if (!encodeParts(fill, header, stream)) {
+        return false;
+    }
+    const std::string_view pieces[] = {header, stream.view()};
+    if (const ut::SystemError error = ut::replaceFile(ut::correctSlashes(path), pieces)) {
+        status_ = fileSystemFailure;
+        return report_.fail(
+            {.code = PiaCode::FileUnwritable, .found = ut::decodePath(error.message())});
+    }
+    return true;
+}
+
+bool PiaFileOut::refuse(const wchar_t* expected) {
+    status_ = fileSystemFailure;
+    report_.clear();
+    return report_.fail({.code = PiaCode::FileUnwritable, .expected = expected});
+}
+
 bool PiaFileOut::encode(const PiaBlock& root, ut::ByteBuffer& file) {
     std::string header;
     ut::ByteBuffer stream;
-    if (!encodeParts(root, header, stream)) {
+    if (!encodeParts([&](std::string& body) { return piaWriteBody(root, body, report_); }, header,
+                     stream)) {
         return false;
     }
     file.reserve(header.size() + stream.size());
@@ -49,20 +72,19 @@ bool PiaFileOut::encode(const PiaBlock& root, ut::ByteBuffer& file) {
 
 bool PiaFileOut::write(const PiaBlock* root, const wchar_t* path) {
     if (root == nullptr || path == nullptr) {
-        status_ = fileSystemFailure;
-        report_.clear();
-        return report_.fail({.code = PiaCode::FileUnwritable, .found = L"no tree or no path"});
+        return refuse(L"a tree and a path");
     }
-    std::string header;
-    ut::ByteBuffer stream;
-    if (!encodeParts(*root, header, stream)) {
-        return false;
+    return writeParts([&](std::string& body) { return piaWriteBody(*root, body, report_); }, path);
+}
+
+bool PiaFileOut::write(const std::function<bool(PiaSink&)>& fill, const wchar_t* path) {
+    if (path == nullptr) {
+        return refuse(L"a path");
     }
-    const std::string_view pieces[] = {header, stream.view()};
-    if (const ut::SystemError error = ut::replaceFile(ut::correctSlashes(path), pieces)) {
-        status_ = fileSystemFailure;
-        return report_.fail(
-            {.code = PiaCode::FileUnwritable, .found = ut::decodePath(error.message())});
-    }
-    return true;
+    return writeParts(
+        [&](std::string& body) {
+            PiaBodySink sink(body, report_);
+            return fill(sink.root()) && sink.finish();
+        },
+        path);
 }

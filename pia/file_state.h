@@ -16,6 +16,7 @@ struct PiaFileIn::State {
     void startLines();
 
     ut::ByteBuffer bodyBytes;
+    bool isAscii = false;
     PiaContainer container;
     PiaReport report;
     PiaBodyLines lines;

@@ -48,8 +48,8 @@ public:
 
 private:
     bool parseLines(const PiaReadOptions& options, PiaReport& report) {
-        return PiaBodyReader(file_.body(), file_.container().encoding, options.limits, tree_,
-                             report)
+        return PiaBodyReader(file_.body(), file_.state_->isAscii, file_.container().encoding,
+                             options.limits, tree_, report)
             .read();
     }
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
+#include "pia.h"
 #include "plotstyle.h"
 
 namespace plot_style {
@@ -18,8 +18,8 @@ class EntryNames {
 public:
     EntryNames() { first_.fill(none); }
 
-    /// Each entry is set once.
-    void set(std::size_t entry, std::wstring name);
+    /// Borrows `name`; each entry is set once.
+    void set(std::size_t entry, const PiaText& name);
     /// Calls `take(entry)` for every entry that was waiting for a style of this name.
     template <class Take>
     void offer(std::wstring_view styleName, Take take);
@@ -31,7 +31,7 @@ private:
     static constexpr std::uint16_t none = 0xFFFF;
 
     struct Entry {
-        std::wstring name;
+        const PiaText* name = nullptr;
         std::uint64_t hash = 0;
         /// The next entry in the bucket.
         std::uint16_t next = none;

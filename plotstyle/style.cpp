@@ -26,12 +26,16 @@ void CPlotStyle::setGrayScale(bool grayScale) {
 
 bool CPlotStyle::init(const PiaBlock& block) {
     PiaReport unread;
-    return node_keys::read<CPlotStyle>(PlotStyleKeys::all, block, *this,
+    return node_keys::read(PlotStyleKeys::all, block, *this,
                                        {.parent = nullptr, .name = block.name.view()}, unread);
 }
 
 bool CPlotStyle::write(PiaBlock& parent, int index, bool writeModeColor) const {
-    PiaBlock* block = parent.addBlock(plot_style::IndexName(index).view());
+    return writeTo(parent, index, writeModeColor);
+}
+
+bool CPlotStyle::writeTo(PiaSink& parent, int index, bool writeModeColor) const {
+    PiaSink* block = parent.addBlock(plot_style::IndexName(index).view());
     return block != nullptr &&
            node_keys::write<CPlotStyle>(
                PlotStyleKeys::all, *this, *block, [&](const NodeKey<CPlotStyle>& key) {

@@ -116,7 +116,7 @@ bool CPlotStyleTable::initCLW(const PiaBlock& block) {
 }
 
 bool CPlotStyleTable::initFrom(const PiaBlock& root, PiaReport& report) {
-    if (!node_keys::read<CPlotStyleTable>(PlotStyleTableKeys::settings, root, *this, {}, report)) {
+    if (!node_keys::read(PlotStyleTableKeys::settings, root, *this, {}, report)) {
         return false;
     }
     const PiaBlock* styles = findBlock(root, PlotStyleTableKeys::styles);
@@ -140,6 +140,7 @@ bool CPlotStyleTable::initFrom(const PiaBlock& root, PiaReport& report) {
 bool CPlotStyleTable::initStyles(const PiaBlock& block, PiaReport& report) {
     const NumberedBlock styles(block, block.items.size(), PiaItemType::Block, L"a block", report);
     styles_.resize(block.items.size());
+    node_keys::Places<PlotStyleKeys::all.size()> keyPlaces;
     for (const PiaItem* item : block.items) {
         const std::optional<std::size_t> place = styles.placeOf(*item);
         if (!place) {
@@ -149,9 +150,10 @@ bool CPlotStyleTable::initStyles(const PiaBlock& block, PiaReport& report) {
             return styles.failTaken(*item);
         }
         styles_[*place] = std::make_unique<CPlotStyle>();
-        if (!node_keys::read<CPlotStyle>(
-                PlotStyleKeys::all, static_cast<const PiaBlock&>(*item), *styles_[*place],
-                {.parent = &styles.path(), .name = item->name.view()}, report)) {
+        if (!node_keys::read(PlotStyleKeys::all, static_cast<const PiaBlock&>(*item),
+                             *styles_[*place],
+                             {.parent = &styles.path(), .name = item->name.view()}, report,
+                             keyPlaces)) {
             return false;
         }
     }
@@ -174,7 +176,7 @@ bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
             return entries.failTaken(*item);
         }
         taken.set(*place);
-        names.set(*place, static_cast<const PiaStr*>(item)->value.str());
+        names.set(*place, static_cast<const PiaStr*>(item)->value);
     }
 
     auto aci = std::make_unique<CAciTable>();

@@ -29,69 +29,75 @@ bool CPlotStyleTable::write(const wchar_t* path, PiaReport* report) const {
         }
         return false;
     }
-    PiaTree tree;
-    if (!writeToBlock(tree.root())) {
-        return false;
-    }
     PiaFileOut file;
     file.setKind(ut::hasExtension(path, L"ctb") ? PiaKind::Ctb : PiaKind::Stb);
-    const bool done = file.write(&tree.root(), path);
+    const bool done = file.write([this](PiaSink& sink) { return writeTo(sink); }, path);
     if (report != nullptr) {
         *report = file.report();
     }
     return done;
 }
 
-bool CPlotStyleTable::writeToBlock(PiaBlock& root) const {
+bool CPlotStyleTable::writeToBlock(PiaBlock& root) const { return writeTo(root); }
+
+bool CPlotStyleTable::writeTo(PiaSink& root) const {
     if (!node_keys::write<CPlotStyleTable>(PlotStyleTableKeys::settings, *this, root,
                                            [](const NodeKey<CPlotStyleTable>&) { return true; })) {
         return false;
     }
 
     if (aciMayBeWritten_ && aciAvailable_) {
-        PiaBlock* entries = root.addBlock(PlotStyleTableKeys::aciTable);
+        PiaSink* entries = root.addBlock(PlotStyleTableKeys::aciTable);
         if (entries == nullptr) {
             return false;
         }
         for (std::size_t entry = 0; entry < CAciTable::count; ++entry) {
-            if (!writeAciEntry(*entries, static_cast<int>(entry))) {
+            if (!addAciEntry(*entries, entry)) {
                 return false;
             }
         }
     }
 
-    PiaBlock* styles = root.addBlock(PlotStyleTableKeys::styles);
+    PiaSink* styles = root.addBlock(PlotStyleTableKeys::styles);
     if (styles == nullptr) {
         return false;
     }
     const bool writeModeColor = !std::all_of(
         styles_.begin(), styles_.end(), [](const auto& style) { return keepsObjectColor(*style); });
     for (std::size_t index = 0; index < styles_.size(); ++index) {
-        if (!styles_[index]->write(*styles, static_cast<int>(index), writeModeColor)) {
+        if (!styles_[index]->writeTo(*styles, static_cast<int>(index), writeModeColor)) {
             return false;
         }
     }
 
-    PiaBlock* weights = root.addBlock(PlotStyleTableKeys::lineWeights);
+    PiaSink* weights = root.addBlock(PlotStyleTableKeys::lineWeights);
     if (weights == nullptr) {
         return false;
     }
     for (std::size_t index = 0; index < CCustomLineweightTable::count; ++index) {
-        if (!writeCLW(*weights, static_cast<int>(index))) {
+        if (!addLineWeight(*weights, index)) {
             return false;
         }
     }
     return true;
 }
 
+bool CPlotStyleTable::addAciEntry(PiaSink& block, std::size_t index) const {
+    const CPlotStyle* style = aci_ == nullptr ? nullptr : aci_->at(index);
+    return style != nullptr &&
+           block.addString(plot_style::IndexName(static_cast<int>(index)).view(), style->name());
+}
+
+bool CPlotStyleTable::addLineWeight(PiaSink& block, std::size_t index) const {
+    return block.addDouble(plot_style::IndexName(static_cast<int>(index)).view(),
+                           customLineweights_[index]);
+}
+
 bool CPlotStyleTable::writeAciEntry(PiaBlock& block, int index) const {
-    const CPlotStyle* style =
-        aci_ == nullptr || index < 0 ? nullptr : aci_->at(static_cast<std::size_t>(index));
-    return style != nullptr && block.addString(plot_style::IndexName(index).view(), style->name());
+    return index >= 0 && addAciEntry(block, static_cast<std::size_t>(index));
 }
 
 bool CPlotStyleTable::writeCLW(PiaBlock& block, int index) const {
     return index >= 0 && static_cast<std::size_t>(index) < CCustomLineweightTable::count &&
-           block.addDouble(plot_style::IndexName(index).view(),
-                           customLineweights_[static_cast<std::size_t>(index)]);
+           addLineWeight(block, static_cast<std::size_t>(index));
 }
