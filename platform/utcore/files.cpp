@@ -11,11 +11,16 @@ namespace {
 /// A name beside `path` that nobody can guess and take first. It does not contain the name of
 /// `path`, which may be as long as a name can be.
 std::wstring temporaryBeside(const std::wstring& path) {
-    std::random_device random;
+    // The system is asked once for each thread: asking for every file costs as much as a small one.
+    thread_local std::mt19937_64 random = [] {
+        std::random_device source;
+        std::seed_seq seed{source(), source(), source(), source()};
+        return std::mt19937_64(seed);
+    }();
     std::wstring name = L".platen-";
-    for (int word = 0; word < 4; ++word) {
-        std::uint32_t bits = random();
-        for (int digit = 0; digit < 8; ++digit, bits >>= 4) {
+    for (int word = 0; word < 2; ++word) {
+        std::uint64_t bits = random();
+        for (int digit = 0; digit < 16; ++digit, bits >>= 4) {
             name += L"0123456789abcdef"[bits & 0xF];
         }
     }
