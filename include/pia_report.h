@@ -51,6 +51,8 @@ enum class PiaCode {
     IndexInvalid,
     CountWrong,
     StyleUnknown,
+    BlockDropped,
+    EntryPartlyRead,
     // Writing.
     LineBreakInValue,
     LineCut,

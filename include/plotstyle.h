@@ -95,7 +95,8 @@ public:
 
 private:
     friend class CPlotStyleTable;
-    friend struct PlotStyleKeys;
+    template <class Node>
+    friend struct NodeKeys;
 
     bool writeTo(PiaSink& parent, int index, bool writeModeColor) const;
 
@@ -232,7 +233,8 @@ public:
     bool deleteACI();
 
 private:
-    friend struct PlotStyleTableKeys;
+    template <class Node>
+    friend struct NodeKeys;
     friend PLATEN_API CPlotStyleTable* ctb2stb(const CPlotStyleTable& source,
                                                const wchar_t* prefix);
 

@@ -94,6 +94,11 @@ PLATEN_API wchar_t toLower(wchar_t character);
 /// True when the texts are equal after `toLower` of each character.
 [[nodiscard]] PLATEN_API bool equalNoCase(std::wstring_view left, std::wstring_view right);
 
+/// Compares as people sort: runs of the digits 0 to 9 by value, however long, other characters one
+/// by one, after `toLower` when `noCase`. Texts that differ in leading zeros alone are ordered by
+/// the first run that does, the shorter one first. Negative, 0 or positive; a strict weak ordering.
+[[nodiscard]] PLATEN_API int strCmpAlphanum(const wchar_t* left, const wchar_t* right, bool noCase);
+
 /// Scans `text` as "%d" does: leading white space, a sign, decimal digits, anything after them.
 /// A value beyond 32 bits does not convert; one between 2^31 and 2^32 - 1 gives the integer of the
 /// same bits, as packed colours are written both ways. False leaves `value` as it was.
@@ -141,6 +146,32 @@ struct PLATEN_API SystemError {
 PLATEN_API std::wstring correctSlashes(std::wstring_view path);
 /// True when the extension of `path` equals `extension` (without its dot), ignoring case.
 [[nodiscard]] PLATEN_API bool hasExtension(std::wstring_view path, std::wstring_view extension);
+/// `path` with the extension of its last component replaced, or added where it has none.
+PLATEN_API std::wstring withExtension(std::wstring_view path, std::wstring_view extension);
+
+/// The last component of a path, which may be one of another system: documents carry the paths of
+/// the machine that wrote them, so that a backslash separates everywhere.
+PLATEN_API std::wstring_view fileNameOf(std::wstring_view path);
+/// The folder of a path of this system, without a separator at its end unless it is a root; empty
+/// when the path names none.
+PLATEN_API std::wstring_view folderOf(std::wstring_view path);
+/// `name` in `folder`; an empty folder gives the name alone.
+PLATEN_API std::wstring joinPath(std::wstring_view folder, std::wstring_view name);
+/// The path from the root, as far as the system can tell; nothing on it needs to exist.
+PLATEN_API std::wstring fullPath(std::wstring_view path);
+
+/// True when `path` leads to something that is no folder.
+[[nodiscard]] PLATEN_API bool fileExists(std::wstring_view path);
+[[nodiscard]] PLATEN_API bool folderExists(std::wstring_view path);
+
+// ---------------------------------------------------------------------------------------------
+// Settings of the application
+
+/// The value of a setting; empty when it has none. Until `setSetting` gives it one, the value of
+/// "PlotCfgPath" is that of the environment variable PLATEN_PLOT_CFG_PATH, and so on: a word of the
+/// name for each capital. May be called from any thread.
+PLATEN_API std::wstring getSetting(std::wstring_view name);
+PLATEN_API void setSetting(std::wstring_view name, std::wstring_view value);
 
 // ---------------------------------------------------------------------------------------------
 // Compression

@@ -31,6 +31,18 @@ const wchar_t* nameOf(PiaItemType type) {
     return L"";
 }
 
+void reportWithReason(PiaReport& report, PiaCode code, const PiaPath& path, const PiaReport& why) {
+    PiaFinding finding;
+    finding.code = code;
+    finding.path = path.join({});
+    if (const auto& reason = why.failure()) {
+        const std::string_view word = piaCodeWord(reason->code);
+        finding.expected = reason->expected;
+        finding.found = std::wstring(word.begin(), word.end()) + L" at " + reason->path;
+    }
+    report.warn(std::move(finding));
+}
+
 }  // namespace
 
 bool reportUnreadable(PiaReport& report, const PiaBlock& block, const PiaPath& path,
@@ -38,13 +50,26 @@ bool reportUnreadable(PiaReport& report, const PiaBlock& block, const PiaPath& p
     PiaFinding finding;
     finding.path = path.join(key);
     finding.expected = nameOf(type);
-    if (const PiaItem* item = block.findItem(key, type)) {
-        finding.code = PiaCode::ValueInvalid;
+    const PiaItem* item = block.findItem(key, type);
+    finding.code = item == nullptr ? PiaCode::KeyMissing : PiaCode::ValueInvalid;
+    if (item != nullptr && type == PiaItemType::Num) {
         finding.found = static_cast<const PiaNum*>(item)->value.str();
-    } else {
-        finding.code = PiaCode::KeyMissing;
     }
     return report.fail(std::move(finding));
+}
+
+void reportDropped(PiaReport& report, const PiaPath& path, const PiaReport& why) {
+    reportWithReason(report, PiaCode::BlockDropped, path, why);
+}
+
+void reportPartlyRead(PiaReport& report, const PiaPath& path, const PiaReport& why) {
+    reportWithReason(report, PiaCode::EntryPartlyRead, path, why);
+}
+
+void passWarnings(PiaReport& report, const PiaReport& part) {
+    for (const PiaFinding& finding : part.warnings()) {
+        report.warn(finding);
+    }
 }
 
 }  // namespace node_keys

@@ -1,14 +1,22 @@
 /// A document node states its keys once, in the order of the file; reading, writing and listing
 /// all follow that list.
+///
+/// A node type `Node` has a specialisation of `NodeKeys<Node>` with a constexpr array `all` of its
+/// `NodeKey<Node>`s, each made by `nodeKey<&Node::member>(L"key")`. The member's type says what kind
+/// of item the key is and how it is read and written (`NodeValue`). A node that is no record of keys
+/// specialises `NodeCodec` instead.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "pia.h"
 #include "utcore.h"
@@ -22,68 +30,74 @@ struct PiaPath {
     std::wstring join(std::wstring_view key) const;
 };
 
-/// Whether a key may be missing when a node is read.
+/// Is shown the values of a node in the order of its keys.
+class NodeVisitor {
+public:
+    virtual ~NodeVisitor() = default;
+    virtual void integer(std::wstring_view key, std::int32_t value) = 0;
+    virtual void real(std::wstring_view key, double value) = 0;
+    virtual void flag(std::wstring_view key, bool value) = 0;
+    virtual void text(std::wstring_view key, const std::wstring& value) = 0;
+    /// An optional key that is not there.
+    virtual void absent(std::wstring_view key) = 0;
+    /// A block, or an entry of a list (then `key` is its number).
+    virtual void begin(std::wstring_view key) = 0;
+    virtual void end() = 0;
+};
+
+template <class Node>
+struct NodeKeys;
+
 enum class KeyPresence { Required, Optional };
 
-/// One key of a node: its name, the member that holds it (whose type says what kind of item it
-/// is), and how it is read and written.
+/// What a key may say beside its name and member.
 template <class Node>
-struct NodeKey {
-    using Member = std::variant<std::int32_t Node::*, double Node::*, bool Node::*,
-                                std::wstring Node::*>;
-
-    PiaKey name;
-    Member member;
+struct KeyOptions {
     KeyPresence presence = KeyPresence::Required;
-    /// What an optional key's member becomes when the key is missing; null keeps the member.
+    /// Another name that a reader accepts when the first is missing.
+    std::optional<PiaKey> alias{};
+    /// What the member becomes when the key is missing or unreadable; null keeps the member.
     void (*whenAbsent)(Node&) = nullptr;
+    /// Whether the key is written; null for always.
+    bool (*written)(const Node&) = nullptr;
     /// Digits after the point of a double; negative means 6.
     int precision = -1;
 };
 
+/// One key of a node.
+template <class Node>
+struct NodeKey {
+    PiaKey name;
+    KeyOptions<Node> options;
+    PiaItemType type;
+    /// Takes an item of that type, which stands at the path; false when it cannot be used.
+    bool (*read)(const PiaItem&, Node&, const PiaPath&, PiaReport&);
+    bool (*write)(const NodeKey&, const Node&, PiaSink&);
+    void (*show)(const NodeKey&, const Node&, NodeVisitor&);
+};
+
 namespace node_keys {
 
-inline PiaItemType itemTypeOf(const std::int32_t&) { return PiaItemType::Num; }
-inline PiaItemType itemTypeOf(const double&) { return PiaItemType::Num; }
-inline PiaItemType itemTypeOf(const bool&) { return PiaItemType::Bool; }
-inline PiaItemType itemTypeOf(const std::wstring&) { return PiaItemType::Str; }
-
-// Each takes an item of the type that `itemTypeOf` says; false when a number does not convert.
-inline bool convert(const PiaItem& item, std::int32_t& value) {
-    return static_cast<const PiaNum&>(item).value.read(
-        [&](auto text) { return ut::scanInt(text, value); });
-}
-inline bool convert(const PiaItem& item, double& value) {
-    return static_cast<const PiaNum&>(item).value.read(
-        [&](auto text) { return ut::scanDouble(text, value); });
-}
-inline bool convert(const PiaItem& item, std::wstring& value) {
-    static_cast<const PiaStr&>(item).value.read(
-        [&](auto text) { value.assign(text.begin(), text.end()); });
-    return true;
-}
-inline bool convert(const PiaItem& item, bool& value) {
-    value = static_cast<const PiaBool&>(item).value;
-    return true;
-}
-
-inline bool add(PiaSink& block, PiaKey name, std::int32_t value, int) {
-    return block.addInt(name, value);
-}
-inline bool add(PiaSink& block, PiaKey name, double value, int precision) {
-    return block.addDouble(name, value, precision);
-}
-inline bool add(PiaSink& block, PiaKey name, bool value, int) { return block.addBool(name, value); }
-inline bool add(PiaSink& block, PiaKey name, const std::wstring& value, int) {
-    return block.addString(name, value);
-}
-
-/// Notes that `key` of the block at `path` is missing or does not convert; false.
+/// Notes that a key of the block at `path` is missing or does not convert; false.
 bool reportUnreadable(PiaReport& report, const PiaBlock& block, const PiaPath& path,
                       std::wstring_view key, PiaItemType type);
+/// Notes that an optional block was dropped, with the reason that `why` holds.
+void reportDropped(PiaReport& report, const PiaPath& path, const PiaReport& why);
+/// Notes that an entry of a list was read up to the fault that `why` holds.
+void reportPartlyRead(PiaReport& report, const PiaPath& path, const PiaReport& why);
+/// Adds the warnings of a part that was read under a report of its own.
+void passWarnings(PiaReport& report, const PiaReport& part);
+
+template <class Node>
+bool read(const PiaBlock& block, Node& node, const PiaPath& path, PiaReport& report);
+template <class Node>
+bool write(const Node& node, PiaSink& block);
+template <class Node>
+void show(const Node& node, NodeVisitor& visitor);
 
 /// Where the keys stood in the node that was read last. Nodes of a list are alike, and a reader
-/// stores their names once: the same name at the same place is known by its address.
+/// stores their names once: the same name at the same place is known by its address. Serves one
+/// tree.
 template <std::size_t Count>
 class Places {
 public:
@@ -119,66 +133,292 @@ private:
     std::array<Place, Count> places_;
 };
 
-/// Reads the keys in order. False at the first required one that is missing or unreadable, which
-/// goes to `report`; the members before it keep what was read. `places` serves one tree.
-template <class Node, std::size_t Count>
-bool read(const std::array<NodeKey<Node>, Count>& keys, const PiaBlock& block, Node& node,
-          const PiaPath& path, PiaReport& report, Places<Count>& places) {
-    for (std::size_t index = 0; index < Count; ++index) {
-        const NodeKey<Node>& key = keys[index];
-        const bool done = std::visit(
-            [&](auto member) {
-                auto& value = node.*member;
-                const PiaItemType type = itemTypeOf(value);
-                const PiaItem* item = places.find(block, index, key.name.text(), type);
-                if (item != nullptr && convert(*item, value)) {
-                    return true;
-                }
-                if (key.presence == KeyPresence::Required) {
-                    return reportUnreadable(report, block, path, key.name.text(), type);
-                }
-                if (key.whenAbsent != nullptr) {
-                    key.whenAbsent(node);
-                }
-                return true;
+}  // namespace node_keys
+
+/// How a node is read, written and shown: by its keys, unless specialised.
+template <class Node>
+struct NodeCodec {
+    using Places = node_keys::Places<NodeKeys<Node>::all.size()>;
+
+    /// Reads the keys in order. False at the first required one that is missing or unreadable,
+    /// which goes to `report`; the members before it keep what was read.
+    static bool read(const PiaBlock& block, Node& node, const PiaPath& path, PiaReport& report,
+                     Places& places) {
+        for (std::size_t index = 0; index < NodeKeys<Node>::all.size(); ++index) {
+            const NodeKey<Node>& key = NodeKeys<Node>::all[index];
+            const std::wstring_view name = key.name.text();
+            const PiaItem* item = places.find(block, index, name, key.type);
+            if (item == nullptr && key.options.alias) {
+                item = block.findItem(key.options.alias->text(), key.type);
+            }
+            if (item != nullptr && key.read(*item, node, {&path, name}, report)) {
+                continue;
+            }
+            if (key.options.presence == KeyPresence::Required) {
+                return node_keys::reportUnreadable(report, block, path, name, key.type);
+            }
+            if (key.options.whenAbsent != nullptr) {
+                key.options.whenAbsent(node);
+            }
+        }
+        return true;
+    }
+
+    static bool read(const PiaBlock& block, Node& node, const PiaPath& path, PiaReport& report) {
+        Places places;
+        return read(block, node, path, report, places);
+    }
+
+    /// Writes the keys that `chosen(key)` accepts, each when it says so itself. False when one is
+    /// there already.
+    template <class Chosen>
+    static bool write(const Node& node, PiaSink& block, Chosen chosen) {
+        for (const NodeKey<Node>& key : NodeKeys<Node>::all) {
+            const bool written = key.options.written == nullptr || key.options.written(node);
+            if (written && chosen(key) && !key.write(key, node, block)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    static bool write(const Node& node, PiaSink& block) {
+        return write(node, block, [](const NodeKey<Node>&) { return true; });
+    }
+
+    static void show(const Node& node, NodeVisitor& visitor) {
+        for (const NodeKey<Node>& key : NodeKeys<Node>::all) {
+            key.show(key, node, visitor);
+        }
+    }
+};
+
+/// How the values of one type are read, written and shown. The general case is a node of its own in
+/// a block of the key's name. `read` takes an item of the type, which stands at `path`.
+template <class Value>
+struct NodeValue {
+    static constexpr PiaItemType type = PiaItemType::Block;
+
+    static bool read(const PiaItem& item, Value& value, const PiaPath& path, PiaReport& report) {
+        return node_keys::read(static_cast<const PiaBlock&>(item), value, path, report);
+    }
+    static bool write(PiaKey name, const Value& value, PiaSink& block, int) {
+        PiaSink* child = block.addBlock(name);
+        return child != nullptr && node_keys::write(value, *child);
+    }
+    static void show(std::wstring_view name, const Value& value, NodeVisitor& visitor) {
+        visitor.begin(name);
+        node_keys::show(value, visitor);
+        visitor.end();
+    }
+};
+
+template <>
+struct NodeValue<std::int32_t> {
+    static constexpr PiaItemType type = PiaItemType::Num;
+
+    static bool read(const PiaItem& item, std::int32_t& value, const PiaPath&, PiaReport&) {
+        return static_cast<const PiaNum&>(item).value.read(
+            [&](auto text) { return ut::scanInt(text, value); });
+    }
+    static bool write(PiaKey name, std::int32_t value, PiaSink& block, int) {
+        return block.addInt(name, value);
+    }
+    static void show(std::wstring_view name, std::int32_t value, NodeVisitor& visitor) {
+        visitor.integer(name, value);
+    }
+};
+
+template <>
+struct NodeValue<double> {
+    static constexpr PiaItemType type = PiaItemType::Num;
+
+    static bool read(const PiaItem& item, double& value, const PiaPath&, PiaReport&) {
+        return static_cast<const PiaNum&>(item).value.read(
+            [&](auto text) { return ut::scanDouble(text, value); });
+    }
+    static bool write(PiaKey name, double value, PiaSink& block, int precision) {
+        return block.addDouble(name, value, precision);
+    }
+    static void show(std::wstring_view name, double value, NodeVisitor& visitor) {
+        visitor.real(name, value);
+    }
+};
+
+template <>
+struct NodeValue<bool> {
+    static constexpr PiaItemType type = PiaItemType::Bool;
+
+    static bool read(const PiaItem& item, bool& value, const PiaPath&, PiaReport&) {
+        value = static_cast<const PiaBool&>(item).value;
+        return true;
+    }
+    static bool write(PiaKey name, bool value, PiaSink& block, int) {
+        return block.addBool(name, value);
+    }
+    static void show(std::wstring_view name, bool value, NodeVisitor& visitor) {
+        visitor.flag(name, value);
+    }
+};
+
+template <>
+struct NodeValue<std::wstring> {
+    static constexpr PiaItemType type = PiaItemType::Str;
+
+    static bool read(const PiaItem& item, std::wstring& value, const PiaPath&, PiaReport&) {
+        static_cast<const PiaStr&>(item).value.read(
+            [&](auto text) { value.assign(text.begin(), text.end()); });
+        return true;
+    }
+    static bool write(PiaKey name, const std::wstring& value, PiaSink& block, int) {
+        return block.addString(name, value);
+    }
+    static void show(std::wstring_view name, const std::wstring& value, NodeVisitor& visitor) {
+        visitor.text(name, value);
+    }
+};
+
+/// What `std::optional` and `std::shared_ptr` members share: absent is a value of its own, and a
+/// block that cannot be read is dropped.
+template <class Holder, class Value>
+struct OptionalNodeValue {
+    static constexpr PiaItemType type = NodeValue<Value>::type;
+
+    static bool read(const PiaItem& item, Holder& holder, const PiaPath& path, PiaReport& report) {
+        Value value{};
+        PiaReport why;
+        if (!NodeValue<Value>::read(item, value, path, why)) {
+            node_keys::reportDropped(report, path, why);
+            holder.reset();
+            return false;
+        }
+        node_keys::passWarnings(report, why);
+        emplace(holder, std::move(value));
+        return true;
+    }
+    static bool write(PiaKey name, const Holder& holder, PiaSink& block, int precision) {
+        return !holder || NodeValue<Value>::write(name, *holder, block, precision);
+    }
+    static void show(std::wstring_view name, const Holder& holder, NodeVisitor& visitor) {
+        if (holder) {
+            NodeValue<Value>::show(name, *holder, visitor);
+        } else {
+            visitor.absent(name);
+        }
+    }
+
+private:
+    static void emplace(std::optional<Value>& holder, Value&& value) { holder = std::move(value); }
+    static void emplace(std::shared_ptr<Value>& holder, Value&& value) {
+        holder = std::make_shared<Value>(std::move(value));
+    }
+};
+
+template <class Value>
+struct NodeValue<std::optional<Value>> : OptionalNodeValue<std::optional<Value>, Value> {};
+template <class Value>
+struct NodeValue<std::shared_ptr<Value>> : OptionalNodeValue<std::shared_ptr<Value>, Value> {};
+
+/// A list: every child block yields an entry, however much of it could be read; entry i is written
+/// as the block named i.
+template <class List, class Entry, std::vector<Entry> List::*Entries>
+struct NodeListCodec {
+    static bool read(const PiaBlock& block, List& list, const PiaPath& path, PiaReport& report) {
+        (list.*Entries).clear();
+        typename NodeCodec<Entry>::Places places;
+        for (const PiaItem* item : block.items) {
+            if (item->type != PiaItemType::Block) {
+                continue;
+            }
+            PiaReport why;
+            const PiaPath entryPath{&path, item->name.view()};
+            if (!NodeCodec<Entry>::read(static_cast<const PiaBlock&>(*item),
+                                        (list.*Entries).emplace_back(), entryPath, why, places)) {
+                node_keys::reportPartlyRead(report, entryPath, why);
+            }
+            node_keys::passWarnings(report, why);
+        }
+        return true;
+    }
+
+    static bool write(const List& list, PiaSink& block) {
+        std::size_t number = 0;
+        for (const Entry& entry : list.*Entries) {
+            PiaSink* child = block.addBlock(std::to_wstring(number++));
+            if (child == nullptr || !node_keys::write(entry, *child)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    static void show(const List& list, NodeVisitor& visitor) {
+        std::size_t number = 0;
+        for (const Entry& entry : list.*Entries) {
+            visitor.begin(std::to_wstring(number++));
+            node_keys::show(entry, visitor);
+            visitor.end();
+        }
+    }
+};
+
+namespace node_keys {
+
+template <class Node>
+bool read(const PiaBlock& block, Node& node, const PiaPath& path, PiaReport& report) {
+    return NodeCodec<Node>::read(block, node, path, report);
+}
+
+/// Reads a node whose reasons nobody asks for.
+template <class Node>
+bool read(const PiaBlock& block, Node& node) {
+    PiaReport unread;
+    return read(block, node, {}, unread);
+}
+
+template <class Node>
+bool write(const Node& node, PiaSink& block) {
+    return NodeCodec<Node>::write(node, block);
+}
+
+template <class Node>
+void show(const Node& node, NodeVisitor& visitor) {
+    NodeCodec<Node>::show(node, visitor);
+}
+
+template <class Node, class Value>
+Node nodeOf(Value Node::*);
+
+/// A key of a part of `Node` that `partOf` gives: a member, or a base.
+template <class Node, class Value, auto PartOf, auto ConstPartOf>
+constexpr NodeKey<Node> keyOf(PiaKey name, KeyOptions<Node> options) {
+    return {name, options, NodeValue<Value>::type,
+            [](const PiaItem& item, Node& node, const PiaPath& path, PiaReport& report) {
+                return NodeValue<Value>::read(item, PartOf(node), path, report);
             },
-            key.member);
-        if (!done) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// The same for a node that is no part of a list.
-template <class Node, std::size_t Count>
-bool read(const std::array<NodeKey<Node>, Count>& keys, const PiaBlock& block, Node& node,
-          const PiaPath& path, PiaReport& report) {
-    Places<Count> places;
-    return read(keys, block, node, path, report, places);
-}
-
-/// Adds to `block`, in order, the keys that `chosen(key)` accepts. False when one is there already.
-template <class Node, class Chosen>
-bool write(std::span<const NodeKey<Node>> keys, const Node& node, PiaSink& block, Chosen chosen) {
-    for (const NodeKey<Node>& key : keys) {
-        if (chosen(key) && !std::visit(
-                               [&](auto member) {
-                                   return add(block, key.name, node.*member, key.precision);
-                               },
-                               key.member)) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// Calls `visitor(name, value)` for every key in order; `value` has the member's type.
-template <class Node, class Visitor>
-void visit(std::span<const NodeKey<Node>> keys, const Node& node, Visitor visitor) {
-    for (const NodeKey<Node>& key : keys) {
-        std::visit([&](auto member) { visitor(key.name.text(), node.*member); }, key.member);
-    }
+            [](const NodeKey<Node>& key, const Node& node, PiaSink& block) {
+                return NodeValue<Value>::write(key.name, ConstPartOf(node), block,
+                                               key.options.precision);
+            },
+            [](const NodeKey<Node>& key, const Node& node, NodeVisitor& visitor) {
+                NodeValue<Value>::show(key.name.text(), ConstPartOf(node), visitor);
+            }};
 }
 
 }  // namespace node_keys
+
+/// The key of a member.
+template <auto Member, class Node = decltype(node_keys::nodeOf(Member))>
+constexpr NodeKey<Node> nodeKey(PiaKey name, KeyOptions<Node> options = {}) {
+    using Value = std::remove_reference_t<decltype(std::declval<Node&>().*Member)>;
+    return node_keys::keyOf<Node, Value, [](Node& node) -> Value& { return node.*Member; },
+                            [](const Node& node) -> const Value& { return node.*Member; }>(name,
+                                                                                           options);
+}
+
+/// The key of a base class that a node carries as a block of its own.
+template <class Base, class Node>
+constexpr NodeKey<Node> baseKey(PiaKey name) {
+    return node_keys::keyOf<Node, Base, [](Node& node) -> Base& { return node; },
+                            [](const Node& node) -> const Base& { return node; }>(name, {});
+}

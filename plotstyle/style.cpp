@@ -1,7 +1,6 @@
 #include <algorithm>
-#include <string_view>
+#include <tuple>
 #include <utility>
-#include <variant>
 
 #include "pia.h"
 #include "plotstyle.h"
@@ -25,9 +24,7 @@ void CPlotStyle::setGrayScale(bool grayScale) {
 }
 
 bool CPlotStyle::init(const PiaBlock& block) {
-    PiaReport unread;
-    return node_keys::read(PlotStyleKeys::all, block, *this,
-                                       {.parent = nullptr, .name = block.name.view()}, unread);
+    return node_keys::read(block, *this);
 }
 
 bool CPlotStyle::write(PiaBlock& parent, int index, bool writeModeColor) const {
@@ -37,10 +34,9 @@ bool CPlotStyle::write(PiaBlock& parent, int index, bool writeModeColor) const {
 bool CPlotStyle::writeTo(PiaSink& parent, int index, bool writeModeColor) const {
     PiaSink* block = parent.addBlock(plot_style::IndexName(index).view());
     return block != nullptr &&
-           node_keys::write<CPlotStyle>(
-               PlotStyleKeys::all, *this, *block, [&](const NodeKey<CPlotStyle>& key) {
-                   return writeModeColor || key.presence == KeyPresence::Required;
-               });
+           NodeCodec<CPlotStyle>::write(*this, *block, [&](const NodeKey<CPlotStyle>& key) {
+               return writeModeColor || key.options.presence == KeyPresence::Required;
+           });
 }
 
 bool CPlotStyle::isEqual(const CPlotStyle& other, bool compareDescription) const {
@@ -58,18 +54,16 @@ void CPlotStyle::updateName(const wchar_t* name) {
 
 bool CPlotStyle::read(ut::CIBinStream& stream) {
     CPlotStyle style;
-    for (const NodeKey<CPlotStyle>& key : PlotStyleKeys::all) {
-        if (!std::visit([&](auto member) { return stream.read(style.*member); }, key.member)) {
-            return false;
-        }
+    const auto readAll = [&](auto... member) { return (stream.read(style.*member) && ...); };
+    if (!std::apply(readAll, NodeKeys<CPlotStyle>::streamed)) {
+        return false;
     }
     *this = std::move(style);
     return true;
 }
 
 bool CPlotStyle::write(ut::COBinStream& stream) const {
-    node_keys::visit<CPlotStyle>(
-        PlotStyleKeys::all, *this,
-        [&](std::wstring_view, const auto& value) { stream.write(value); });
+    std::apply([&](auto... member) { (stream.write(this->*member), ...); },
+               NodeKeys<CPlotStyle>::streamed);
     return true;
 }

@@ -2,34 +2,43 @@
 #pragma once
 
 #include <array>
+#include <tuple>
 
 #include "pia/node_keys.h"
 #include "plotstyle.h"
 
-/// In the order of the file, which is the order of the binary stream too. The mode colour is the
-/// only optional key: a table whose styles all keep the object's colour is written without it.
-struct PlotStyleKeys {
-    static void takeColor(CPlotStyle& style) { style.modeColor_ = style.color_; }
+/// In the order of the file. The mode colour is the only optional key: a table whose styles all
+/// keep the object's colour is written without it.
+template <>
+struct NodeKeys<CPlotStyle> {
+    using Node = CPlotStyle;
 
-    static constexpr std::array<NodeKey<CPlotStyle>, 16> all{{
-        {.name = L"name", .member = &CPlotStyle::name_},
-        {.name = L"localized_name", .member = &CPlotStyle::localizedName_},
-        {.name = L"description", .member = &CPlotStyle::description_},
-        {.name = L"color", .member = &CPlotStyle::color_},
-        {.name = L"mode_color",
-         .member = &CPlotStyle::modeColor_,
-         .presence = KeyPresence::Optional,
-         .whenAbsent = &takeColor},
-        {.name = L"color_policy", .member = &CPlotStyle::colorPolicy_},
-        {.name = L"physical_pen_number", .member = &CPlotStyle::physicalPen_},
-        {.name = L"virtual_pen_number", .member = &CPlotStyle::virtualPen_},
-        {.name = L"screen", .member = &CPlotStyle::screen_},
-        {.name = L"linepattern_size", .member = &CPlotStyle::linePatternSize_},
-        {.name = L"linetype", .member = &CPlotStyle::lineType_},
-        {.name = L"adaptive_linetype", .member = &CPlotStyle::adaptiveLineType_},
-        {.name = L"lineweight", .member = &CPlotStyle::lineWeight_},
-        {.name = L"fill_style", .member = &CPlotStyle::fillStyle_},
-        {.name = L"end_style", .member = &CPlotStyle::endStyle_},
-        {.name = L"join_style", .member = &CPlotStyle::joinStyle_},
-    }};
+    static void takeColor(Node& style) { style.modeColor_ = style.color_; }
+
+    static constexpr std::array all{
+        nodeKey<&Node::name_>(L"name"),
+        nodeKey<&Node::localizedName_>(L"localized_name"),
+        nodeKey<&Node::description_>(L"description"),
+        nodeKey<&Node::color_>(L"color"),
+        nodeKey<&Node::modeColor_>(
+            L"mode_color", {.presence = KeyPresence::Optional, .whenAbsent = &NodeKeys::takeColor}),
+        nodeKey<&Node::colorPolicy_>(L"color_policy"),
+        nodeKey<&Node::physicalPen_>(L"physical_pen_number"),
+        nodeKey<&Node::virtualPen_>(L"virtual_pen_number"),
+        nodeKey<&Node::screen_>(L"screen"),
+        nodeKey<&Node::linePatternSize_>(L"linepattern_size"),
+        nodeKey<&Node::lineType_>(L"linetype"),
+        nodeKey<&Node::adaptiveLineType_>(L"adaptive_linetype"),
+        nodeKey<&Node::lineWeight_>(L"lineweight"),
+        nodeKey<&Node::fillStyle_>(L"fill_style"),
+        nodeKey<&Node::endStyle_>(L"end_style"),
+        nodeKey<&Node::joinStyle_>(L"join_style"),
+    };
+
+    /// The members in the order of the binary stream.
+    static constexpr std::tuple streamed{
+        &Node::name_,       &Node::localizedName_,   &Node::description_, &Node::color_,
+        &Node::modeColor_,  &Node::colorPolicy_,     &Node::physicalPen_, &Node::virtualPen_,
+        &Node::screen_,     &Node::linePatternSize_, &Node::lineType_,    &Node::adaptiveLineType_,
+        &Node::lineWeight_, &Node::fillStyle_,       &Node::endStyle_,    &Node::joinStyle_};
 };

@@ -6,18 +6,23 @@
 #include "pia/node_keys.h"
 #include "plotstyle.h"
 
-/// The table-wide settings in the order of the file, and the blocks that follow them.
-struct PlotStyleTableKeys {
-    static constexpr std::array<NodeKey<CPlotStyleTable>, 5> settings{{
-        {.name = L"description", .member = &CPlotStyleTable::description_},
-        {.name = L"aci_table_available", .member = &CPlotStyleTable::aciAvailable_},
-        {.name = L"scale_factor", .member = &CPlotStyleTable::scaleFactor_},
-        {.name = L"apply_factor", .member = &CPlotStyleTable::applyFactor_},
-        {.name = L"custom_lineweight_display_units",
-         .member = &CPlotStyleTable::displayUnits_,
-         .presence = KeyPresence::Optional},
-    }};
+/// The table-wide settings in the order of the file.
+template <>
+struct NodeKeys<CPlotStyleTable> {
+    using Node = CPlotStyleTable;
 
+    static constexpr std::array all{
+        nodeKey<&Node::description_>(L"description"),
+        nodeKey<&Node::aciAvailable_>(L"aci_table_available"),
+        nodeKey<&Node::scaleFactor_>(L"scale_factor"),
+        nodeKey<&Node::applyFactor_>(L"apply_factor"),
+        nodeKey<&Node::displayUnits_>(L"custom_lineweight_display_units",
+                                      {.presence = KeyPresence::Optional}),
+    };
+};
+
+/// The blocks that follow the settings.
+struct PlotStyleTableKeys {
     static constexpr PiaKey aciTable = L"aci_table";
     static constexpr PiaKey styles = L"plot_style";
     static constexpr PiaKey lineWeights = L"custom_lineweight_table";

@@ -116,7 +116,7 @@ bool CPlotStyleTable::initCLW(const PiaBlock& block) {
 }
 
 bool CPlotStyleTable::initFrom(const PiaBlock& root, PiaReport& report) {
-    if (!node_keys::read(PlotStyleTableKeys::settings, root, *this, {}, report)) {
+    if (!node_keys::read(root, *this, {}, report)) {
         return false;
     }
     const PiaBlock* styles = findBlock(root, PlotStyleTableKeys::styles);
@@ -140,7 +140,7 @@ bool CPlotStyleTable::initFrom(const PiaBlock& root, PiaReport& report) {
 bool CPlotStyleTable::initStyles(const PiaBlock& block, PiaReport& report) {
     const NumberedBlock styles(block, block.items.size(), PiaItemType::Block, L"a block", report);
     styles_.resize(block.items.size());
-    node_keys::Places<PlotStyleKeys::all.size()> keyPlaces;
+    NodeCodec<CPlotStyle>::Places keyPlaces;
     for (const PiaItem* item : block.items) {
         const std::optional<std::size_t> place = styles.placeOf(*item);
         if (!place) {
@@ -150,10 +150,9 @@ bool CPlotStyleTable::initStyles(const PiaBlock& block, PiaReport& report) {
             return styles.failTaken(*item);
         }
         styles_[*place] = std::make_unique<CPlotStyle>();
-        if (!node_keys::read(PlotStyleKeys::all, static_cast<const PiaBlock&>(*item),
-                             *styles_[*place],
-                             {.parent = &styles.path(), .name = item->name.view()}, report,
-                             keyPlaces)) {
+        const PiaPath path{.parent = &styles.path(), .name = item->name.view()};
+        if (!NodeCodec<CPlotStyle>::read(static_cast<const PiaBlock&>(*item), *styles_[*place],
+                                         path, report, keyPlaces)) {
             return false;
         }
     }

@@ -41,8 +41,7 @@ bool CPlotStyleTable::write(const wchar_t* path, PiaReport* report) const {
 bool CPlotStyleTable::writeToBlock(PiaBlock& root) const { return writeTo(root); }
 
 bool CPlotStyleTable::writeTo(PiaSink& root) const {
-    if (!node_keys::write<CPlotStyleTable>(PlotStyleTableKeys::settings, *this, root,
-                                           [](const NodeKey<CPlotStyleTable>&) { return true; })) {
+    if (!node_keys::write(*this, root)) {
         return false;
     }
 

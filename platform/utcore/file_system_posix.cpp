@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <limits>
+#include <optional>
 
 #include "platform/utcore/file_system.h"
 #include "platform/utcore/path.h"
@@ -29,7 +30,7 @@ auto repeated(Call call) {
 int descriptor(FileSystem::File file) { return static_cast<int>(file); }
 
 /// The folder of `path` as a path of its own.
-std::wstring folderOf(const std::wstring& path) {
+std::wstring openableFolderOf(const std::wstring& path) {
     const std::wstring folder = path.substr(0, lastComponent(path));
     return folder.empty() ? L"." : folder;
 }
@@ -48,6 +49,17 @@ bool readLink(const std::string& path, std::string& target) {
         }
         target.resize(target.size() * 2);
     }
+}
+
+/// Type and permissions behind a path; empty when there is nothing.
+std::optional<mode_t> modeOf(std::wstring_view path) {
+    struct stat status {};
+    // The system would take the path up to its null character.
+    if (path.find(L'\0') != std::wstring_view::npos ||
+        ::stat(encodePath(path).c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return status.st_mode;
 }
 
 class PosixFiles : public FileSystem {
@@ -179,7 +191,7 @@ public:
 
     void flushFolder(const std::wstring& path) override {
         File folder{};
-        if (!open(folderOf(path), O_RDONLY | O_DIRECTORY, folder)) {
+        if (!open(openableFolderOf(path), O_RDONLY | O_DIRECTORY, folder)) {
             ::fsync(descriptor(folder));
             ::close(descriptor(folder));
         }
@@ -207,6 +219,31 @@ private:
 FileSystem& systemFiles() {
     static PosixFiles files;
     return files;
+}
+
+bool fileExists(std::wstring_view path) {
+    const std::optional<mode_t> mode = modeOf(path);
+    return mode && !S_ISDIR(*mode);
+}
+
+bool folderExists(std::wstring_view path) {
+    const std::optional<mode_t> mode = modeOf(path);
+    return mode && S_ISDIR(*mode);
+}
+
+std::wstring fullPath(std::wstring_view path) {
+    std::string folder(256, '\0');
+    if (path.starts_with(L'/')) {
+        return std::wstring(path);
+    }
+    while (::getcwd(folder.data(), folder.size()) == nullptr) {
+        if (errno != ERANGE) {
+            return std::wstring(path);
+        }
+        folder.resize(folder.size() * 2);
+    }
+    folder.resize(folder.find('\0'));
+    return joinPath(decodePath(folder), path);
 }
 
 }  // namespace ut

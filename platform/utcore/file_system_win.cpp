@@ -32,7 +32,7 @@ std::wstring grown(Call call) {
 
 /// The absolute path, which turns a reserved name such as "NUL" into a device's path. Empty on
 /// failure.
-std::wstring fullPath(const std::wstring& path) {
+std::wstring absolute(const std::wstring& path) {
     return grown([&](wchar_t* text, DWORD room) {
         return GetFullPathNameW(path.c_str(), room, text, nullptr);
     });
@@ -44,7 +44,7 @@ bool isDevicePath(std::wstring_view path) { return path.starts_with(L"\\\\.\\");
 std::wstring native(const std::wstring& path) {
     // A new file's name must leave room for a short name of 12 characters.
     constexpr std::size_t longestPlain = MAX_PATH - 12;
-    std::wstring full = fullPath(path);
+    std::wstring full = absolute(path);
     if (full.size() < longestPlain || isDevicePath(full) || full.starts_with(L"\\\\?\\")) {
         return full;
     }
@@ -73,6 +73,14 @@ SystemError followLinks(std::wstring& path) {
         path = std::move(target);
     }
     return error;
+}
+
+/// The attributes behind a path; INVALID_FILE_ATTRIBUTES when there is nothing.
+DWORD attributesOf(std::wstring_view path) {
+    // The system would take the path up to its null character.
+    return path.empty() || path.find(L'\0') != std::wstring_view::npos
+               ? INVALID_FILE_ATTRIBUTES
+               : GetFileAttributesW(native(std::wstring(path)).c_str());
 }
 
 class WindowsFiles : public FileSystem {
@@ -108,7 +116,7 @@ public:
         if (path.find(L'\0') != std::wstring::npos) {
             return {ERROR_INVALID_NAME, "open"};
         }
-        destination.path = fullPath(path);
+        destination.path = absolute(path);
         if (destination.path.empty()) {
             return lastError("open");
         }
@@ -226,6 +234,21 @@ private:
 FileSystem& systemFiles() {
     static WindowsFiles files;
     return files;
+}
+
+bool fileExists(std::wstring_view path) {
+    const DWORD attributes = attributesOf(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool folderExists(std::wstring_view path) {
+    const DWORD attributes = attributesOf(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::wstring fullPath(std::wstring_view path) {
+    std::wstring full = absolute(std::wstring(path));
+    return full.empty() ? std::wstring(path) : full;
 }
 
 }  // namespace ut

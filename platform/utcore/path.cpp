@@ -32,12 +32,53 @@ std::size_t lastComponent(std::wstring_view path) {
     return static_cast<std::size_t>(path.rend() - separator);
 }
 
-bool hasExtension(std::wstring_view path, std::wstring_view extension) {
-    const std::wstring_view name = path.substr(lastComponent(path));
-    const std::size_t dot = name.rfind(L'.');
+namespace {
+
+/// Where the extension of `path` begins, its dot included; the end when it has none.
+std::size_t extensionOf(std::wstring_view path) {
+    const std::size_t name = lastComponent(path);
+    const std::size_t dot = path.rfind(L'.');
     // A name that begins with its only dot is a hidden file's, without extension.
-    const bool has = dot != std::wstring_view::npos && dot > 0;
-    return equalNoCase(has ? name.substr(dot + 1) : std::wstring_view(), extension);
+    return dot == std::wstring_view::npos || dot <= name ? path.size() : dot;
+}
+
+}  // namespace
+
+bool hasExtension(std::wstring_view path, std::wstring_view extension) {
+    path.remove_prefix(extensionOf(path));
+    return equalNoCase(path.empty() ? path : path.substr(1), extension);
+}
+
+std::wstring withExtension(std::wstring_view path, std::wstring_view extension) {
+    return std::wstring(path.substr(0, extensionOf(path))).append(1, L'.').append(extension);
+}
+
+std::wstring_view fileNameOf(std::wstring_view path) {
+    const bool hasDrive =
+        path.size() > 1 && path[1] == L':' && toLower(path[0]) >= L'a' && toLower(path[0]) <= L'z';
+    path.remove_prefix(hasDrive ? 2 : 0);
+    path.remove_prefix(path.find_last_of(L"/\\") + 1);
+    return path;
+}
+
+std::wstring_view folderOf(std::wstring_view path) {
+    std::wstring_view folder = path.substr(0, lastComponent(path));
+    const auto isRoot = [&] {
+        const wchar_t before = folder.size() > 1 ? folder[folder.size() - 2] : L'\0';
+        return folder.size() == 1 || folder.back() == L':' || before == L':';
+    };
+    while (!folder.empty() && isPathSeparator(folder.back()) && !isRoot()) {
+        folder.remove_suffix(1);
+    }
+    return folder;
+}
+
+std::wstring joinPath(std::wstring_view folder, std::wstring_view name) {
+    std::wstring path(folder);
+    if (!path.empty() && !isPathSeparator(path.back())) {
+        path += preferredSeparator();
+    }
+    return path.append(name);
 }
 
 }  // namespace ut

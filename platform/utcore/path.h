@@ -9,6 +9,9 @@ namespace ut {
 /// True when `character` ends a folder's name in a path.
 bool isPathSeparator(wchar_t character);
 
+/// What is put between a folder and a name.
+wchar_t preferredSeparator();
+
 /// Where the last component of `path` begins: behind its last separator.
 std::size_t lastComponent(std::wstring_view path);
 

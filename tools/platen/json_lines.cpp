@@ -2,8 +2,8 @@
 
 #include <cstddef>
 #include <nlohmann/json.hpp>
-#include <span>
 #include <string_view>
+#include <vector>
 
 #include "plotstyle/style_keys.h"
 #include "plotstyle/table_keys.h"
@@ -18,12 +18,6 @@ using Json = nlohmann::ordered_json;
 std::string dump(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
-
-template <class Value>
-Json valueOf(const Value& value) {
-    return value;
-}
-Json valueOf(const std::wstring& text) { return ut::encodeUtf8(text); }
 
 template <class Number>
 Json orNull(const std::optional<Number>& number) {
@@ -44,11 +38,37 @@ Json containerJson(const PiaContainer& container) {
     return json;
 }
 
+/// Makes an object of the values that it is shown, with an object in it for each block.
+class JsonVisitor : public NodeVisitor {
+public:
+    explicit JsonVisitor(Json& object) : objects_{&object} {}
+
+    void integer(std::wstring_view key, std::int32_t value) override { at(key) = value; }
+    void real(std::wstring_view key, double value) override { at(key) = value; }
+    void flag(std::wstring_view key, bool value) override { at(key) = value; }
+    void text(std::wstring_view key, const std::wstring& value) override {
+        at(key) = ut::encodeUtf8(value);
+    }
+    void absent(std::wstring_view key) override { at(key) = nullptr; }
+    void begin(std::wstring_view key) override {
+        Json& block = at(key);
+        block = Json::object();
+        objects_.push_back(&block);
+    }
+    void end() override { objects_.pop_back(); }
+
+private:
+    Json& at(std::wstring_view key) { return (*objects_.back())[ut::encodeUtf8(key)]; }
+
+    /// The object itself and the blocks that are open in it. No member is added to an object while
+    /// one in it is open, so that it stays in its place.
+    std::vector<Json*> objects_;
+};
+
 template <class Node>
-void addKeys(Json& json, std::span<const NodeKey<Node>> keys, const Node& node) {
-    node_keys::visit(keys, node, [&](std::wstring_view name, const auto& value) {
-        json[ut::encodeUtf8(name)] = valueOf(value);
-    });
+void addKeys(Json& json, const Node& node) {
+    JsonVisitor visitor(json);
+    node_keys::show(node, visitor);
 }
 
 Json aciJson(const CPlotStyleTable& table) {
@@ -65,13 +85,13 @@ Json aciJson(const CPlotStyleTable& table) {
 
 Json tableJson(const CPlotStyleTable& table) {
     Json json;
-    addKeys<CPlotStyleTable>(json, PlotStyleTableKeys::settings, table);
+    addKeys(json, table);
     json["uses_aci"] = table.useACI();
     json["aci"] = aciJson(table);
     Json styles = Json::array();
     for (std::size_t index = 0; index < table.size(); ++index) {
         Json style;
-        addKeys<CPlotStyle>(style, PlotStyleKeys::all, *table.style(index));
+        addKeys(style, *table.style(index));
         styles.push_back(std::move(style));
     }
     json["styles"] = std::move(styles);

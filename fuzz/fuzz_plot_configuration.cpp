@@ -1,0 +1,56 @@
+// A whole file into a plot configuration and out again.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include "fuzz/document_round_trip.h"
+#include "plotcfg.h"
+
+namespace {
+
+std::unique_ptr<CPlotCfg3> readConfiguration(PiaInput& input) {
+    bool printerChanged = false;
+    return CPlotCfg3::fromInput(input, printerChanged);
+}
+
+/// Papers go through the lists of a PMP and back.
+void editPapers(PiaInput& input) {
+    if (const auto config = readConfiguration(input)) {
+        std::vector<CustomPaperSize> papers;
+        config->getCustomPaperSizes(papers);
+        for (CustomPaperSize& paper : papers) {
+            paper.source = 1;
+        }
+        config->setCustomPaperSizes(papers);
+        std::vector<CustomPaperSize> again;
+        config->getCustomPaperSizes(again);
+        if (again.size() != papers.size()) {
+            std::abort();
+        }
+        bool changed = false;
+        for (std::size_t index = 0; index < 4; ++index) {
+            config->setPaperSize(index, true, changed);
+        }
+        const CPlotCfg3 copy(*config);
+        config->detachPMP();
+        copy.getCustomPaperSizes(papers);
+        if (papers.size() != again.size()) {
+            std::abort();
+        }
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    roundTripBytes(bytes, readConfiguration);
+    PiaInput input;
+    if (input.openBytes(fileAround(bytes, PiaKind::Pc3))) {
+        editPapers(input);
+    }
+    return 0;
+}

@@ -1,0 +1,15 @@
+/// What writing a document over a file would lose.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "pia.h"
+
+/// At most this many paths are listed.
+inline constexpr std::size_t piaMaxDroppedItems = 1000;
+
+/// The paths of the items of `before` that `after` has not, by name and type. A block that is not
+/// there is listed without its content.
+std::vector<std::wstring> piaDroppedItems(const PiaBlock& before, const PiaBlock& after);

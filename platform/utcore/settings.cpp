@@ -1,0 +1,53 @@
+#include <functional>
+#include <map>
+#include <mutex>
+
+#include "platform/utcore/environment.h"
+#include "utcore.h"
+
+namespace ut {
+
+namespace {
+
+struct Settings {
+    std::mutex mutex;
+    std::map<std::wstring, std::wstring, std::less<>> values;
+};
+
+Settings& settings() {
+    static Settings all;
+    return all;
+}
+
+/// "PLATEN_PLOT_CFG_PATH" for "PlotCfgPath".
+std::string variableFor(std::wstring_view name) {
+    std::string variable = "PLATEN";
+    for (const wchar_t character : name) {
+        const bool capital = character >= L'A' && character <= L'Z';
+        const bool small = character >= L'a' && character <= L'z';
+        if (capital) {
+            variable += '_';
+        }
+        if (capital || small) {
+            variable += static_cast<char>(small ? character - L'a' + L'A' : character);
+        }
+    }
+    return variable;
+}
+
+}  // namespace
+
+std::wstring getSetting(std::wstring_view name) {
+    Settings& all = settings();
+    const std::lock_guard lock(all.mutex);
+    const auto entry = all.values.find(name);
+    return entry != all.values.end() ? entry->second : environmentVariable(variableFor(name));
+}
+
+void setSetting(std::wstring_view name, std::wstring_view value) {
+    Settings& all = settings();
+    const std::lock_guard lock(all.mutex);
+    all.values.insert_or_assign(std::wstring(name), std::wstring(value));
+}
+
+}  // namespace ut

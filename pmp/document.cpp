@@ -1,0 +1,127 @@
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "pia.h"
+#include "pmp.h"
+#include "pmp/pmp_keys.h"
+#include "utcore.h"
+
+namespace {
+
+constexpr std::wstring_view pmpFolder = L"PMP";
+
+/// Each folder and its sub-folder "PMP", in the order in which they are searched.
+std::vector<std::wstring> candidatesOf(const OdArray<OdString>& folders) try {
+    std::vector<std::wstring> candidates;
+    for (const OdString& folder : folders) {
+        if (!folder.isEmpty()) {
+            candidates.push_back(folder.text());
+        }
+        candidates.push_back(ut::joinPath(folder.text(), pmpFolder));
+    }
+    return candidates;
+} catch (const std::bad_alloc&) {
+    constexpr int outOfMemory = 9;
+    throw OdError(outOfMemory);
+}
+
+/// The full path of the file: as named, or by its last component in one of the folders. Empty, with
+/// the reason in `report`, when it is in none.
+std::wstring find(const std::wstring& name, const OdArray<OdString>& folders, PiaReport& report) {
+    if (ut::fileExists(name)) {
+        return ut::fullPath(name);
+    }
+    const std::vector<std::wstring> candidates = candidatesOf(folders);
+    std::wstring searched;
+    for (const std::wstring& candidate : candidates) {
+        const std::wstring path = ut::joinPath(candidate, ut::fileNameOf(name));
+        if (ut::fileExists(path)) {
+            return ut::fullPath(path);
+        }
+        searched += (searched.empty() ? L" or in " : L", ") + candidate;
+    }
+    report.fail({.code = PiaCode::FileUnreadable,
+                 .expected = L"a file of that name" + searched,
+                 .found = name});
+    return {};
+}
+
+template <class Node>
+void unshare(std::shared_ptr<Node>& node) {
+    if (node) {
+        node = std::make_shared<Node>(*node);
+    }
+}
+
+}  // namespace
+
+PlotModelParam* PlotModelParam::read(const wchar_t* name, const OdArray<OdString>& folders,
+                                     PiaReport* report) {
+    PiaInput input;
+    auto document = std::make_unique<PlotModelParam>();
+    PiaReport search;
+    const std::wstring path = find(name == nullptr ? L"" : name, folders, search);
+    const bool done = !path.empty() && input.open(path.c_str()) && document->init(input);
+    if (report != nullptr) {
+        *report = std::move(path.empty() ? search : input.report());
+    }
+    if (!done) {
+        return nullptr;
+    }
+    document->filePath = OdString(path);
+    document->userDefinedModelPathname = path;
+    return document.release();
+}
+
+bool PlotModelParam::init(PiaInput& input) {
+    const PiaBlock* root = input.root();
+    if (root == nullptr) {
+        return input.report().fail({.code = PiaCode::FileUnreadable});
+    }
+    hidden.reset();
+    return node_keys::read(*root, *this, {}, input.report());
+}
+
+PlotModelParam* PlotModelParam::create(const CMetaNode& meta) {
+    auto document = std::make_unique<PlotModelParam>();
+    static_cast<CMetaNode&>(*document) = meta;
+    document->configDescription.clear();
+    document->configAutospool.reset();
+    return document.release();
+}
+
+std::unique_ptr<PlotModelParam> PlotModelParam::clone() const {
+    auto copy = std::make_unique<PlotModelParam>(*this);
+    unshare(copy->mod.media.size);
+    unshare(copy->mod.media.description);
+    unshare(copy->udm.media);
+    unshare(copy->hidden);
+    if (copy->hidden) {
+        unshare(copy->hidden->media.size);
+    }
+    return copy;
+}
+
+bool PlotModelParam::writeToBlock(PiaBlock& root) const { return node_keys::write(*this, root); }
+
+bool PlotModelParam::write(const wchar_t* path, PiaReport* report) {
+    PiaReport unread;
+    PiaReport& reasons = report != nullptr ? *report : unread;
+    reasons.clear();
+    if (path == nullptr) {
+        return reasons.fail({.code = PiaCode::FileUnwritable, .expected = L"a path"});
+    }
+    PiaFileOut file;
+    file.setKind(PiaKind::Pc3);
+    const bool done =
+        file.write([this](PiaSink& root) { return node_keys::write(*this, root); }, path);
+    reasons = file.report();
+    if (done) {
+        filePath = OdString(path);
+        userDefinedModelPathname = path;
+    }
+    return done;
+}

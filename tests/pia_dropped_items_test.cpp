@@ -1,0 +1,53 @@
+#include "pia/dropped_items.h"
+
+#include <gtest/gtest.h>
+
+#include "utcore.h"
+
+namespace {
+
+std::string dropped(const std::string& before, const std::string& after) {
+    PiaInput one;
+    PiaInput other;
+    EXPECT_TRUE(one.openBody(before) && other.openBody(after));
+    std::string text;
+    for (const std::wstring& path : piaDroppedItems(*one.root(), *other.root())) {
+        text += ut::encodeUtf8(path) + ' ';
+    }
+    return text;
+}
+
+TEST(DroppedItems, AreNamedByTheirPath) {
+    EXPECT_EQ(dropped("", "a=1\n"), "");
+    EXPECT_EQ(dropped("a=1\nb{\nc=\"x\n}\n", "b{\nc=\"y\nd=1\n}\na=2\n"), "");
+    EXPECT_EQ(dropped("a=1\na=\"x\nb{\nc{\nd=1\ne=2\n}\nf=TRUE\n}\n", "a=\"x\nb{\nc{\ne=1\n}\n}\n"),
+              "a b/c/d b/f ");
+    // A block goes with all that is in it; an item of another type is another item.
+    EXPECT_EQ(dropped("b{\nc{\nd=1\n}\n}\ne=1\n", "b=1\ne=\"1\n"), "b e ");
+}
+
+TEST(DroppedItems, AreBoundedInNumberAndDepth) {
+    std::string many;
+    for (std::size_t number = 0; number < 2 * piaMaxDroppedItems; ++number) {
+        many += 'n' + std::to_string(number) + "=1\n";
+    }
+    PiaInput wide;
+    ASSERT_TRUE(wide.openBody(many));
+    EXPECT_EQ(piaDroppedItems(*wide.root(), PiaBlock(L"")).size(), piaMaxDroppedItems);
+
+    constexpr int depth = 200000;
+    PiaTree one;
+    PiaTree other;
+    PiaBlock* inner = &one.root();
+    PiaBlock* otherInner = &other.root();
+    for (int level = 0; level < depth; ++level) {
+        inner = inner->addBlock(L"b");
+        otherInner = otherInner->addBlock(L"b");
+    }
+    ASSERT_TRUE(inner->addInt(L"last", 1));
+    const auto paths = piaDroppedItems(one.root(), other.root());
+    ASSERT_EQ(paths.size(), 1u);
+    EXPECT_TRUE(paths[0].ends_with(L"b/b/last"));
+}
+
+}  // namespace

@@ -1,0 +1,44 @@
+/// Plot configurations and plot model parameters for tests, as the writer writes their bodies.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pia.h"
+#include "tests/support/trees.h"
+#include "utcore.h"
+
+/// With every optional key.
+extern const std::string fullConfiguration;
+/// With no key that a writer may leave out.
+extern const std::string bareConfiguration;
+extern const std::string fullParameters;
+extern const std::string bareParameters;
+
+/// The body that a document is written as; empty when it cannot be.
+template <class Document>
+std::string bodyOfDocument(const Document& document) {
+    PiaTree tree;
+    PiaFileOut out;
+    ut::ByteBuffer file;
+    const bool done = document.writeToBlock(tree.root()) && out.encode(tree.root(), file);
+    return done ? bodyOf(file.view()) : std::string();
+}
+
+/// `text` with its only `from` replaced by `to`; throws when there is none or more than one.
+std::string edited(std::string text, std::string_view from, std::string_view to);
+
+/// A line of a body that is an item, and where it stands.
+struct BodyItem {
+    /// Names from the root, joined by "/".
+    std::string path;
+    std::size_t begin;
+    std::size_t end;
+};
+
+std::vector<BodyItem> itemsOf(const std::string& body);
+
+/// What makes an item unreadable: left out, a block in its place, and for numbers no number.
+std::vector<std::string> spoiled(const std::string& body, const BodyItem& item);
