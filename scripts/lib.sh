@@ -177,7 +177,7 @@ wine_prefix() {
 }
 
 # Starts Wine's services, for a server that has none yet, apart from our input and output: the first
-# program of a session starts them, and they would hold its output open long after it has ended.
+# program of a prefix starts them, and they would hold its output open long after it has ended.
 wine_services() {
     wine cmd /c exit </dev/null >/dev/null 2>&1
 }
