@@ -13,6 +13,8 @@
 #include "pia_report.h"
 #include "platen_api.h"
 
+class PiaEntryTaker;
+
 namespace ut {
 class ByteBuffer;
 }
@@ -131,10 +133,16 @@ public:
     /// unless the options ask for it.
     [[nodiscard]] bool open(const wchar_t* path);
     [[nodiscard]] bool open(const wchar_t* path, const PiaReadOptions& options);
+    /// The same for a document that takes the entries of a list as they are read; `entries` may be
+    /// null here and in the next two.
+    [[nodiscard]] bool open(const wchar_t* path, const PiaReadOptions& options,
+                            PiaEntryTaker* entries);
     /// The same with a file's bytes, which are borrowed for the call only.
-    [[nodiscard]] bool openBytes(std::string_view file, const PiaReadOptions& options = {});
+    [[nodiscard]] bool openBytes(std::string_view file, const PiaReadOptions& options = {},
+                                 PiaEntryTaker* entries = nullptr);
     /// Parses body text, as it stands inside a version-2 file.
-    [[nodiscard]] bool openBody(std::string_view body, const PiaReadOptions& options = {});
+    [[nodiscard]] bool openBody(std::string_view body, const PiaReadOptions& options = {},
+                                PiaEntryTaker* entries = nullptr);
 
     /// The tree, owned by this object; null before a successful `open`.
     PiaBlock* root();

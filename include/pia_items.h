@@ -84,6 +84,7 @@ public:
     ~PiaText() { release(); }
 
     std::wstring str() const;
+    void copyTo(std::wstring& text) const;
     // NOLINTNEXTLINE(google-explicit-constructor): a value reads like the text it is.
     operator std::wstring() const { return str(); }
     /// Wide characters.
@@ -102,6 +103,7 @@ public:
 private:
     friend class PiaArena;
     friend class PiaBlock;
+    friend class PiaBodyReader;
     enum class Form : std::size_t { Ascii, Wide, Owned };
     static constexpr unsigned formBits = 2;
 
@@ -126,6 +128,11 @@ private:
         }
     }
     void free();
+    /// Borrows other text; what is owned must not be replaced by it.
+    void borrow(std::string_view ascii) {
+        characters_ = ascii.data();
+        lengthAndForm_ = (ascii.size() << formBits) | static_cast<std::size_t>(Form::Ascii);
+    }
 
     const void* characters_;
     std::size_t lengthAndForm_;
@@ -325,6 +332,18 @@ private:
         }
     }
     void grow();
+    /// Takes a list of items that another block gave back, to be filled anew from the first.
+    void takeList(const Items& list);
+    /// Gives the list back and forgets the items. Only blocks among them are destroyed: `blocks`
+    /// says whether there are any.
+    Items giveList(bool blocks);
+    /// The items that stood behind the last one in the block that gave the list back.
+    PiaItem* const* itemsToRefill() const { return items.end(); }
+    /// Counts the next ones as items again.
+    void refilled(std::size_t count, std::uint64_t nameClasses) {
+        nameClasses_ |= nameClasses;
+        items.size_ += static_cast<std::uint32_t>(count);
+    }
     void addToIndex() const;
     template <class Item>
     bool addText(PiaKey key, std::wstring_view text);

@@ -22,6 +22,10 @@ class CIBinStream;
 class COBinStream;
 }  // namespace ut
 
+namespace plot_style {
+class StyleTaker;
+}
+
 /// One plot style: the pen settings that a plotter applies to objects that use the style.
 ///
 /// Colours are packed 32-bit values: -1 for the object's own colour, otherwise the top byte says
@@ -239,11 +243,11 @@ private:
                                                const wchar_t* prefix);
 
     /// Fills a new table; after a failure it is of no use.
-    bool initFrom(const PiaBlock& root, PiaReport& report);
+    bool initFrom(const PiaBlock& root, plot_style::StyleTaker& styles, PiaReport& report);
     bool writeTo(PiaSink& root) const;
     bool addAciEntry(PiaSink& block, std::size_t index) const;
     bool addLineWeight(PiaSink& block, std::size_t index) const;
-    bool initStyles(const PiaBlock& block, PiaReport& report);
+    bool initStyles(const PiaBlock& block, plot_style::StyleTaker& styles, PiaReport& report);
     bool initAci(const PiaBlock& block, PiaReport& report);
     /// Gives entry i style i, as a table without an "aci_table" block means it.
     bool initAciByPosition(PiaReport& report);

@@ -89,8 +89,16 @@ PLATEN_API int compareOrdinal(std::wstring_view left, std::wstring_view right);
 
 /// Wide white space: the same characters on every system, whatever the locale.
 [[nodiscard]] PLATEN_API bool isSpace(wchar_t character);
+/// `toLower` of a character that is not ASCII.
+PLATEN_API wchar_t toLowerBeyondAscii(wchar_t character);
 /// Lower case by simple mapping, the same on every system, whatever the locale.
-PLATEN_API wchar_t toLower(wchar_t character);
+inline wchar_t toLower(wchar_t character) {
+    if (character < L'\x80') {
+        return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character + 0x20)
+                                                      : character;
+    }
+    return toLowerBeyondAscii(character);
+}
 /// True when the texts are equal after `toLower` of each character.
 [[nodiscard]] PLATEN_API bool equalNoCase(std::wstring_view left, std::wstring_view right);
 
@@ -103,8 +111,25 @@ PLATEN_API wchar_t toLower(wchar_t character);
 /// A value beyond 32 bits does not convert; one between 2^31 and 2^32 - 1 gives the integer of the
 /// same bits, as packed colours are written both ways. False leaves `value` as it was.
 [[nodiscard]] PLATEN_API bool scanInt(std::wstring_view text, std::int32_t& value);
+/// `scanInt` of any ASCII text.
+[[nodiscard]] PLATEN_API bool scanAnyInt(std::string_view text, std::int32_t& value);
 /// The same for ASCII.
-[[nodiscard]] PLATEN_API bool scanInt(std::string_view text, std::int32_t& value);
+[[nodiscard]] inline bool scanInt(std::string_view text, std::int32_t& value) {
+    // Nearly all numbers are a few digits and nothing else.
+    constexpr std::size_t surelyFit = 9;
+    if (text.empty() || text.size() > surelyFit) {
+        return scanAnyInt(text, value);
+    }
+    std::int32_t number = 0;
+    for (const char character : text) {
+        if (character < '0' || character > '9') {
+            return scanAnyInt(text, value);
+        }
+        number = number * 10 + (character - '0');
+    }
+    value = number;
+    return true;
+}
 /// Scans `text` as "%lf" does, with a decimal point whatever the locale. A value that is not
 /// finite or beyond the range of a double does not convert. False leaves `value` as it was.
 [[nodiscard]] PLATEN_API bool scanDouble(std::wstring_view text, double& value);

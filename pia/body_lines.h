@@ -29,10 +29,12 @@ public:
     bool atLineStart() const { return !insideLine_; }
     bool holdsNul() const { return holdsNul_; }
     /// Takes a whole line, which the caller has read itself, when `atLineStart`.
-    void takeLine(const char* nextLine) {
-        pieceStart_ = position_;
+    void takeLine(const char* nextLine) { takeLines(1, position_, nextLine); }
+    /// Takes `count` of them, the last of which begins at `last`.
+    void takeLines(std::size_t count, const char* last, const char* nextLine) {
+        pieceStart_ = last;
         position_ = nextLine;
-        ++line_;
+        line_ += count;
     }
 
     /// Byte offset of the piece that `next` gave last.

@@ -1,9 +1,16 @@
 // The fast way through a body: lines that hold nothing but what nearly all lines hold.
 
+#include <algorithm>
 #include <array>
 #include <bit>
-#include <charconv>
+#include <cassert>
 #include <cstring>
+#include <limits>
+#include <utility>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "pia/arena.h"
 #include "pia/body_reader.h"
@@ -28,40 +35,49 @@ std::uint64_t load8(const char* bytes) {
     return value;
 }
 
-/// The next line feed, or null. Values are short, so that a call of memchr would cost more.
-const char* findFeed(const char* from, const char* end) {
-    static_assert(std::endian::native == std::endian::little);
-    constexpr std::uint64_t ones = 0x0101010101010101U;
-    constexpr std::uint64_t highs = 0x8080808080808080U;
-    for (; end - from >= 8; from += 8) {
-        const std::uint64_t differences = load8(from) ^ (ones * '\n');
-        const std::uint64_t zeros = (differences - ones) & ~differences & highs;
-        if (zeros != 0) {
-            return from + std::countr_zero(zeros) / 8;
+/// The next line feed, or null. Values are short, so that a call of memchr would cost more than its
+/// search.
+inline const char* findFeed(const char* from, const char* end) {
+#ifdef __SSE2__
+    constexpr std::ptrdiff_t step = sizeof(__m128i);
+    const __m128i feeds = _mm_set1_epi8('\n');
+    for (; end - from >= step; from += step) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+        const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, feeds));
+        if (found != 0) {
+            return from + std::countr_zero(static_cast<unsigned>(found));
         }
     }
-    for (; from != end; ++from) {
-        if (*from == '\n') {
-            return from;
-        }
-    }
-    return nullptr;
+#endif
+    return static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));
 }
 
-/// True when `at`, which has more bytes than `beginning`, begins with it.
+/// True when `at` begins with `beginning`, which lies before it in the body and is not empty. Both
+/// are followed by eight bytes or more.
 bool beginsWith(const char* at, std::string_view beginning) {
     const char* expected = beginning.data();
-    std::size_t left = beginning.size();
-    if (left < 8) {
-        return std::memcmp(at, expected, left) == 0;
+    const std::size_t size = beginning.size();
+    const auto differAt = [&](std::size_t offset) {
+        return load8(at + offset) ^ load8(expected + offset);
+    };
+    if (size < 8) {
+        const std::uint64_t counted = ~std::uint64_t{0} >> (64 - 8 * size);
+        return (differAt(0) & counted) == 0;
     }
-    for (; left > 8; left -= 8, at += 8, expected += 8) {
-        if (load8(at) != load8(expected)) {
-            return false;
-        }
+    // Words that overlap, so that there is no loop to leave.
+    if (size <= 16) {
+        return (differAt(0) | differAt(size - 8)) == 0;
     }
-    // The last eight bytes, some of which may have been compared already.
-    return load8(at + left - 8) == load8(expected + left - 8);
+    if (size <= 32) {
+        return (differAt(0) | differAt(8) | differAt(size - 16) | differAt(size - 8)) == 0;
+    }
+    return std::memcmp(at, expected, size) == 0;
+}
+
+/// True when the line at `at`, which ends at `end` or later, begins like that.
+bool isLine(const char* at, const char* end, std::string_view beginning) {
+    return end - at >= static_cast<std::ptrdiff_t>(beginning.size() + 8) &&
+           beginsWith(at, beginning);
 }
 
 bool isWord(std::string_view text, std::string_view word) {
@@ -76,28 +92,40 @@ bool isWord(std::string_view text, std::string_view word) {
     return true;
 }
 
-/// True when `text` is `number` in decimal.
+/// True when `text`, which begins with a digit, is `number` in decimal.
 bool spells(std::string_view text, std::size_t number) {
-    std::array<char, 20> digits;
-    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    return text == std::string_view(digits.data(), end);
+    if (text.size() > std::numeric_limits<std::size_t>::digits10 ||
+        (text.front() == '0' && text.size() > 1)) {
+        return false;
+    }
+    std::size_t spelt = 0;
+    for (const char character : text) {
+        if (character < '0' || character > '9') {
+            return false;
+        }
+        spelt = spelt * 10 + static_cast<std::size_t>(character - '0');
+    }
+    return spelt == number;
 }
 
 /// The type of a value that is not empty. A binary value may go on over many lines.
-PiaItemType typeOf(std::string_view value) {
-    switch (value.front()) {
-    case '"':
-        return PiaItemType::Str;
-    case '\\':
-        return PiaItemType::Bin;
-    case 't':
-    case 'T':
-        return isWord(value, "true") ? PiaItemType::Bool : PiaItemType::Num;
-    case 'f':
-    case 'F':
-        return isWord(value, "false") ? PiaItemType::Bool : PiaItemType::Num;
-    default:
+inline PiaItemType typeOf(std::string_view value) {
+    if (value.front() >= '0' && value.front() <= '9') {
         return PiaItemType::Num;
+    }
+    switch (value.front()) {
+        case '"':
+            return PiaItemType::Str;
+        case '\\':
+            return PiaItemType::Bin;
+        case 't':
+        case 'T':
+            return isWord(value, "true") ? PiaItemType::Bool : PiaItemType::Num;
+        case 'f':
+        case 'F':
+            return isWord(value, "false") ? PiaItemType::Bool : PiaItemType::Num;
+        default:
+            return PiaItemType::Num;
     }
 }
 
@@ -106,7 +134,7 @@ PiaItemType typeOf(std::string_view value) {
 bool PiaBodyReader::takePlainLine() {
     Level& current = level();
     if (current.follows && current.next < current.sibling.size()) {
-        if (takeLikeSibling(current)) {
+        if ((current.refills && refillItems(current)) || takeLikeSibling(current)) {
             return true;
         }
         stopFollowing(current);
@@ -114,11 +142,69 @@ bool PiaBodyReader::takePlainLine() {
     return takeNamedLine(current);
 }
 
+/// Gives an item another value; false when the value is not of its type.
+inline bool PiaBodyReader::refill(PiaItem& item, PiaItemType type, std::string_view value) {
+    if (typeOf(value) != type) {
+        return false;
+    }
+    switch (type) {
+        case PiaItemType::Str:
+            static_cast<PiaStr&>(item).value.borrow(value.substr(1));
+            break;
+        case PiaItemType::Bool:
+            static_cast<PiaBool&>(item).value = (value.front() | ' ') == 't';
+            break;
+        default:
+            static_cast<PiaNum&>(item).value.borrow(value);
+            break;
+    }
+    return true;
+}
+
+/// Takes lines of items as long as they follow the sibling. False when there was none.
+bool PiaBodyReader::refillItems(Level& current) {
+    const std::size_t left =
+        std::min(current.sibling.size() - current.next, limits_.items - itemCount_);
+    const SeenLine* const first = current.sibling.data() + current.next;
+    const SeenLine* line = first;
+    PiaItem* const* item = current.block->itemsToRefill();
+    const char* const end = lines_.end();
+    const char* last = nullptr;
+    const char* start = lines_.position();
+    std::uint64_t nameClasses = 0;
+    for (; line != first + left; ++line, ++item) {
+        if (line->type == PiaItemType::Block || !isLine(start, end, line->beginning)) {
+            break;
+        }
+        const char* value = start + line->beginning.size();
+        const char* feed = findFeed(value, end);
+        if (feed == nullptr ||
+            feed - start >= static_cast<std::ptrdiff_t>(PiaBodyLines::readSize)) {
+            break;
+        }
+        const char* valueEnd = feed != value && feed[-1] == '\r' ? feed - 1 : feed;
+        const std::string_view text(value, static_cast<std::size_t>(valueEnd - value));
+        assert((*item)->name.c_str() == line->name.c_str() && (*item)->type == line->type);
+        if (text.empty() || !refill(**item, line->type, text)) {
+            break;
+        }
+        nameClasses |= line->nameClass;
+        last = std::exchange(start, feed + 1);
+    }
+    const auto taken = static_cast<std::size_t>(line - first);
+    if (taken > 0) {
+        current.block->refilled(taken, nameClasses);
+        current.next += taken;
+        itemCount_ += taken;
+        lines_.takeLines(taken, last, start);
+    }
+    return taken > 0;
+}
+
 bool PiaBodyReader::takeLikeSibling(Level& current) {
     const SeenLine& line = current.sibling[current.next];
     const char* start = lines_.position();
-    if (lines_.end() - start <= static_cast<std::ptrdiff_t>(line.beginning.size()) ||
-        !beginsWith(start, line.beginning)) {
+    if (!isLine(start, lines_.end(), line.beginning)) {
         return false;
     }
     const SeenLine same{{start, line.beginning.size()}, line.type, line.name, line.nameClass};
@@ -166,8 +252,7 @@ bool PiaBodyReader::takeNamedLine(Level& current) {
                         : takeOpening(current, {beginning, PiaItemType::Block, key, 0}, known);
 }
 
-bool PiaBodyReader::takeItem(Level& current, const char* value, const SeenLine& line,
-                             Known known) {
+bool PiaBodyReader::takeItem(Level& current, const char* value, const SeenLine& line, Known known) {
     const char* feed = findFeed(value, lines_.end());
     if (feed == nullptr ||
         feed - line.beginning.data() >= static_cast<std::ptrdiff_t>(PiaBodyLines::readSize)) {
@@ -230,12 +315,12 @@ bool PiaBodyReader::append(Level& current, const SeenLine& line, PiaItem* item, 
 
 PiaItem* PiaBodyReader::makePlain(PiaKey name, PiaItemType type, std::string_view value) {
     switch (type) {
-    case PiaItemType::Str:
-        return arena_.makeBorrowing<PiaStr>(name, value.substr(1));
-    case PiaItemType::Bool:
-        return arena_.make<PiaBool>(name, (value.front() | ' ') == 't');
-    default:
-        return arena_.makeBorrowing<PiaNum>(name, value);
+        case PiaItemType::Str:
+            return arena_.makeBorrowing<PiaStr>(name, value.substr(1));
+        case PiaItemType::Bool:
+            return arena_.make<PiaBool>(name, (value.front() | ' ') == 't');
+        default:
+            return arena_.makeBorrowing<PiaNum>(name, value);
     }
 }
 

@@ -38,14 +38,16 @@ bool isBlank(Text<Char> text) {
 }  // namespace
 
 PiaBodyReader::PiaBodyReader(std::string_view body, bool isAscii, PiaEncoding encoding,
-                             const PiaLimits& limits, PiaTree& tree, PiaReport& report)
+                             const PiaLimits& limits, PiaTree& tree, PiaReport& report,
+                             PiaEntryTaker* entries)
     : lines_(body),
       decoder_(encoding),
       asciiBody_(isAscii),
       limits_(limits),
       arena_(tree.arena()),
       report_(report),
-      names_(tree.arena()) {
+      names_(tree.arena()),
+      entries_(entries) {
     levels_.emplace_back().block = &tree.root();
 }
 
@@ -71,6 +73,9 @@ bool PiaBodyReader::read() {
         finding.path = pathOf({});
         finding.found = std::to_wstring(depth_) + L" open";
         report_.warn(std::move(finding));
+        if (insideEntry()) {
+            handOver(*levels_[entryDepth].block);
+        }
     }
     return true;
 }
@@ -223,12 +228,40 @@ void PiaBodyReader::enter(PiaBlock* block) {
     entered.follows = !entered.sibling.empty();
     entered.records = !entered.follows;
     entered.counts = true;
+    entered.refills = false;
+    if (entries_ != nullptr) {
+        enterList(entered);
+    }
+}
+
+void PiaBodyReader::enterList(Level& entered) {
+    if (depth_ + 1 == entryDepth) {
+        insideList_ = entered.block->name == entries_->list().text();
+        if (levels_.size() > entryDepth) {
+            // Its items are not at hand.
+            levels_[entryDepth].sibling.clear();
+        }
+    } else if (depth_ == entryDepth && insideList_) {
+        entered.block->takeList(entryItems_);
+        entered.refills = true;
+        entryHoldsBlocks_ = false;
+    } else {
+        entryHoldsBlocks_ = true;
+    }
+}
+
+void PiaBodyReader::handOver(PiaBlock& entry) {
+    entries_->take(entry);
+    entryItems_ = entry.giveList(entryHoldsBlocks_);
 }
 
 void PiaBodyReader::leave() {
     Level& left = level();
     if (!left.follows) {
         left.sibling.swap(left.seen);
+    }
+    if (depth_ == entryDepth && insideList_) {
+        handOver(*left.block);
     }
     --depth_;
 }

@@ -7,14 +7,16 @@
 
 #include "pia.h"
 #include "pia/body_lines.h"
+#include "pia/entry_taker.h"
 #include "pia/name_table.h"
 
 class PiaBodyReader {
 public:
     /// Borrows everything; `tree` must be fresh, and its values may lie in `body` afterwards.
-    /// `isAscii` says whether the whole body is.
+    /// `isAscii` says whether the whole body is. `entries` may be null.
     PiaBodyReader(std::string_view body, bool isAscii, PiaEncoding encoding,
-                  const PiaLimits& limits, PiaTree& tree, PiaReport& report);
+                  const PiaLimits& limits, PiaTree& tree, PiaReport& report,
+                  PiaEntryTaker* entries);
 
     /// Reads the whole body. False at the first invalid line, which is noted in the report.
     bool read();
@@ -39,6 +41,8 @@ private:
         std::size_t next = 0;
         bool follows = false;
         bool records = false;
+        /// True while the block has the items of its sibling, which only need their values.
+        bool refills = false;
         /// True while the children are named 0, 1, 2, ...: then the next of these is new.
         bool counts = true;
     };
@@ -47,12 +51,14 @@ private:
     // invalid lines among it, is left to the careful functions below.
     bool takePlainLine();
     bool takeLikeSibling(Level& level);
+    bool refillItems(Level& level);
     bool takeNamedLine(Level& level);
     /// What is known of the name of a line.
     enum class Known { Nothing, IsNew, FollowsSibling };
     bool takeItem(Level& level, const char* value, const SeenLine& line, Known known);
     bool takeOpening(Level& level, const SeenLine& line, Known known);
     bool append(Level& level, const SeenLine& line, PiaItem* item, Known known);
+    static bool refill(PiaItem& item, PiaItemType type, std::string_view value);
     PiaItem* makePlain(PiaKey name, PiaItemType type, std::string_view value);
     static void stopFollowing(Level& level);
 
@@ -77,6 +83,10 @@ private:
     bool insideBlock() const { return depth_ > 0; }
     void enter(PiaBlock* block);
     void leave();
+    /// True inside a block that is handed over with its items as soon as it is complete.
+    bool insideEntry() const { return insideList_ && depth_ >= entryDepth; }
+    void enterList(Level& entered);
+    void handOver(PiaBlock& entry);
 
     bool next(std::string_view& piece) { return lines_.next(piece, report_); }
     /// The piece decoded, when it is not ASCII.
@@ -99,5 +109,13 @@ private:
     std::vector<Level> levels_;
     std::size_t depth_ = 0;
     std::size_t itemCount_ = 0;
+
+    static constexpr std::size_t entryDepth = 2;
+    PiaEntryTaker* const entries_;
+    bool insideList_ = false;
+    /// The items of the entry that was handed over last, to be those of the next.
+    PiaBlock::Items entryItems_;
+    bool entryHoldsBlocks_ = false;
+
     std::wstring decodedLine_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <deque>
@@ -68,15 +69,15 @@ struct Frame {
 
 Frame frameOf(PiaItemType type) {
     switch (type) {
-    case PiaItemType::Bin:
-        return {"=\\", "\\"};
-    case PiaItemType::Block:
-        return {"{", ""};
-    case PiaItemType::Str:
-        return {"=\"", ""};
-    case PiaItemType::Bool:
-    case PiaItemType::Num:
-        break;
+        case PiaItemType::Bin:
+            return {"=\\", "\\"};
+        case PiaItemType::Block:
+            return {"{", ""};
+        case PiaItemType::Str:
+            return {"=\"", ""};
+        case PiaItemType::Bool:
+        case PiaItemType::Num:
+            break;
     }
     return {"=", ""};
 }
@@ -86,16 +87,17 @@ Frame frameOf(PiaItemType type) {
 template <class Reader>
 auto readValue(const PiaItem& item, Reader reader) {
     switch (item.type) {
-    case PiaItemType::Bin:
-        return static_cast<const PiaBin&>(item).value.read(reader);
-    case PiaItemType::Bool:
-        return reader(std::string_view(static_cast<const PiaBool&>(item).value ? "TRUE" : "FALSE"));
-    case PiaItemType::Str:
-        return static_cast<const PiaStr&>(item).value.read(reader);
-    case PiaItemType::Num:
-        return static_cast<const PiaNum&>(item).value.read(reader);
-    case PiaItemType::Block:
-        break;
+        case PiaItemType::Bin:
+            return static_cast<const PiaBin&>(item).value.read(reader);
+        case PiaItemType::Bool:
+            return reader(
+                std::string_view(static_cast<const PiaBool&>(item).value ? "TRUE" : "FALSE"));
+        case PiaItemType::Str:
+            return static_cast<const PiaStr&>(item).value.read(reader);
+        case PiaItemType::Num:
+            return static_cast<const PiaNum&>(item).value.read(reader);
+        case PiaItemType::Block:
+            break;
     }
     return reader(std::string_view());
 }
@@ -110,21 +112,20 @@ bool holds(std::wstring_view text, wchar_t character) {
 
 /// Whether a reader finds this name again in a line at `depth`.
 bool nameReadsBack(std::wstring_view name, PiaItemType type, std::size_t depth) {
-    return !name.empty() &&
-           std::none_of(name.begin(), name.end(), [&](wchar_t character) {
-               switch (character) {
-               case L' ':
-               case L'=':
-               case L'\0':
-                   return true;
-               case L'{':
-                   return type == PiaItemType::Block;
-               case L'}':
-                   return depth > 0;
-               default:
-                   return false;
-               }
-           });
+    return !name.empty() && std::none_of(name.begin(), name.end(), [&](wchar_t character) {
+        switch (character) {
+            case L' ':
+            case L'=':
+            case L'\0':
+                return true;
+            case L'{':
+                return type == PiaItemType::Block;
+            case L'}':
+                return depth > 0;
+            default:
+                return false;
+        }
+    });
 }
 
 bool valueReadsBack(std::wstring_view value, PiaItemType type) {
@@ -171,35 +172,28 @@ public:
     template <class Char>
     bool add(std::size_t depth, const Name& name, PiaItemType type,
              std::basic_string_view<Char> value) {
-        const Frame frame = frameOf(type);
-        if (type == PiaItemType::Bin || depth >= depthLimit || name.text.empty() ||
-            depth + name.text.size() + frame.before.size() + value.size() > lineLimit ||
-            (type == PiaItemType::Num && !isPlainNumber(value))) {
-            return false;
-        }
-        end_ = std::fill_n(lines_.data() + used_, depth, ' ');
-        if (!(name.isKept ? appendKeptName(name.text) : append(name.text, specialInNames))) {
-            return false;
-        }
-        end_ = std::copy(frame.before.begin(), frame.before.end(), end_);
-        if (!append(value, specialInValues)) {
-            return false;
-        }
-        *end_++ = '\n';
-        used_ = static_cast<std::size_t>(end_ - lines_.data());
-        return true;
+        return type != PiaItemType::Bin && (type != PiaItemType::Num || isPlainNumber(value)) &&
+               addLine(depth, name, frameOf(type).before, value.size(),
+                       [&] { return append(value, specialInValues); });
+    }
+
+    /// The same for a number or flag that was formatted here and needs no look.
+    bool addFormatted(std::size_t depth, const Name& name, std::string_view value) {
+        return addLine(depth, name, "=", value.size(), [&] {
+            appendShort(value);
+            return true;
+        });
     }
 
     /// Adds the end of a block.
     void addClosing(std::size_t depth) {
-        end_ = std::fill_n(lines_.data() + used_, depth, ' ');
+        indent(depth);
         *end_++ = '}';
-        *end_++ = '\n';
-        used_ = static_cast<std::size_t>(end_ - lines_.data());
+        endLine();
     }
 
     /// True when a further line may not fit.
-    bool isFull() const { return lines_.size() - used_ <= lineLimit + 1 + sizeof KnownName::ascii; }
+    bool isFull() const { return lines_.size() - used_ <= lineLimit + 1 + slack; }
 
     void moveTo(std::string& body) {
         body.append(lines_.data(), used_);
@@ -207,11 +201,56 @@ public:
     }
 
 private:
+    /// Short texts are copied together with what stands behind them, so that their length costs no
+    /// branch: bytes of a line that are written beyond its end.
+    static constexpr std::size_t slack = 32;
+
+    void indent(std::size_t depth) {
+        end_ = lines_.data() + used_;
+        if (depth <= slack) {
+            std::memset(end_, ' ', slack);
+            end_ += depth;
+        } else {
+            end_ = std::fill_n(end_, depth, ' ');
+        }
+    }
+
+    void endLine() {
+        *end_++ = '\n';
+        used_ = static_cast<std::size_t>(end_ - lines_.data());
+    }
+
+    template <class AppendValue>
+    bool addLine(std::size_t depth, const Name& name, std::string_view frame, std::size_t valueSize,
+                 AppendValue appendValue) {
+        if (depth >= depthLimit || name.text.empty() ||
+            depth + name.text.size() + frame.size() + valueSize > lineLimit) {
+            return false;
+        }
+        indent(depth);
+        if (!(name.isKept ? appendKeptName(name.text) : append(name.text, specialInNames))) {
+            return false;
+        }
+        appendShort(frame);
+        if (!appendValue()) {
+            return false;
+        }
+        endLine();
+        return true;
+    }
+
+    /// Appends a text of a few bytes.
+    void appendShort(std::string_view text) {
+        for (const char character : text) {
+            *end_++ = character;
+        }
+    }
+
     /// A name that was found plain, with its ASCII form. Names repeat by the thousand.
     struct KnownName {
         const wchar_t* text = nullptr;
         std::size_t size = 0;
-        std::array<char, 32> ascii;
+        std::array<char, slack> ascii;
     };
 
     /// Not empty, and not to be taken for another type.
@@ -283,9 +322,25 @@ public:
         }
         if (!lines_.add(depth_, name, type, value)) {
             lines_.moveTo(body_);
+            onlyPlain_ = false;
             return addCarefully(name.text, type, std::wstring(value.begin(), value.end()));
         }
         return true;
+    }
+
+    /// Adds a number or flag that was formatted here.
+    bool addFormatted(const Name& name, PiaItemType type, std::string_view value) {
+        if (lines_.isFull()) {
+            lines_.moveTo(body_);
+        }
+        return lines_.addFormatted(depth_, name, value) || add(name, type, value);
+    }
+
+    bool refuse(const Name& name, double number) {
+        return report_.fail({.code = PiaCode::ValueInvalid,
+                             .path = pathOf(name.text),
+                             .expected = L"a finite number",
+                             .found = ut::formatFixed(number, -1)});
     }
 
     bool open(const Name& name) {
@@ -310,7 +365,7 @@ public:
     /// Brings everything into the body.
     void finish() {
         lines_.moveTo(body_);
-        if (!ut::isAscii(body_) && ut::isUtf8(body_)) {
+        if (!onlyPlain_ && !ut::isAscii(body_) && ut::isUtf8(body_)) {
             report_.warn({.code = PiaCode::NotReadBack,
                           .expected = L"text that is not UTF-8 by chance",
                           .found = L"a body in the ANSI code page that reads as UTF-8"});
@@ -330,8 +385,7 @@ private:
 
     bool addCarefully(std::wstring_view name, PiaItemType type, const std::wstring& value) {
         const auto warn = [&](PiaCode code) {
-            report_.warn(
-                {.code = code, .path = pathOf(name), .found = value.substr(0, lineLimit)});
+            report_.warn({.code = code, .path = pathOf(name), .found = value.substr(0, lineLimit)});
         };
         if (holds(name, L'\n') || holds(value, L'\n')) {
             return report_.fail(
@@ -390,6 +444,8 @@ private:
     std::string& body_;
     PiaReport& report_;
     std::size_t depth_ = 0;
+    /// True while every line was ASCII.
+    bool onlyPlain_ = true;
     /// Of the open blocks, and of some that were closed.
     std::vector<std::wstring> blockNames_;
 };
@@ -401,9 +457,10 @@ bool piaWriteBody(const PiaBlock& root, std::string& body, PiaReport& report) {
     const bool done = Walk(root).run(
         [&](const PiaItem& item) {
             const Name name{item.name, true};
-            return item.type == PiaItemType::Block
-                       ? file.open(name)
-                       : readValue(item, [&](auto value) { return file.add(name, item.type, value); });
+            return item.type == PiaItemType::Block ? file.open(name)
+                                                   : readValue(item, [&](auto value) {
+                                                         return file.add(name, item.type, value);
+                                                     });
         },
         [&] { file.close(); });
     file.finish();
@@ -412,7 +469,9 @@ bool piaWriteBody(const PiaBlock& root, std::string& body, PiaReport& report) {
 
 class PiaBodySink::State {
 public:
-    State(std::string& body, PiaReport& report) : file_(body, report) { levels_.emplace_back(*this, 0); }
+    State(std::string& body, PiaReport& report) : file_(body, report) {
+        levels_.emplace_back(*this, 0);
+    }
 
     PiaSink& root() { return levels_.front(); }
 
@@ -436,7 +495,7 @@ private:
             return add(kept(key), PiaItemType::Str, text);
         }
         bool addBool(PiaKey key, bool flag) override {
-            return add(kept(key), PiaItemType::Bool, std::string_view(flag ? "TRUE" : "FALSE"));
+            return addFormatted(kept(key), PiaItemType::Bool, flag ? "TRUE" : "FALSE");
         }
         bool addBin(PiaKey key, std::wstring_view text) override {
             return add(kept(key), PiaItemType::Bin, text);
@@ -448,11 +507,10 @@ private:
             std::array<char, 12> digits;
             const char* end =
                 std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-            return add(kept(key), PiaItemType::Num, std::string_view(digits.data(), end));
+            return addFormatted(kept(key), PiaItemType::Num, {digits.data(), end});
         }
         bool addDouble(PiaKey key, double number, int precision) override {
-            return add(kept(key), PiaItemType::Num,
-                       std::string_view(ut::formatFixedAscii(number, precision)));
+            return addNumber(kept(key), number, precision);
         }
         PiaSink* addBlock(PiaKey key) override { return state_.open(depth_, kept(key)); }
 
@@ -463,12 +521,19 @@ private:
         bool add(const Name& name, PiaItemType type, std::basic_string_view<Char> value) {
             return state_.add(depth_, name, type, value);
         }
+        bool addFormatted(const Name& name, PiaItemType type, std::string_view value) {
+            return state_.addFormatted(depth_, name, type, value);
+        }
+        bool addNumber(const Name& name, double number, int precision) {
+            return std::isfinite(number) ? addFormatted(name, PiaItemType::Num,
+                                                        ut::formatFixedAscii(number, precision))
+                                         : state_.refuse(depth_, name, number);
+        }
         bool addStringNamed(std::wstring_view itemName, std::wstring_view text) override {
             return add({itemName, false}, PiaItemType::Str, text);
         }
         bool addDoubleNamed(std::wstring_view itemName, double number, int precision) override {
-            return add({itemName, false}, PiaItemType::Num,
-                       std::string_view(ut::formatFixedAscii(number, precision)));
+            return addNumber({itemName, false}, number, precision);
         }
         PiaSink* addBlockNamed(std::wstring_view itemName) override {
             return state_.open(depth_, {itemName, false});
@@ -484,6 +549,20 @@ private:
         closeDownTo(depth);
         failed_ = failed_ || !file_.add(name, type, value);
         return !failed_;
+    }
+
+    bool addFormatted(std::size_t depth, const Name& name, PiaItemType type,
+                      std::string_view value) {
+        closeDownTo(depth);
+        failed_ = failed_ || !file_.addFormatted(name, type, value);
+        return !failed_;
+    }
+
+    /// A number that no reader takes: writing it would make the document unreadable.
+    bool refuse(std::size_t depth, const Name& name, double number) {
+        closeDownTo(depth);
+        failed_ = true;
+        return file_.refuse(name, number);
     }
 
     PiaSink* open(std::size_t depth, const Name& name) {

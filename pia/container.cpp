@@ -1,6 +1,6 @@
 #include "pia/container.h"
 
-#include <zlib.h>
+#include "platform/utcore/adler32.h"
 
 namespace pia_header {
 
@@ -29,10 +29,6 @@ void appendLittleEndian(std::string& bytes, std::uint32_t value) {
         bytes.push_back(static_cast<char>(value & 0xFFU));
         value >>= 8U;
     }
-}
-
-const Bytef* bytesOf(std::string_view data) {
-    return reinterpret_cast<const Bytef*>(data.data());
 }
 
 }  // namespace
@@ -68,9 +64,7 @@ std::string encode(int kind, std::uint32_t bodyBytes, std::string_view stream) {
 }
 
 std::uint32_t checksum(std::string_view lengths, std::string_view stream) {
-    uLong sum = adler32_z(0, bytesOf(lengths), lengths.size());
-    sum = adler32_z(sum, bytesOf(stream), stream.size());
-    return static_cast<std::uint32_t>(sum);
+    return ut::adler32(ut::adler32(0, lengths), stream);
 }
 
 }  // namespace pia_header

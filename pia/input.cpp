@@ -2,13 +2,14 @@
 
 #include "pia/body_reader.h"
 #include "pia/container.h"
+#include "pia/entry_taker.h"
 #include "pia/file_state.h"
 #include "pia/json_reader.h"
 
 class PiaInput::Impl {
 public:
     virtual ~Impl() = default;
-    virtual bool parse(std::string_view file, const PiaReadOptions& options,
+    virtual bool parse(std::string_view file, const PiaReadOptions& options, PiaEntryTaker* entries,
                        PiaContainer& container, PiaReport& report) = 0;
     virtual std::string_view body() const = 0;
     PiaBlock& root() { return tree_.root(); }
@@ -20,17 +21,17 @@ protected:
 /// Line text in a compressed file.
 class PiaInput::Pia2InputImpl final : public Impl {
 public:
-    bool parse(std::string_view file, const PiaReadOptions& options, PiaContainer& container,
-               PiaReport& report) override {
+    bool parse(std::string_view file, const PiaReadOptions& options, PiaEntryTaker* entries,
+               PiaContainer& container, PiaReport& report) override {
         const int status = file_.openBytes(file, options);
         report = std::move(file_.state_->report);
         container = file_.container();
-        return status == 0 && parseLines(options, report);
+        return status == 0 && parseLines(options, entries, report);
     }
 
     /// Parses body text that no container holds.
-    bool parseBody(std::string_view body, const PiaReadOptions& options, PiaContainer& container,
-                   PiaReport& report) {
+    bool parseBody(std::string_view body, const PiaReadOptions& options, PiaEntryTaker* entries,
+                   PiaContainer& container, PiaReport& report) {
         if (body.size() > options.limits.bodyBytes) {
             return report.fail({.code = PiaCode::BodyTooLarge});
         }
@@ -41,15 +42,15 @@ public:
         file_.state_->startLines();
         container.encoding = file_.container().encoding;
         container.bodyBytes = body.size();
-        return parseLines(options, report);
+        return parseLines(options, entries, report);
     }
 
     std::string_view body() const override { return file_.body(); }
 
 private:
-    bool parseLines(const PiaReadOptions& options, PiaReport& report) {
+    bool parseLines(const PiaReadOptions& options, PiaEntryTaker* entries, PiaReport& report) {
         return PiaBodyReader(file_.body(), file_.state_->isAscii, file_.container().encoding,
-                             options.limits, tree_, report)
+                             options.limits, tree_, report, entries)
             .read();
     }
 
@@ -59,8 +60,8 @@ private:
 /// JSON text.
 class PiaInput::Pia3InputImpl final : public Impl {
 public:
-    bool parse(std::string_view file, const PiaReadOptions& options, PiaContainer& container,
-               PiaReport& report) override {
+    bool parse(std::string_view file, const PiaReadOptions& options, PiaEntryTaker* entries,
+               PiaContainer& container, PiaReport& report) override {
         container.version = 3;
         container.bodyBytes = file.size();
         if (file.size() > options.limits.bodyBytes) {
@@ -69,15 +70,25 @@ public:
         text_ = file;
         if (!ut::isUtf8(file)) {
             container.encoding = PiaEncoding::Ansi;
-            return piaReadJson(ut::encodeUtf8(ut::decodeAnsi(file)), options.limits, tree_,
-                               report);
         }
-        return piaReadJson(text_, options.limits, tree_, report);
+        if (!parseJson(container.encoding, options.limits, report)) {
+            return false;
+        }
+        if (entries != nullptr) {
+            entries->takeAll(root());
+        }
+        return true;
     }
 
     std::string_view body() const override { return text_; }
 
 private:
+    bool parseJson(PiaEncoding encoding, const PiaLimits& limits, PiaReport& report) {
+        return encoding == PiaEncoding::Utf8
+                   ? piaReadJson(text_, limits, tree_, report)
+                   : piaReadJson(ut::encodeUtf8(ut::decodeAnsi(text_)), limits, tree_, report);
+    }
+
     std::string text_;
 };
 
@@ -89,12 +100,17 @@ PiaInput& PiaInput::operator=(PiaInput&&) noexcept = default;
 bool PiaInput::open(const wchar_t* path) { return open(path, PiaReadOptions()); }
 
 bool PiaInput::open(const wchar_t* path, const PiaReadOptions& options) {
-    reset();
-    ut::ByteBuffer file;
-    return piaReadFile(path, options, file, report_) && openBytes(file.view(), options);
+    return open(path, options, nullptr);
 }
 
-bool PiaInput::openBytes(std::string_view file, const PiaReadOptions& options) {
+bool PiaInput::open(const wchar_t* path, const PiaReadOptions& options, PiaEntryTaker* entries) {
+    reset();
+    ut::ByteBuffer file;
+    return piaReadFile(path, options, file, report_) && openBytes(file.view(), options, entries);
+}
+
+bool PiaInput::openBytes(std::string_view file, const PiaReadOptions& options,
+                         PiaEntryTaker* entries) {
     reset();
     const bool isVersion2 = file.size() > pia_header::versionOffset &&
                             file[pia_header::versionOffset] == pia_header::version2Digit;
@@ -103,13 +119,14 @@ bool PiaInput::openBytes(std::string_view file, const PiaReadOptions& options) {
     } else {
         impl_ = std::make_unique<Pia3InputImpl>();
     }
-    return keepIf(impl_->parse(file, options, container_, report_));
+    return keepIf(impl_->parse(file, options, entries, container_, report_));
 }
 
-bool PiaInput::openBody(std::string_view body, const PiaReadOptions& options) {
+bool PiaInput::openBody(std::string_view body, const PiaReadOptions& options,
+                        PiaEntryTaker* entries) {
     reset();
     auto impl = std::make_unique<Pia2InputImpl>();
-    const bool done = impl->parseBody(body, options, container_, report_);
+    const bool done = impl->parseBody(body, options, entries, container_, report_);
     impl_ = std::move(impl);
     return keepIf(done);
 }

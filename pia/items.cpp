@@ -21,9 +21,7 @@ class Decimal {
 public:
     explicit Decimal(int number)
         : end_(std::to_chars(std::begin(digits_), std::end(digits_), number).ptr) {}
-    std::string_view view() const {
-        return {digits_, static_cast<std::size_t>(end_ - digits_)};
-    }
+    std::string_view view() const { return {digits_, static_cast<std::size_t>(end_ - digits_)}; }
 
 private:
     char digits_[12];
@@ -74,13 +72,24 @@ PiaText& PiaText::operator=(std::wstring_view text) {
 void PiaText::free() { delete[] static_cast<const wchar_t*>(characters_); }
 
 std::wstring PiaText::str() const {
-    return read([](auto text) { return std::wstring(text.begin(), text.end()); });
+    std::wstring text;
+    copyTo(text);
+    return text;
+}
+
+void PiaText::copyTo(std::wstring& text) const {
+    // The string would make a temporary one of characters of another width.
+    read([&](auto characters) {
+        text.resize(characters.size());
+        std::copy(characters.begin(), characters.end(), text.begin());
+    });
 }
 
 bool operator==(const PiaText& left, std::wstring_view right) {
     return left.read([&](auto text) {
-        return std::equal(text.begin(), text.end(), right.begin(), right.end(),
-                          [](auto one, wchar_t other) { return static_cast<wchar_t>(one) == other; });
+        return std::equal(
+            text.begin(), text.end(), right.begin(), right.end(),
+            [](auto one, wchar_t other) { return static_cast<wchar_t>(one) == other; });
     });
 }
 
@@ -145,20 +154,20 @@ void PiaBlock::destroy(PiaItem* item) {
     }
     // Their memory and their names are the arena's: only what was given to them later is freed.
     switch (item->type) {
-    case PiaItemType::Bin:
-        static_cast<PiaBin*>(item)->value.release();
-        break;
-    case PiaItemType::Str:
-        static_cast<PiaStr*>(item)->value.release();
-        break;
-    case PiaItemType::Num:
-        static_cast<PiaNum*>(item)->value.release();
-        break;
-    case PiaItemType::Bool:
-        break;
-    case PiaItemType::Block:
-        static_cast<PiaBlock*>(item)->~PiaBlock();
-        break;
+        case PiaItemType::Bin:
+            static_cast<PiaBin*>(item)->value.release();
+            break;
+        case PiaItemType::Str:
+            static_cast<PiaStr*>(item)->value.release();
+            break;
+        case PiaItemType::Num:
+            static_cast<PiaNum*>(item)->value.release();
+            break;
+        case PiaItemType::Bool:
+            break;
+        case PiaItemType::Block:
+            static_cast<PiaBlock*>(item)->~PiaBlock();
+            break;
     }
 }
 
@@ -196,6 +205,25 @@ PiaBlock::~PiaBlock() {
     if (arena_ == nullptr) {
         delete[] items.items_;
     }
+}
+
+void PiaBlock::takeList(const Items& list) {
+    items = list;
+    items.size_ = 0;
+}
+
+PiaBlock::Items PiaBlock::giveList(bool blocks) {
+    if (blocks) {
+        for (PiaItem* item : items) {
+            if (item->type == PiaItemType::Block) {
+                destroy(item);
+            }
+        }
+    }
+    nameClasses_ = 0;
+    nextLookup_ = 0;
+    index_.reset();
+    return std::exchange(items, {});
 }
 
 void PiaBlock::grow() {
@@ -315,14 +343,13 @@ bool PiaBlock::addDoubleNamed(std::wstring_view itemName, double number, int pre
 }
 
 PiaBlock* PiaBlock::addBlock(PiaKey key) {
-    PiaBlock* block =
-        arena_ != nullptr ? arena_->makeBlock(key) : new PiaBlock(key.text());
+    PiaBlock* block = arena_ != nullptr ? arena_->makeBlock(key) : new PiaBlock(key.text());
     return adopt(block) ? block : nullptr;
 }
 
 PiaBlock* PiaBlock::addBlockNamed(std::wstring_view itemName) {
-    PiaBlock* block = arena_ != nullptr ? arena_->makeBlock(arena_->copyName(itemName))
-                                        : new PiaBlock(itemName);
+    PiaBlock* block =
+        arena_ != nullptr ? arena_->makeBlock(arena_->copyName(itemName)) : new PiaBlock(itemName);
     return adopt(block) ? block : nullptr;
 }
 
@@ -331,7 +358,7 @@ bool PiaBlock::getString(std::wstring& out, std::wstring_view itemName) const {
     if (item == nullptr) {
         return false;
     }
-    item->value.read([&](auto text) { out.assign(text.begin(), text.end()); });
+    item->value.copyTo(out);
     return true;
 }
 
@@ -344,8 +371,7 @@ bool PiaBlock::getDouble(double& out, std::wstring_view itemName) const {
 bool PiaBlock::getInt(int& out, std::wstring_view itemName) const {
     const PiaNum* item = numberIn(*this, itemName);
     std::int32_t value = 0;
-    if (item == nullptr ||
-        !item->value.read([&](auto text) { return ut::scanInt(text, value); })) {
+    if (item == nullptr || !item->value.read([&](auto text) { return ut::scanInt(text, value); })) {
         return false;
     }
     out = value;

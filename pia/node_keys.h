@@ -2,9 +2,9 @@
 /// all follow that list.
 ///
 /// A node type `Node` has a specialisation of `NodeKeys<Node>` with a constexpr array `all` of its
-/// `NodeKey<Node>`s, each made by `nodeKey<&Node::member>(L"key")`. The member's type says what kind
-/// of item the key is and how it is read and written (`NodeValue`). A node that is no record of keys
-/// specialises `NodeCodec` instead.
+/// `NodeKey<Node>`s, each made by `nodeKey<&Node::member>(L"key")`. The member's type says what
+/// kind of item the key is and how it is read and written (`NodeValue`). A node that is no record
+/// of keys specialises `NodeCodec` instead.
 #pragma once
 
 #include <array>
@@ -144,24 +144,10 @@ struct NodeCodec {
     /// which goes to `report`; the members before it keep what was read.
     static bool read(const PiaBlock& block, Node& node, const PiaPath& path, PiaReport& report,
                      Places& places) {
-        for (std::size_t index = 0; index < NodeKeys<Node>::all.size(); ++index) {
-            const NodeKey<Node>& key = NodeKeys<Node>::all[index];
-            const std::wstring_view name = key.name.text();
-            const PiaItem* item = places.find(block, index, name, key.type);
-            if (item == nullptr && key.options.alias) {
-                item = block.findItem(key.options.alias->text(), key.type);
-            }
-            if (item != nullptr && key.read(*item, node, {&path, name}, report)) {
-                continue;
-            }
-            if (key.options.presence == KeyPresence::Required) {
-                return node_keys::reportUnreadable(report, block, path, name, key.type);
-            }
-            if (key.options.whenAbsent != nullptr) {
-                key.options.whenAbsent(node);
-            }
+        return [&]<std::size_t... Index>(std::index_sequence<Index...>) {
+            return (readKey<Index>(block, node, path, report, places) && ...);
         }
-        return true;
+        (std::make_index_sequence<NodeKeys<Node>::all.size()>());
     }
 
     static bool read(const PiaBlock& block, Node& node, const PiaPath& path, PiaReport& report) {
@@ -190,6 +176,31 @@ struct NodeCodec {
         for (const NodeKey<Node>& key : NodeKeys<Node>::all) {
             key.show(key, node, visitor);
         }
+    }
+
+private:
+    /// Each key has code of its own: lists of thousands of nodes are read with it.
+    template <std::size_t Index>
+    static bool readKey(const PiaBlock& block, Node& node, const PiaPath& path, PiaReport& report,
+                        Places& places) {
+        constexpr NodeKey<Node> key = NodeKeys<Node>::all[Index];
+        const std::wstring_view name = key.name.text();
+        const PiaItem* item = places.find(block, Index, name, key.type);
+        if constexpr (key.options.alias.has_value()) {
+            if (item == nullptr) {
+                item = block.findItem(key.options.alias->text(), key.type);
+            }
+        }
+        if (item != nullptr && key.read(*item, node, {&path, name}, report)) {
+            return true;
+        }
+        if constexpr (key.options.presence == KeyPresence::Required) {
+            return node_keys::reportUnreadable(report, block, path, name, key.type);
+        }
+        if constexpr (key.options.whenAbsent != nullptr) {
+            key.options.whenAbsent(node);
+        }
+        return true;
     }
 };
 
@@ -266,8 +277,7 @@ struct NodeValue<std::wstring> {
     static constexpr PiaItemType type = PiaItemType::Str;
 
     static bool read(const PiaItem& item, std::wstring& value, const PiaPath&, PiaReport&) {
-        static_cast<const PiaStr&>(item).value.read(
-            [&](auto text) { value.assign(text.begin(), text.end()); });
+        static_cast<const PiaStr&>(item).value.copyTo(value);
         return true;
     }
     static bool write(PiaKey name, const std::wstring& value, PiaSink& block, int) {
@@ -392,7 +402,9 @@ Node nodeOf(Value Node::*);
 /// A key of a part of `Node` that `partOf` gives: a member, or a base.
 template <class Node, class Value, auto PartOf, auto ConstPartOf>
 constexpr NodeKey<Node> keyOf(PiaKey name, KeyOptions<Node> options) {
-    return {name, options, NodeValue<Value>::type,
+    return {name,
+            options,
+            NodeValue<Value>::type,
             [](const PiaItem& item, Node& node, const PiaPath& path, PiaReport& report) {
                 return NodeValue<Value>::read(item, PartOf(node), path, report);
             },

@@ -12,12 +12,21 @@ namespace {
 /// The same for equal texts of either width.
 template <class Char>
 std::uint64_t foldedHash(std::basic_string_view<Char> text) {
-    std::uint64_t state = piaHashSeed();
+    // Three characters at a time: none has more than 21 bits.
+    constexpr unsigned bits = 21;
+    std::uint64_t state = piaHashSeed() ^ text.size();
+    std::uint64_t characters = 0;
+    unsigned room = 3;
     for (const Char character : text) {
-        const auto wide = static_cast<wchar_t>(character);
-        state = piaMix(state, static_cast<std::uint64_t>(ut::toLower(wide)));
+        const wchar_t folded = ut::toLower(static_cast<wchar_t>(character));
+        characters = (characters << bits) | static_cast<std::uint64_t>(folded);
+        if (--room == 0) {
+            state = piaMix(state, characters);
+            characters = 0;
+            room = 3;
+        }
     }
-    return state;
+    return piaMix(state, characters);
 }
 
 }  // namespace
@@ -33,11 +42,12 @@ void EntryNames::set(std::size_t entry, const PiaText& name) {
 std::uint64_t EntryNames::hashOf(std::wstring_view name) { return foldedHash(name); }
 
 bool EntryNames::isName(const Entry& entry, std::uint64_t hash, std::wstring_view name) {
+    const auto sameFolded = [](auto one, wchar_t other) {
+        const auto wide = static_cast<wchar_t>(one);
+        return wide == other || ut::toLower(wide) == ut::toLower(other);
+    };
     return entry.hash == hash && entry.name->read([&](auto text) {
-        return std::equal(text.begin(), text.end(), name.begin(), name.end(),
-                          [](auto one, wchar_t other) {
-                              return ut::toLower(static_cast<wchar_t>(one)) == ut::toLower(other);
-                          });
+        return std::equal(text.begin(), text.end(), name.begin(), name.end(), sameFolded);
     });
 }
 

@@ -6,24 +6,24 @@
 #include <charconv>
 #include <cstddef>
 #include <limits>
-#include <optional>
 #include <string_view>
 
 namespace plot_style {
 
-/// The number that `name` spells, when it is below `count`. Digits only, no sign and no space.
-inline std::optional<std::size_t> parseIndex(std::wstring_view name, std::size_t count) {
-    std::size_t index = 0;
+/// Takes the number that `name` spells; false when it is not below `count`. Digits only, no sign
+/// and no space.
+inline bool parseIndex(std::wstring_view name, std::size_t count, std::size_t& index) {
+    index = 0;
     for (const wchar_t character : name) {
         if (character < L'0' || character > L'9') {
-            return std::nullopt;
+            return false;
         }
         // No digit makes a number smaller, so one that is too large already stays so.
         if (index < count) {
             index = index * 10 + static_cast<std::size_t>(character - L'0');
         }
     }
-    return name.empty() || index >= count ? std::nullopt : std::optional(index);
+    return !name.empty() && index < count;
 }
 
 /// A number in decimal, without an allocation.

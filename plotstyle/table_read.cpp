@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <bitset>
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -10,7 +9,7 @@
 #include "plotstyle.h"
 #include "plotstyle/entry_names.h"
 #include "plotstyle/index_name.h"
-#include "plotstyle/style_keys.h"
+#include "plotstyle/style_taker.h"
 #include "plotstyle/table_keys.h"
 #include "utcore.h"
 
@@ -47,18 +46,14 @@ public:
                     std::to_wstring(block_.items.size()));
     }
 
-    /// The place of a child, when it has the type and its name is a number in range.
-    std::optional<std::size_t> placeOf(const PiaItem& item) const {
+    /// Takes the place of a child; false unless it has the type and its name is a number in range.
+    bool placeOf(const PiaItem& item, std::size_t& place) const {
         if (item.type != type_) {
-            fail(report_, PiaCode::ValueInvalid, path_.join(item.name), typeName_, {});
-            return std::nullopt;
+            return fail(report_, PiaCode::ValueInvalid, path_.join(item.name), typeName_, {});
         }
-        const std::optional<std::size_t> place = plot_style::parseIndex(item.name, count_);
-        if (!place) {
-            fail(report_, PiaCode::IndexInvalid, path_.join(item.name),
-                 L"a number below " + std::to_wstring(count_), item.name);
-        }
-        return place;
+        return plot_style::parseIndex(item.name, count_, place) ||
+               fail(report_, PiaCode::IndexInvalid, path_.join(item.name),
+                    L"a number below " + std::to_wstring(count_), item.name);
     }
 
     /// Two names can spell one number: "1" and "01".
@@ -85,7 +80,9 @@ const PiaBlock* findBlock(const PiaBlock& root, PiaKey key) {
 CPlotStyleTable* CPlotStyleTable::read(const wchar_t* path, PiaReport* report) {
     PiaInput input;
     auto table = std::make_unique<CPlotStyleTable>();
-    const bool done = input.open(path) && table->init(input);
+    plot_style::StyleTaker styles;
+    const bool done =
+        input.open(path, {}, &styles) && table->initFrom(*input.root(), styles, input.report());
     if (report != nullptr) {
         *report = std::move(input.report());
     }
@@ -98,7 +95,9 @@ bool CPlotStyleTable::init(PiaInput& input) {
         return fail(input.report(), PiaCode::FileUnreadable, {}, L"an open file", {});
     }
     CPlotStyleTable fresh;
-    if (!fresh.initFrom(*root, input.report())) {
+    plot_style::StyleTaker styles;
+    styles.takeAll(*root);
+    if (!fresh.initFrom(*root, styles, input.report())) {
         return false;
     }
     swap(fresh);
@@ -115,16 +114,17 @@ bool CPlotStyleTable::initCLW(const PiaBlock& block) {
     return initCLW(block, unread);
 }
 
-bool CPlotStyleTable::initFrom(const PiaBlock& root, PiaReport& report) {
+bool CPlotStyleTable::initFrom(const PiaBlock& root, plot_style::StyleTaker& styles,
+                               PiaReport& report) {
     if (!node_keys::read(root, *this, {}, report)) {
         return false;
     }
-    const PiaBlock* styles = findBlock(root, PlotStyleTableKeys::styles);
-    if (styles == nullptr) {
+    const PiaBlock* list = findBlock(root, PlotStyleTableKeys::styles);
+    if (list == nullptr) {
         return fail(report, PiaCode::KeyMissing, std::wstring(PlotStyleTableKeys::styles.text()),
                     L"a block", {});
     }
-    if (!initStyles(*styles, report)) {
+    if (!initStyles(*list, styles, report)) {
         return false;
     }
     if (aciAvailable_) {
@@ -137,22 +137,20 @@ bool CPlotStyleTable::initFrom(const PiaBlock& root, PiaReport& report) {
     return weights == nullptr || initCLW(*weights, report);
 }
 
-bool CPlotStyleTable::initStyles(const PiaBlock& block, PiaReport& report) {
-    const NumberedBlock styles(block, block.items.size(), PiaItemType::Block, L"a block", report);
+bool CPlotStyleTable::initStyles(const PiaBlock& block, plot_style::StyleTaker& styles,
+                                 PiaReport& report) {
+    const NumberedBlock list(block, block.items.size(), PiaItemType::Block, L"a block", report);
     styles_.resize(block.items.size());
-    NodeCodec<CPlotStyle>::Places keyPlaces;
     for (const PiaItem* item : block.items) {
-        const std::optional<std::size_t> place = styles.placeOf(*item);
-        if (!place) {
+        std::size_t place = 0;
+        if (!list.placeOf(*item, place)) {
             return false;
         }
-        if (styles_[*place]) {
-            return styles.failTaken(*item);
+        if (styles_[place]) {
+            return list.failTaken(*item);
         }
-        styles_[*place] = std::make_unique<CPlotStyle>();
-        const PiaPath path{.parent = &styles.path(), .name = item->name.view()};
-        if (!NodeCodec<CPlotStyle>::read(static_cast<const PiaBlock&>(*item), *styles_[*place],
-                                         path, report, keyPlaces)) {
+        styles_[place] = styles.next(report);
+        if (!styles_[place]) {
             return false;
         }
     }
@@ -167,15 +165,15 @@ bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
     plot_style::EntryNames names;
     std::bitset<CAciTable::count> taken;
     for (const PiaItem* item : block.items) {
-        const std::optional<std::size_t> place = entries.placeOf(*item);
-        if (!place) {
+        std::size_t place = 0;
+        if (!entries.placeOf(*item, place)) {
             return false;
         }
-        if (taken[*place]) {
+        if (taken[place]) {
             return entries.failTaken(*item);
         }
-        taken.set(*place);
-        names.set(*place, static_cast<const PiaStr*>(item)->value);
+        taken.set(place);
+        names.set(place, static_cast<const PiaStr*>(item)->value);
     }
 
     auto aci = std::make_unique<CAciTable>();
@@ -183,12 +181,14 @@ bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
         names.offer((*style)->name(),
                     [&](std::size_t entry) { aci->styles_[entry] = style->get(); });
     }
-    for (const PiaItem* item : block.items) {
-        if (aci->at(*plot_style::parseIndex(item->name, CAciTable::count)) == nullptr) {
-            return fail(report, PiaCode::StyleUnknown, entries.path().join(item->name),
-                        L"the name of a style",
-                        static_cast<const PiaStr*>(item)->value.str());
-        }
+    if (names.waiting() > 0) {
+        const auto* nameless =
+            std::find_if(block.items.begin(), block.items.end(), [&](const PiaItem* item) {
+                std::size_t place = 0;
+                return entries.placeOf(*item, place) && aci->at(place) == nullptr;
+            });
+        return fail(report, PiaCode::StyleUnknown, entries.path().join((*nameless)->name),
+                    L"the name of a style", static_cast<const PiaStr*>(*nameless)->value.str());
     }
     aci_ = std::move(aci);
     usesAci_ = true;
@@ -216,12 +216,12 @@ bool CPlotStyleTable::initCLW(const PiaBlock& block, PiaReport& report) {
     }
     CCustomLineweightTable read;
     for (const PiaItem* item : block.items) {
-        const std::optional<std::size_t> place = weights.placeOf(*item);
-        if (!place) {
+        std::size_t place = 0;
+        if (!weights.placeOf(*item, place)) {
             return false;
         }
         const std::wstring text = static_cast<const PiaNum*>(item)->value;
-        if (!ut::scanDouble(text, read[*place])) {
+        if (!ut::scanDouble(text, read[place])) {
             return fail(report, PiaCode::ValueInvalid, weights.path().join(item->name), L"a number",
                         text);
         }

@@ -24,6 +24,70 @@ const PiaItem* only(const PiaInput& input) {
     return input.root()->items.size() == 1 ? input.root()->items[0] : nullptr;
 }
 
+// Entries that differ in every way from the one before, whose items are used again.
+TEST(BodyReader, HandsOverTheEntriesOfAList) {
+    const std::string first = "  name=\"One\n  size=1\n  flag=TRUE\n";
+    const std::string entries[] = {
+        first,
+        "  name=\"\n  size=-22.5\n  flag=false\n",
+        "  name=\"Fewer\n",
+        first + "  more=1\n  most=2\n",
+        "  name=5\n  size=\"text\n  flag=0\n",
+        "  name=\"Inner\n  inner{\n   x=1\n   y{\n   }\n  }\n  size=2\n",
+        "  name=\"Inner\n  inner{\n   x=2\n  }\n  size=2\n",
+        "  size=1\n  name=\"Order\n",
+        "",
+        "  name=\"Bin\n  size=\\0A\\\n  flag=TRUE\n",
+        "  name=\"Caf\xC3\xA9\n  size=3\n  flag=TRUE\n",
+        "  name=\"Long " + std::string(600, 'x') + "=1\n",
+        first,
+    };
+    std::string list = "before{\n 0{\n  other=1\n }\n}\nlist{\n";
+    std::string manyNames;
+    for (int number = 0; number < 40; ++number) {
+        manyNames += "  n" + std::to_string(number) + "=1\n";
+    }
+    std::size_t number = 0;
+    for (const std::string& entry : entries) {
+        for (const std::string& lines : {entry, manyNames, entry}) {
+            list += ' ' + std::to_string(number++) + "{\n" + lines + " }\n";
+        }
+    }
+    list += " loose=1\n last{\n";
+    // With the second ending the last entry is never closed.
+    for (const std::string ending : {"  last=1\n }\n}\nafter=1\n", "  last=1\n"}) {
+        // Without the letter that is not ASCII, lines are taken the fast way.
+        for (const bool ascii : {false, true}) {
+            std::string body = list + ending;
+            for (std::size_t at = body.find("\xC3\xA9"); ascii && at != std::string::npos;
+                 at = body.find("\xC3\xA9")) {
+                body.replace(at, 2, "e");
+            }
+            EntryRecorder whileReading(L"list");
+            PiaInput input;
+            ASSERT_TRUE(input.openBody(body, {}, &whileReading));
+            const auto* left =
+                static_cast<const PiaBlock*>(input.root()->findItem(L"list", PiaItemType::Block));
+            EXPECT_EQ(left->items.size(), number + 2);
+
+            PiaInput whole;
+            ASSERT_TRUE(whole.openBody(body));
+            EntryRecorder afterwards(L"list");
+            afterwards.takeAll(*whole.root());
+            EXPECT_EQ(whileReading.text, afterwards.text);
+            EXPECT_NE(whileReading.text.find("last{1\nlast=1\n"), std::string::npos);
+        }
+    }
+    // Names are checked all the same.
+    for (const char* twice : {"list{\n 0{\n  a=1\n }\n 0{\n }\n}\n",
+                              "list{\n 0{\n  a=1\n }\n 1{\n  a=1\n  a=2\n }\n}\n"}) {
+        EntryRecorder recorder(L"list");
+        PiaInput input;
+        EXPECT_FALSE(input.openBody(twice, {}, &recorder));
+        EXPECT_EQ(input.report().failure()->code, PiaCode::Duplicate);
+    }
+}
+
 // Each line alone: what it reads as, in the unlimited text form of the tree.
 TEST(BodyReader, AcceptsItemsAndBlocks) {
     const struct {
@@ -231,8 +295,10 @@ TEST(BodyWriter, LaysOutEveryType) {
     std::string body;
     PiaReport report;
     ASSERT_TRUE(piaWriteBody(root, body, report));
-    EXPECT_EQ(body, "text=\"a=b{\"}\nblock{\n yes=TRUE\n no=FALSE\n inner{\n  i=-5\n  d=1.2\n }\n}\n"
-                    "bin=\\" + std::string(3000, 'F') + "\\\nempty{\n}\nansi=\"\xE9\x80\n");
+    EXPECT_EQ(body,
+              "text=\"a=b{\"}\nblock{\n yes=TRUE\n no=FALSE\n inner{\n  i=-5\n  d=1.2\n }\n}\n"
+              "bin=\\" +
+                  std::string(3000, 'F') + "\\\nempty{\n}\nansi=\"\xE9\x80\n");
     EXPECT_EQ(report.warningCount(), 0U);
     PiaInput again;
     ASSERT_TRUE(again.openBody(body));
@@ -292,21 +358,32 @@ TEST(BodyWriter, WarnsOfWhatDoesNotReadBack) {
         bool readsBack;
     } cases[] = {
         {"empty name", [] { return static_cast<PiaItem*>(new PiaNum(L"", 1)); }, false, false},
-        {"space in name", [] { return static_cast<PiaItem*>(new PiaNum(L"a b", 1)); }, false, false},
-        {"equals in name", [] { return static_cast<PiaItem*>(new PiaNum(L"a=b", 1)); }, false, false},
+        {"space in name", [] { return static_cast<PiaItem*>(new PiaNum(L"a b", 1)); }, false,
+         false},
+        {"equals in name", [] { return static_cast<PiaItem*>(new PiaNum(L"a=b", 1)); }, false,
+         false},
         {"brace in item", [] { return static_cast<PiaItem*>(new PiaNum(L"a{b", 1)); }, false, true},
-        {"brace in block", [] { return static_cast<PiaItem*>(new PiaBlock(L"a{b")); }, false, false},
+        {"brace in block", [] { return static_cast<PiaItem*>(new PiaBlock(L"a{b")); }, false,
+         false},
         {"closing, root", [] { return static_cast<PiaItem*>(new PiaNum(L"a}b", 1)); }, false, true},
-        {"closing, inner", [] { return static_cast<PiaItem*>(new PiaNum(L"a}b", 1)); }, true, false},
+        {"closing, inner", [] { return static_cast<PiaItem*>(new PiaNum(L"a}b", 1)); }, true,
+         false},
         {"closing block", [] { return static_cast<PiaItem*>(new PiaBlock(L"a}b")); }, true, false},
         {"no number", [] { return static_cast<PiaItem*>(new PiaNum(L"a", L"")); }, false, false},
         {"quote", [] { return static_cast<PiaItem*>(new PiaNum(L"a", L"\"1")); }, false, false},
-        {"bool number", [] { return static_cast<PiaItem*>(new PiaNum(L"a", L"True")); }, false, false},
-        {"backslash", [] { return static_cast<PiaItem*>(new PiaBin(L"a", L"1\\2")); }, false, false},
+        {"bool number", [] { return static_cast<PiaItem*>(new PiaNum(L"a", L"True")); }, false,
+         false},
+        {"backslash", [] { return static_cast<PiaItem*>(new PiaBin(L"a", L"1\\2")); }, false,
+         false},
         {"cr at end", [] { return static_cast<PiaItem*>(new PiaStr(L"a", L"1\r")); }, false, false},
         {"cr inside", [] { return static_cast<PiaItem*>(new PiaStr(L"a", L"1\r2")); }, false, true},
         {"cr in bin", [] { return static_cast<PiaItem*>(new PiaBin(L"a", L"1\r")); }, false, true},
-        {"nul", [] { return static_cast<PiaItem*>(new PiaStr(L"a", std::wstring(L"1\0" L"2", 3))); },
+        {"nul",
+         [] {
+             return static_cast<PiaItem*>(new PiaStr(L"a", std::wstring(L"1\0"
+                                                                        L"2",
+                                                                        3)));
+         },
          false, false},
         {"utf-8 by chance", [] { return static_cast<PiaItem*>(new PiaStr(L"a", L"\u00C3\u00A9")); },
          false, false},
@@ -341,8 +418,8 @@ TEST(BodyWriter, RefusesLineBreaks) {
 
 TEST(BodyReader, KeepsLongBinaryValuesHoweverTheyAreBroken) {
     const std::wstring value(5000, L'A');
-    for (const std::size_t step : {std::size_t{5000}, std::size_t{502}, std::size_t{511},
-                                   std::size_t{7}}) {
+    for (const std::size_t step :
+         {std::size_t{5000}, std::size_t{502}, std::size_t{511}, std::size_t{7}}) {
         std::string body = "a=\\";
         for (std::size_t start = 0; start < value.size(); start += step) {
             body += std::string(std::min(step, value.size() - start), 'A') + "\n";

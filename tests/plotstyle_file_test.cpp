@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -367,6 +368,20 @@ TEST(PlotStyleFile, NothingIsWrittenTwice) {
         EXPECT_FALSE(table->writeAciEntry(tree.root(), index));
         EXPECT_FALSE(table->writeCLW(tree.root(), index));
     }
+}
+
+// No reader would take such a number, so that writing it would lose the table.
+TEST(TableFile, NumbersThatAreNoneAreNotWritten) {
+    const std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(false, nullptr));
+    const std::wstring path =
+        (std::filesystem::path(testing::TempDir()) / "infinite.stb").wstring();
+    ASSERT_TRUE(table->write(path.c_str()));
+    table->customLineweights()[3] = std::numeric_limits<double>::infinity();
+    PiaReport report;
+    EXPECT_FALSE(table->write(path.c_str(), &report));
+    EXPECT_EQ(report.failure()->code, PiaCode::ValueInvalid);
+    EXPECT_EQ(report.failure()->path, L"custom_lineweight_table/3");
+    EXPECT_TRUE(std::unique_ptr<CPlotStyleTable>(CPlotStyleTable::read(path.c_str())));
 }
 
 }  // namespace

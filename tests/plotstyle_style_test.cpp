@@ -255,12 +255,16 @@ TEST(LineWeights, TypedText) {
 }
 
 TEST(IndexNames, DigitsOnlyAndInRange) {
-    EXPECT_EQ(plot_style::parseIndex(L"254", 255), 254U);
-    EXPECT_EQ(plot_style::parseIndex(L"007", 8), 7U);
-    EXPECT_EQ(plot_style::parseIndex(L"0", 0), std::nullopt);
+    const auto parse = [](const wchar_t* name, std::size_t count) {
+        std::size_t index = 0;
+        return plot_style::parseIndex(name, count, index) ? std::optional(index) : std::nullopt;
+    };
+    EXPECT_EQ(parse(L"254", 255), 254U);
+    EXPECT_EQ(parse(L"007", 8), 7U);
+    EXPECT_EQ(parse(L"0", 0), std::nullopt);
     for (const wchar_t* name : {L"", L"-1", L"+1", L" 1", L"1 ", L"1x", L"\u0661", L"9",
                                 L"18446744073709551617", L"4294967297"}) {
-        EXPECT_EQ(plot_style::parseIndex(name, 9), std::nullopt) << name;
+        EXPECT_EQ(parse(name, 9), std::nullopt) << name;
     }
     for (const int number :
          {0, 10, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
+#include <random>
 
 #include "utcore.h"
 
@@ -122,6 +126,23 @@ TEST(FormatFixed, Formats) {
     };
     for (const auto& entry : cases) {
         EXPECT_EQ(ut::formatFixed(entry.value, entry.precision), entry.text);
+    }
+    // Against the C library: numbers with few digits, halves in the last place and all others.
+    std::mt19937_64 random(20);
+    for (int round = 0; round < 200000; ++round) {
+        const auto bits = static_cast<double>(random() >> 11U);
+        const double values[] = {static_cast<double>(random() % 200000000) / 1e6 - 100,
+                                 (static_cast<double>(random() % 2000001) + 0.5) / 256,
+                                 std::ldexp(bits, -static_cast<int>(random() % 100))};
+        for (const double value : values) {
+            const int precision = static_cast<int>(random() % 8);
+            std::array<char, 64> expected{};
+            std::snprintf(expected.data(), expected.size(), "%.*f", precision, value);
+            ASSERT_EQ(ut::formatFixedAscii(value, precision), expected.data());
+            double back = 0;
+            ASSERT_TRUE(ut::scanDouble(std::string_view(expected.data()), back));
+            ASSERT_EQ(back, std::strtod(expected.data(), nullptr)) << expected.data();
+        }
     }
     for (const int precision : {0, 6, 32, 33, 2000}) {
         const std::wstring text = ut::formatFixed(-std::numeric_limits<double>::max(), precision);

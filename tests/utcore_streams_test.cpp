@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "platform/utcore/adler32.h"
 #include "utcore.h"
 
 namespace {
@@ -57,6 +58,31 @@ TEST(Zlib, AppendsWhatItCompresses) {
     ASSERT_EQ(ut::ZlibEngine::compress("body", target, 9), 0);
     EXPECT_TRUE(target.view().starts_with("head\x78"));
     EXPECT_EQ(ut::ZlibEngine::compress("body", target, 10), Z_STREAM_ERROR);
+}
+
+// The streams and checksums of the library itself are the measure.
+TEST(Zlib, SameBytesAsTheLibrary) {
+    for (const std::size_t size : {0u, 1u, 31u, 32u, 703u, 704u, 705u, 5552u, 100003u}) {
+        std::string text = sampleText(size);
+        for (int level = Z_DEFAULT_COMPRESSION; level <= 9; ++level) {
+            uLong length = compressBound(static_cast<uLong>(size));
+            std::string expected(length, '\0');
+            ASSERT_EQ(compress2(reinterpret_cast<Bytef*>(expected.data()), &length,
+                                reinterpret_cast<const Bytef*>(text.data()),
+                                static_cast<uLong>(size), level),
+                      Z_OK);
+            expected.resize(length);
+            EXPECT_TRUE(compressed(text, level) == expected) << size << " at level " << level;
+        }
+        for (const char filling : {'\0', '\xFF', 'a'}) {
+            text.append(size, filling);
+            for (const std::uint32_t start : {0u, 1u, 0xFFF0FFF0u}) {
+                EXPECT_EQ(ut::adler32(start, text),
+                          ::adler32(start, reinterpret_cast<const Bytef*>(text.data()),
+                                    static_cast<uInt>(text.size())));
+            }
+        }
+    }
 }
 
 TEST(Zlib, StopsAtTheLimit) {

@@ -25,11 +25,8 @@ bool isSpace(wchar_t character) {
     }
 }
 
-wchar_t toLower(wchar_t character) {
+wchar_t toLowerBeyondAscii(wchar_t character) {
     const auto code = static_cast<char32_t>(character);
-    if (code < 0x80) {
-        return code >= 'A' && code <= 'Z' ? static_cast<wchar_t>(code + 0x20) : character;
-    }
     const auto range =
         std::lower_bound(caseRanges.begin(), caseRanges.end(), code,
                          [](const CaseRange& entry, char32_t value) { return entry.last < value; });

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -112,9 +113,47 @@ bool scanIntIn(Text<Char> text, std::int32_t& value) {
     return true;
 }
 
+/// Converts digits with or without a point, when there are so few that both the digits and the
+/// power of ten are exact doubles: then their quotient is the nearest double. False for any other
+/// number, and for whatever follows one.
+template <class Char>
+bool convertShort(Text<Char> text, double& value) {
+    constexpr std::array<double, 16> powers{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    if (text.size() > powers.size()) {
+        return false;
+    }
+    std::int64_t digits = 0;
+    std::size_t point = text.size();
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (isDigit(text[at])) {
+            digits = digits * 10 + (text[at] - Char('0'));
+        } else if (text[at] == Char('.') && point == text.size()) {
+            point = at;
+        } else {
+            return false;
+        }
+    }
+    if (point == text.size()) {
+        // Without a point there can be one digit too many.
+        if (text.size() == powers.size()) {
+            return false;
+        }
+        value = static_cast<double>(digits);
+        return true;
+    }
+    value = static_cast<double>(digits) / powers[text.size() - 1 - point];
+    return text.size() > 1;
+}
+
 template <class Char>
 bool scanDoubleIn(Text<Char> text, double& value) {
     const bool negative = takeSign(text);
+    double magnitude = 0;
+    if (!text.empty() && convertShort(text, magnitude)) {
+        value = negative ? -magnitude : magnitude;
+        return true;
+    }
     // This also keeps out what only the conversion below knows: "inf", "nan" and a second sign.
     if (text.empty() || !(isDigit(text.front()) || text.front() == Char('.'))) {
         return false;
@@ -135,7 +174,6 @@ bool scanDoubleIn(Text<Char> text, double& value) {
     narrowInto(text, characters);
     const std::string_view number(characters, length);
 
-    double magnitude = 0;
     std::errc error{};
     if (number.starts_with("0x") || number.starts_with("0X")) {
         const std::string_view digits = number.substr(2);
@@ -158,15 +196,56 @@ bool scanDoubleIn(Text<Char> text, double& value) {
 }  // namespace
 
 bool scanInt(std::wstring_view text, std::int32_t& value) { return scanIntIn(text, value); }
-bool scanInt(std::string_view text, std::int32_t& value) { return scanIntIn(text, value); }
+bool scanAnyInt(std::string_view text, std::int32_t& value) { return scanIntIn(text, value); }
 bool scanDouble(std::wstring_view text, double& value) { return scanDoubleIn(text, value); }
 bool scanDouble(std::string_view text, double& value) { return scanDoubleIn(text, value); }
+
+namespace {
+
+/// Appends fixed notation when it is certain: false when the digits behind the last one are too
+/// near to a half, or too many, to be rounded by one multiplication.
+bool formatShort(double value, unsigned digits, std::string& text) {
+    constexpr std::array<std::uint32_t, 7> powers{1, 10, 100, 1000, 10000, 100000, 1000000};
+    if (digits >= powers.size() || !(std::abs(value) < 1e6)) {
+        return false;
+    }
+    // Below 1e12, so that the rounding of the product is far below the margin to a half.
+    const double scaled = std::abs(value) * powers[digits];
+    const double rounded = std::round(scaled);
+    if (std::abs(scaled - rounded) > 0.49) {
+        return false;
+    }
+    const auto number = static_cast<std::uint64_t>(rounded);
+    char characters[24];
+    char* end = characters;
+    if (std::signbit(value)) {
+        *end++ = '-';
+    }
+    end = std::to_chars(end, std::end(characters), number / powers[digits]).ptr;
+    if (digits > 0) {
+        *end = '.';
+        auto fraction = static_cast<std::uint32_t>(number % powers[digits]);
+        for (unsigned place = digits; place > 0; --place) {
+            end[place] = static_cast<char>('0' + fraction % 10);
+            fraction /= 10;
+        }
+        end += digits + 1;
+    }
+    text.assign(characters, end);
+    return true;
+}
+
+}  // namespace
 
 std::string formatFixedAscii(double value, int precision) {
     if (std::isnan(value)) {
         return "nan";
     }
     const int digits = precision < 0 ? 6 : precision;
+    std::string text;
+    if (formatShort(value, static_cast<unsigned>(digits), text)) {
+        return text;
+    }
     // A sign, the point and the longest integer part.
     constexpr std::size_t longest = std::numeric_limits<double>::max_exponent10 + 3;
     char usual[longest + 32];

@@ -1,8 +1,11 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <limits>
 
+#include "platform/utcore/adler32.h"
 #include "utcore.h"
 
 namespace ut {
@@ -16,10 +19,54 @@ uInt step(std::uint64_t bytes) { return static_cast<uInt>(std::min(bytes, longes
 
 Bytef* writable(const char* bytes) { return reinterpret_cast<Bytef*>(const_cast<char*>(bytes)); }
 
-/// What `inflate` is given and lets go of again on every way out.
+// The checksum of a stream is summed here: zlib's own summing takes a third of inflating.
+constexpr std::uint32_t checksumStart = 1;
+constexpr std::size_t checksumSize = 4;
+
+/// Says deflate with a window of 32 KiB and how hard it tried (RFC 1950).
+std::array<unsigned char, 2> streamHeader(int level) {
+    const unsigned effort = level == Z_DEFAULT_COMPRESSION || level == 6 ? 2
+                            : level >= 7                                 ? 3
+                            : level >= 2                                 ? 1
+                                                                         : 0;
+    const unsigned header = 0x7800U | (effort << 6U);
+    const unsigned divisible = header + 31 - header % 31;
+    return {static_cast<unsigned char>(divisible >> 8U), static_cast<unsigned char>(divisible)};
+}
+
+std::array<unsigned char, checksumSize> checksumBytes(std::string_view body) {
+    const std::uint32_t sum = adler32(checksumStart, body);
+    return {static_cast<unsigned char>(sum >> 24U), static_cast<unsigned char>(sum >> 16U),
+            static_cast<unsigned char>(sum >> 8U), static_cast<unsigned char>(sum)};
+}
+
+/// What `deflate` is given and lets go of again on every way out. Without header and checksum.
+class Deflater {
+public:
+    explicit Deflater(int level)
+        : status_(deflateInit2(&stream_, level, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL - 1,
+                               Z_DEFAULT_STRATEGY)) {}
+    Deflater(const Deflater&) = delete;
+    Deflater& operator=(const Deflater&) = delete;
+    ~Deflater() { deflateEnd(&stream_); }
+
+    int status() const { return status_; }
+    z_stream& stream() { return stream_; }
+
+private:
+    z_stream stream_{};
+    int status_;
+};
+
+/// What `inflate` is given and lets go of again on every way out. It reads the checksum of the
+/// stream without looking at it.
 class Inflater {
 public:
-    Inflater() : status_(inflateInit(&stream_)) {}
+    Inflater() : status_(inflateInit(&stream_)) {
+        if (status_ == Z_OK) {
+            status_ = inflateValidate(&stream_, 0);
+        }
+    }
     Inflater(const Inflater&) = delete;
     Inflater& operator=(const Inflater&) = delete;
     ~Inflater() { inflateEnd(&stream_); }
@@ -50,16 +97,30 @@ int ZlibEngine::compress(std::string_view source, ByteBuffer& target, int level)
     if (source.size() > longestStep / 2) {
         return Z_BUF_ERROR;
     }
-    const auto length = static_cast<uLong>(source.size());
-    const std::size_t before = target.size();
-    uLong written = compressBound(length);
-    target.reserve(before + written);
-    const int result = compress2(writable(target.data() + before), &written,
-                                 reinterpret_cast<const Bytef*>(source.data()), length, level);
-    if (result == Z_OK) {
-        target.setSize(before + written);
+    Deflater deflater(level);
+    if (deflater.status() != Z_OK) {
+        return deflater.status();
     }
-    return result;
+    // Holds the header and the checksum as well.
+    const uLong bound = compressBound(static_cast<uLong>(source.size()));
+    target.reserve(target.size() + bound);
+    const auto header = streamHeader(level);
+    const auto checksum = checksumBytes(source);
+
+    char* const begin = target.data() + target.size();
+    char* const body = std::copy(header.begin(), header.end(), begin);
+    z_stream& stream = deflater.stream();
+    stream.next_in = writable(source.data());
+    stream.avail_in = static_cast<uInt>(source.size());
+    stream.next_out = writable(body);
+    stream.avail_out = static_cast<uInt>(bound - header.size() - checksum.size());
+    const int result = deflate(&stream, Z_FINISH);
+    if (result != Z_STREAM_END) {
+        return result == Z_OK ? Z_BUF_ERROR : result;
+    }
+    const char* end = std::copy(checksum.begin(), checksum.end(), body + stream.total_out);
+    target.setSize(target.size() + static_cast<std::size_t>(end - begin));
+    return Z_OK;
 }
 
 int ZlibEngine::decompress(std::string_view source, ByteBuffer& target, std::uint64_t sizeHint,
@@ -100,6 +161,12 @@ int ZlibEngine::decompress(std::string_view source, ByteBuffer& target, std::uin
             return Z_BUF_ERROR;
         }
         if (result == Z_STREAM_END) {
+            const auto checksum = checksumBytes(target.view());
+            if (std::memcmp(source.data() + consumed - checksum.size(), checksum.data(),
+                            checksum.size()) != 0) {
+                stop = Stop::Corrupt;
+                return Z_DATA_ERROR;
+            }
             return Z_OK;
         }
         if (result != Z_OK && result != Z_BUF_ERROR) {

@@ -5,9 +5,20 @@
 #include <string_view>
 
 #include "pia.h"
+#include "pia/entry_taker.h"
 
 /// True when the blocks hold equal items in the same order, at every depth.
 bool equalTrees(const PiaBlock& left, const PiaBlock& right);
+
+/// Writes down the entries that a reader hands over, each with all its items.
+class EntryRecorder final : public PiaEntryTaker {
+public:
+    using PiaEntryTaker::PiaEntryTaker;
+    void take(const PiaBlock& entry) override;
+
+    /// The entries as text, in order.
+    std::string text;
+};
 
 /// The bytes of a sound version-2 file around any body text.
 std::string fileAround(std::string_view body, PiaKind kind = PiaKind::Ctb);
