@@ -59,6 +59,8 @@ TEST_F(CommandUsageTest, HelpShowsExamplesAndVersionShowsItself) {
                                       HasSubstr("  platen " + name)));
         EXPECT_THAT(result.err, IsEmpty());
     }
+    EXPECT_THAT(run({"--help"}).out, HasSubstr("Usage: platen [OPTIONS] COMMAND\n"));
+    EXPECT_THAT(run({"create", "--help"}).out, HasSubstr("\n  platen create pmp --from "));
 }
 
 TEST_F(CommandUsageTest, TheWorstOfABatchWins) {

@@ -187,7 +187,7 @@ private:
     void addPaper() {
         paper_ =
             add("paper", "Edit custom papers of a configuration or its parameters", help::paper);
-        paper_->require_subcommand(1)->get_formatter()->label("SUBCOMMAND", "ACTION");
+        paper_->require_subcommand(1);
         addLengths(addAction("add", PaperAction::Add, "Add a paper", "Name of the new paper"));
         addAction("remove", PaperAction::Remove, "Remove a paper", "Name of the paper");
         CLI::App* rename =

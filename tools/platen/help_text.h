@@ -66,8 +66,8 @@ Examples:
   platen create ctb -o pens.ctb                   a style for each of the 255 colours
   platen create stb -o named.stb --description "Named pens"     one style, "Normal"
   platen create pc3 --device "Print As PDF" -o pdf.pc3
-  platen create pc3 --device "Print As PNG" --paper "XGA (1024.00 x 768.00 Pixels)" -
-    o png.pc3 platen create pmp-- from pdf.pc3 - o pdf.pmp no papers yet; add them by platen paper)text";
+  platen create pc3 --device "Print As PNG" --paper "XGA (1024.00 x 768.00 Pixels)" -o png.pc3
+  platen create pmp --from pdf.pc3 -o pdf.pmp     no papers yet; platen paper has them)text";
 
 inline constexpr const char* set =
     R"(A PATH is what platen get takes. An item keeps its type; a new one names it:
