@@ -154,6 +154,42 @@ TEST_F(CommandPaperTest, WhatRewritingLosesIsListed) {
     EXPECT_THAT(run({"papers", "@b.pmp"}).out, Not(HasSubstr("Card")));
 }
 
+TEST_F(CommandPaperTest, DamagedListsCanBeMended) {
+    prepare({"paper", "add", "@a.pc3", "--name", "One", "--size", "100x200"});
+    prepare({"paper", "add", "@a.pc3", "--name", "Two", "--size", "300x400"});
+    // An entry without its description has no size; a name may hold anything.
+    prepare({"set", "@a.pmp", "udm/media/size/0/media_description_name=gone",
+             "udm/media/size/1/localized_name=\x1B[2J", "--in-place"});
+    EXPECT_THAT(run({"papers", "@a.pmp"}).out, AllOf(HasSubstr("\nOne      0.00 x 0.00 "),
+                                                     HasSubstr("\n\\x1B[2J  300.00 x 400.00")));
+    prepare({"paper", "resize", "@a.pmp", "--name", "One", "--size", "11x12"});
+    prepare({"paper", "rename", "@a.pmp", "--name", "\x1B[2J", "--to", "Two"});
+    const std::vector<CustomPaperSize> papers = papersOf("a.pc3");
+    ASSERT_EQ(papers.size(), 2U);
+    EXPECT_EQ(papers[0].width, 11);
+    EXPECT_EQ(papers[1].localName, L"Two");
+    EXPECT_EQ(papers[1].height, 400);
+    // Entries that break off are kept as far as they go, with a warning.
+    prepare({"set", "@a.pmp", "--delete", "udm/media/size/1/media_group", "--in-place"});
+    const CommandResult result = paper({"remove", "@a.pmp", "--name", "One"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_THAT(result.err, HasSubstr("udm/media/size/1"));
+    EXPECT_EQ(papersOf("a.pc3").size(), 1U);
+}
+
+TEST_F(CommandPaperTest, LimitsAreThoseOfTheParameters) {
+    prepare({"paper", "add", "@a.pc3", "--name", "One", "--size", "100x200"});
+    prepare({"set", "@a.pmp", "mod/media/size_max_x=914.4", "--in-place"});
+    EXPECT_EQ(paper({"add", "@a.pc3", "--name", "N", "--size", "915x5000"}).code, 2);
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "915x5000"}).code, 2);
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "914x5081"}).code, 2);
+    // Parameters of a printer have the limits that they state, and no paper is endless.
+    prepare({"set", "@a.pmp", "meta/canonical_model_name=printer", "--in-place"});
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "915x50000"}).code, 2);
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "914x1000001"}).code, 2);
+    prepare({"paper", "add", "@a.pmp", "--name", "N", "--size", "914x50000"});
+}
+
 TEST_F(CommandPaperTest, RefusalsChangeNoFile) {
     prepare(
         {"paper", "add", "@a.pc3", "--name", "Roll", "--size", "914x5000", "--margins", "1,1,1,1"});
