@@ -282,6 +282,9 @@ public:
     /// false and leaves `item` with the caller.
     [[nodiscard]] bool addItem(PiaItem* item);
 
+    /// Destroys a child; false when it is none of this block's. The order of the others stays.
+    bool removeItem(const PiaItem* item);
+
     // The items are made in the arena of the tree, if it has one.
     using PiaSink::addDouble;
     using PiaSink::addString;

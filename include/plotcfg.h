@@ -357,6 +357,10 @@ public:
     /// a null path or a failed write.
     bool write(const wchar_t* path, PiaReport* report = nullptr);
     bool writeToBlock(PiaBlock& root) const;
+    /// Where `write` to `path` puts a PMP that has no file of its own yet: in the folder "PMP" beside
+    /// `path` when there is one, otherwise beside `path`; named as the PMP or, without a name, as
+    /// `path`. Empty without a PMP.
+    std::wstring placeForPmp(std::wstring_view path) const;
     /// Takes the printer's own defaults; true when that changed anything.
     bool setToDefault();
 

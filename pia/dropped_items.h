@@ -11,5 +11,6 @@
 inline constexpr std::size_t piaMaxDroppedItems = 1000;
 
 /// The paths of the items of `before` that `after` has not, by name and type. A block that is not
-/// there is listed without its content.
+/// there is listed without its content. The properties of the top block "custom" are compared by
+/// their names and types, whatever their numbers, and listed with their names.
 std::vector<std::wstring> piaDroppedItems(const PiaBlock& before, const PiaBlock& after);

@@ -270,6 +270,21 @@ bool PiaBlock::addItem(PiaItem* item) {
     return true;
 }
 
+bool PiaBlock::removeItem(const PiaItem* item) {
+    PiaItem** const end = items.items_ + items.size_;
+    PiaItem** const found = std::find(items.items_, end, item);
+    if (found == end) {
+        return false;
+    }
+    PiaItem* removed = *found;
+    std::copy(found + 1, end, found);
+    --items.size_;
+    nextLookup_ = 0;
+    index_.reset();
+    destroy(removed);
+    return true;
+}
+
 /// Takes the items that the index does not have yet, making it first.
 void PiaBlock::addToIndex() const {
     if (!index_) {

@@ -197,16 +197,23 @@ bool CPlotCfg3::write(const wchar_t* path, PiaReport* report) {
     return done;
 }
 
+std::wstring CPlotCfg3::placeForPmp(std::wstring_view path) const {
+    if (!pmp_) {
+        return {};
+    }
+    const std::wstring_view beside = ut::folderOf(path);
+    const std::wstring below = ut::joinPath(beside, pmpFolder);
+    const std::wstring_view name =
+        firstFileName({pmp_->userDefinedModelPathname, meta.userDefinedModelPathname, path});
+    return ut::withExtension(ut::joinPath(ut::folderExists(below) ? below : beside, name),
+                             pmpExtension);
+}
+
 bool CPlotCfg3::writePmp(std::wstring_view path) {
     const std::wstring own = pmp_->filePath.text();
     bool done = !own.empty() && pmp_->write(own.c_str());
     if (!done) {
-        const std::wstring_view beside = ut::folderOf(path);
-        const std::wstring below = ut::joinPath(beside, pmpFolder);
-        const std::wstring_view name =
-            firstFileName({pmp_->userDefinedModelPathname, meta.userDefinedModelPathname, path});
-        const std::wstring place = ut::withExtension(
-            ut::joinPath(ut::folderExists(below) ? below : beside, name), pmpExtension);
+        const std::wstring place = placeForPmp(path);
         pmp_->filePath = OdString(place);
         pmp_->userDefinedModelPathname = place;
         done = pmp_->write(place.c_str());

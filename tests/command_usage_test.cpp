@@ -24,6 +24,9 @@ TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
         {"convert", "@a.ctb", "-o", "@a.unknown"},
         {"convert", "@a.ctb", "-o", "@b.json", "--prefix", "Pen"},
         {"create", "pc3", "-o", "@a.pc3"},
+        {"set", "@a.ctb", "description=x"},
+        {"papers"},
+        {"paper", "add", "@a.ctb"},
         {"create", "ctb"},
     };
     prepare({"create", "ctb", "-o", "@a.ctb"});
@@ -41,10 +44,14 @@ TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
 
 TEST_F(CommandUsageTest, HelpShowsExamplesAndVersionShowsItself) {
     EXPECT_THAT(run({"--version"}).out, testing::MatchesRegex("platen .*\\..*\\..*\n"));
-    const std::vector<std::vector<std::string>> commands{{},        {"info"},    {"get"},
-                                                         {"check"}, {"convert"}, {"create"}};
+    const std::vector<std::vector<std::string>> commands{
+        {},         {"info"}, {"get"},    {"check"}, {"convert"},
+        {"create"}, {"set"},  {"papers"}, {"paper"}, {"paper", "add"}};
     for (std::vector<std::string> arguments : commands) {
-        const std::string name = arguments.empty() ? "" : arguments.front();
+        std::string name;
+        for (const std::string& word : arguments) {
+            name += (name.empty() ? "" : " ") + word;
+        }
         arguments.emplace_back("--help");
         const CommandResult result = run(arguments);
         EXPECT_EQ(result.code, 0) << name;
@@ -52,6 +59,8 @@ TEST_F(CommandUsageTest, HelpShowsExamplesAndVersionShowsItself) {
                                       HasSubstr("  platen " + name)));
         EXPECT_THAT(result.err, IsEmpty());
     }
+    EXPECT_THAT(run({"--help"}).out, HasSubstr("Usage: platen [OPTIONS] COMMAND\n"));
+    EXPECT_THAT(run({"create", "--help"}).out, HasSubstr("\n  platen create pmp --from "));
 }
 
 TEST_F(CommandUsageTest, TheWorstOfABatchWins) {

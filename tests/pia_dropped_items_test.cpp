@@ -26,6 +26,29 @@ TEST(DroppedItems, AreNamedByTheirPath) {
     EXPECT_EQ(dropped("b{\nc{\nd=1\n}\n}\ne=1\n", "b=1\ne=\"1\n"), "b e ");
 }
 
+TEST(DroppedItems, PropertiesAreToldApartByTheirNames) {
+    const auto list = [](const std::string& properties) {
+        return "custom{\n" + properties + "}\n";
+    };
+    const std::string before =
+        list("0{\nname=\"A\nvalue=1\n}\n1{\nNAME=\"B\nvalue=TRUE\n}\n2{\nname=\"C\nvalue=\"x\n}\n");
+    EXPECT_EQ(dropped(before, list("0{\nname=\"C\nvalue=\"y\n}\n1{\nname=\"A\nvalue=2\n}\n"
+                                   "2{\nname=\"B\nvalue=FALSE\n}\n")),
+              "");
+    // The same numbers, other properties: a value of another type is one.
+    EXPECT_EQ(dropped(before, list("0{\nname=\"a\nvalue=1\n}\n1{\nNAME=\"B\nvalue=1\n}\n"
+                                   "2{\nname=\"C\nvalue=\"x\n}\n")),
+              "custom/0 (A) custom/1 (B) ");
+    // Entries that are no properties and lists elsewhere go by their numbers.
+    EXPECT_EQ(
+        dropped(list("0{\nname=\"A\n}\n1{\nx=\"A\nvalue=1\n}\n"), list("1{\nx=\"A\nvalue=1\n}\n")),
+        "custom/0 ");
+    const std::string inner = "0{\nname=\"A\nvalue=1\n}\n";
+    EXPECT_EQ(
+        dropped("b{\n" + list(inner) + "}\n", "b{\n" + list("1{\nname=\"A\nvalue=1\n}\n") + "}\n"),
+        "b/custom/0 ");
+}
+
 TEST(DroppedItems, AreBoundedInNumberAndDepth) {
     std::string many;
     for (std::size_t number = 0; number < 2 * piaMaxDroppedItems; ++number) {

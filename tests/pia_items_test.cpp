@@ -112,6 +112,29 @@ TEST(PiaBlock, SortsByUtf16Units) {
     }
 }
 
+TEST(PiaBlock, ForgetsWhatIsRemoved) {
+    // Few items are looked for one by one, many in an index.
+    for (const int count : {3, 100}) {
+        PiaTree tree;
+        PiaBlock& root = tree.root();
+        for (int number = 0; number < count; ++number) {
+            ASSERT_TRUE(root.addString(std::to_wstring(number), L"x"));
+        }
+        auto* deep = root.addBlock(L"1");
+        ASSERT_TRUE(deep->addItem(new PiaStr(L"heap", std::wstring(100, L'y'))));
+        ASSERT_NE(root.findItem(std::to_wstring(count - 1), PiaItemType::Str), nullptr);
+        EXPECT_FALSE(root.removeItem(deep->items[0]));
+        EXPECT_TRUE(root.removeItem(root.findItem(L"1", PiaItemType::Str)));
+        EXPECT_TRUE(root.removeItem(deep));
+        EXPECT_EQ(root.findItem(L"1", PiaItemType::Str), nullptr);
+        EXPECT_EQ(root.findItem(L"1", PiaItemType::Block), nullptr);
+        EXPECT_EQ(root.findItem(L"2", PiaItemType::Str), root.items[1]);
+        ASSERT_TRUE(root.addString(std::wstring(L"1"), L"again"));
+        EXPECT_EQ(root.findItem(L"1", PiaItemType::Str), root.items[root.items.size() - 1]);
+        EXPECT_EQ(root.items.size(), static_cast<std::size_t>(count));
+    }
+}
+
 // With recursion on depth this would end the stack.
 TEST(PiaBlock, IsDestroyedAtAnyDepth) {
     auto root = std::make_unique<PiaBlock>(L"");

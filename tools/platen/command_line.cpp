@@ -43,6 +43,9 @@ public:
         addCheck();
         addConvert();
         addCreate();
+        addSet();
+        addPapers();
+        addPaper();
     }
 
     ExitCode run(std::vector<std::string> arguments, const Console& console) {
@@ -63,7 +66,16 @@ public:
         if (*check_) {
             return check(checkOptions_, console);
         }
-        return *convert_ ? convert(convertOptions_, console) : create(createOptions_, console);
+        if (*convert_) {
+            return convert(convertOptions_, console);
+        }
+        if (*create_) {
+            return create(createOptions_, console);
+        }
+        if (*set_) {
+            return set(setOptions_, console);
+        }
+        return *papers_ ? papers(papersOptions_, console) : paper(paperOptions_, console);
     }
 
 private:
@@ -73,7 +85,12 @@ private:
             app_.exit(error, console.out, console.err);
             return ExitCode::Ok;
         }
-        return fail(console, "", std::string(error.what()) + "; see platen --help");
+        std::string command = "platen";
+        for (const CLI::App* app = &app_; !app->get_subcommands().empty();) {
+            app = app->get_subcommands().front();
+            command += ' ' + app->get_name();
+        }
+        return fail(console, "", std::string(error.what()) + "; see " + command + " --help");
     }
 
     CLI::App* add(const char* name, const char* purpose, const char* footer) {
@@ -104,9 +121,7 @@ private:
     void addConvert() {
         convert_ = add("convert", "Write a file as another kind or in another form", help::convert);
         takeText(convert_->add_option("IN", convertOptions_.in, "File to read"))->required();
-        takeText(convert_->add_option("-o,--output", convertOptions_.out, "File to write"))
-            ->type_name("OUT")
-            ->required();
+        addOutput(convert_, convertOptions_.out)->required();
         convert_->add_option("--to", convertOptions_.to, "What to write; by default as OUT ends")
             ->check(CLI::IsMember({"ctb", "stb", "pc3", "pmp", "json", "text"}));
         takeText(
@@ -115,15 +130,103 @@ private:
     }
 
     void addCreate() {
-        create_ = add("create", "Make a fresh plot style table", help::create);
-        create_->add_option("KIND", createOptions_.kind, "Colour-dependent (ctb) or named (stb)")
+        create_ = add("create", "Make a fresh document", help::create);
+        create_
+            ->add_option("KIND", createOptions_.kind,
+                         "Colour-dependent (ctb) or named (stb) plot styles, a plot configuration "
+                         "(pc3), plot model parameters (pmp)")
             ->required()
-            ->check(CLI::IsMember({"ctb", "stb"}));
-        takeText(create_->add_option("-o,--output", createOptions_.out, "File to write"))
-            ->type_name("OUT")
-            ->required();
+            ->check(CLI::IsMember({"ctb", "stb", "pc3", "pmp"}));
+        addOutput(create_, createOptions_.out)->required();
         takeText(create_->add_option("--description", createOptions_.description,
-                                     "Description of the table"));
+                                     "Description of a table"));
+        takeText(create_->add_option("--device", createOptions_.device,
+                                     "Device of a configuration, such as \"Print As PDF\""))
+            ->type_name("NAME");
+        takeText(create_->add_option("--paper", createOptions_.paper,
+                                     "Paper of a configuration; the device's first by default"))
+            ->type_name("NAME");
+        takeText(create_->add_option("--from", createOptions_.from,
+                                     "Configuration that parameters are made for"))
+            ->type_name("PC3");
+    }
+
+    void addSet() {
+        set_ = add("set", "Change items of a file as they are stored", help::set);
+        takeText(set_->add_option("FILE", setOptions_.file, "File"))->required();
+        takeText(set_->add_option("PATH=VALUE", setOptions_.assignments,
+                                  "Values; a new item is PATH:TYPE=VALUE or PATH:block"));
+        takeText(set_->add_option("--delete", setOptions_.deleted,
+                                  "Item to delete before values are set; may be repeated"))
+            ->type_name("PATH")
+            ->allow_extra_args(false);
+        addOutput(set_, setOptions_.out);
+        // A flag whose value can only follow "=", so that it takes no argument for its own.
+        inPlace_ = set_->add_flag("--in-place", setOptions_.backupSuffix,
+                                  "Change FILE itself; --in-place=SUFFIX keeps the old file under "
+                                  "its name and SUFFIX");
+        set_->parse_complete_callback([this] {
+            constexpr const char* flagWithoutValue = "true";
+            setOptions_.inPlace = inPlace_->count() > 0;
+            if (setOptions_.backupSuffix == flagWithoutValue) {
+                setOptions_.backupSuffix.clear();
+            }
+        });
+    }
+
+    void addPapers() {
+        papers_ = add("papers", "List papers of a device, of a file or of Windows", help::papers);
+        takeText(papers_->add_option("FILE", papersOptions_.file,
+                                     "Configuration or parameters whose custom papers to list"));
+        papers_->add_option("--device", papersOptions_.device, "Papers of the built-in devices")
+            ->check(CLI::IsMember({"pdf", "image", "none"}));
+        papers_->add_flag("--catalogue", papersOptions_.catalogue, "Windows papers by their ids");
+        papers_->add_flag("--json", papersOptions_.json, "One JSON object a line");
+    }
+
+    void addPaper() {
+        paper_ =
+            add("paper", "Edit custom papers of a configuration or its parameters", help::paper);
+        paper_->require_subcommand(1);
+        addLengths(addAction("add", PaperAction::Add, "Add a paper", "Name of the new paper"));
+        addAction("remove", PaperAction::Remove, "Remove a paper", "Name of the paper");
+        CLI::App* rename =
+            addAction("rename", PaperAction::Rename, "Rename a paper", "Name of the paper");
+        takeText(rename->add_option("--to", paperOptions_.newName, "New name"))
+            ->type_name("NAME")
+            ->required();
+        addLengths(addAction("resize", PaperAction::Resize, "Change the size of a paper",
+                             "Name of the paper"));
+    }
+
+    CLI::App* addAction(const char* word, PaperAction action, const char* purpose,
+                        const char* nameHelp) {
+        CLI::App* command = paper_->add_subcommand(word, purpose);
+        command->group("Actions")->footer(help::paper);
+        takeText(command->add_option("FILE", paperOptions_.file, "Configuration or parameters"))
+            ->required();
+        takeText(command->add_option("--name", paperOptions_.name, nameHelp))
+            ->type_name("NAME")
+            ->required();
+        command->parse_complete_callback([this, action] { paperOptions_.action = action; });
+        return command;
+    }
+
+    void addLengths(CLI::App* command) {
+        command->add_option("--size", paperOptions_.size, "Width and height")
+            ->type_name("WxH")
+            ->required();
+        command
+            ->add_option("--units", paperOptions_.units,
+                         "Of size and margins: mm, in or px (a new paper: mm, or px for images; "
+                         "an old one: its own)")
+            ->check(CLI::IsMember({"mm", "in", "px"}));
+        command->add_option("--margins", paperOptions_.margins, "Left, bottom, right, top")
+            ->type_name("L,B,R,T");
+    }
+
+    static CLI::Option* addOutput(CLI::App* command, std::string& out) {
+        return takeText(command->add_option("-o,--output", out, "File to write"))->type_name("OUT");
     }
 
     CLI::App app_{"Plotter documents in a shell: plot configurations and plot style tables.",
@@ -133,11 +236,18 @@ private:
     CLI::App* check_ = nullptr;
     CLI::App* convert_ = nullptr;
     CLI::App* create_ = nullptr;
+    CLI::App* set_ = nullptr;
+    CLI::Option* inPlace_ = nullptr;
+    CLI::App* papers_ = nullptr;
+    CLI::App* paper_ = nullptr;
     InfoOptions infoOptions_;
     GetOptions getOptions_;
     CheckOptions checkOptions_;
     ConvertOptions convertOptions_;
     CreateOptions createOptions_;
+    SetOptions setOptions_;
+    PapersOptions papersOptions_;
+    PaperOptions paperOptions_;
 };
 
 }  // namespace

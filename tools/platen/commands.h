@@ -34,10 +34,51 @@ struct ConvertOptions {
 };
 
 struct CreateOptions {
-    /// "ctb" or "stb".
+    /// "ctb", "stb", "pc3" or "pmp".
     std::string kind;
     std::string out;
+    /// Of a table.
     std::string description;
+    /// The device and, unless empty, the paper of a configuration.
+    std::string device;
+    std::string paper;
+    /// The configuration that plot model parameters are made for.
+    std::string from;
+};
+
+struct SetOptions {
+    std::string file;
+    /// "PATH=VALUE", "PATH:TYPE=VALUE" or "PATH:block".
+    std::vector<std::string> assignments;
+    /// Paths of items to delete, before anything is assigned.
+    std::vector<std::string> deleted;
+    std::string out;
+    bool inPlace = false;
+    /// The old file is kept under its name and this, unless it is empty.
+    std::string backupSuffix;
+};
+
+struct PapersOptions {
+    std::string file;
+    /// "pdf", "image" or "none".
+    std::string device;
+    bool catalogue = false;
+    bool json = false;
+};
+
+enum class PaperAction { Add, Remove, Rename, Resize };
+
+struct PaperOptions {
+    PaperAction action = PaperAction::Add;
+    std::string file;
+    std::string name;
+    std::string newName;
+    /// "WIDTHxHEIGHT"
+    std::string size;
+    /// "mm", "in", "px"; empty for the paper's own or what suits the device.
+    std::string units;
+    /// "LEFT,BOTTOM,RIGHT,TOP"; empty: none, or those that there are.
+    std::string margins;
 };
 
 /// Says what files are and hold.
@@ -48,7 +89,13 @@ ExitCode get(const GetOptions& options, const Console& console);
 ExitCode check(const CheckOptions& options, const Console& console);
 /// Writes a file in another form or as another document.
 ExitCode convert(const ConvertOptions& options, const Console& console);
-/// Makes a fresh plot style table.
+/// Makes a fresh document.
 ExitCode create(const CreateOptions& options, const Console& console);
+/// Changes items of the raw tree.
+ExitCode set(const SetOptions& options, const Console& console);
+/// Lists the papers of a device, of a file or of the catalogue.
+ExitCode papers(const PapersOptions& options, const Console& console);
+/// Edits the custom papers of a configuration or of plot model parameters.
+ExitCode paper(const PaperOptions& options, const Console& console);
 
 }  // namespace platen

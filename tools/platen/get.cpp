@@ -79,7 +79,7 @@ ExitCode printItem(const GetOptions& options, const PiaItem& item, const Console
     return ExitCode::Ok;
 }
 
-ExitCode printPath(const GetOptions& options, const PiaBlock& root, const std::string& path,
+ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string& path,
                    const Console& console) {
     const std::string subject = options.file + ": " + path;
     const std::vector<const PiaItem*> found = findItems(root, ut::decodePath(path));

@@ -6,6 +6,9 @@ namespace platen::help {
 inline constexpr const char* program = R"(Examples:
   platen create ctb -o pens.ctb --description "Office plotter"
   platen info pens.ctb
+  platen create pc3 --device "Print As PDF" -o office.pc3
+  platen set office.pc3 media/number_of_copies=2 --in-place
+  platen paper add office.pc3 --name "Long roll" --size 914x5000
   platen convert pens.ctb -o pens.stb
   platen get pens.stb plot_style/1/name
   platen check *.ctb *.stb
@@ -55,11 +58,50 @@ Examples:
   platen convert plotter.bak -o plotter --to pc3  when the name of OUT does not say it)";
 
 inline constexpr const char* create =
-    R"(OUT is replaced in one step when it exists. The first word decides what is made,
-not the name of OUT.
+    R"text(OUT is replaced in one step when it exists; what is lost with the old file is a
+warning. The first word decides what is made, not the name of OUT. Devices and papers are found
+without regard to case.
 
 Examples:
   platen create ctb -o pens.ctb                   a style for each of the 255 colours
-  platen create stb -o named.stb --description "Named pens"     one style, "Normal")";
+  platen create stb -o named.stb --description "Named pens"     one style, "Normal"
+  platen create pc3 --device "Print As PDF" -o pdf.pc3
+  platen create pc3 --device "Print As PNG" --paper "XGA (1024.00 x 768.00 Pixels)" -o png.pc3
+  platen create pmp --from pdf.pc3 -o pdf.pmp     no papers yet; platen paper has them)text";
+
+inline constexpr const char* set =
+    R"(A PATH is what platen get takes. An item keeps its type; a new one names it:
+":str", ":num", ":bool" (TRUE or FALSE), ":bin" (hexadecimal) or ":block" (no value). Everything
+else stays as it was: unknown items, their order, the spelling of numbers, the version of the
+file. Either all changes are made or none.
+
+Examples:
+  platen set a.pc3 media/number_of_copies=2 -o b.pc3
+  platen set a.pc3 meta/config_description="Office, 2nd floor" --in-place=.bak
+  platen set a.pc3 vendor:block vendor/level:num=3 vendor/key:bin=00FF --in-place
+  platen set a.pc3 --delete vendor/key --delete custom --in-place)";
+
+inline constexpr const char* papers =
+    R"(Lengths are in millimetres and inches, or in pixels for images.
+
+Examples:
+  platen papers --device pdf            papers of "Print As PDF"
+  platen papers --device image          papers of the image devices
+  platen papers --device none           common plotter papers
+  platen papers --catalogue             Windows paper ids
+  platen papers a.pc3                   custom papers, also those of the PMP that it names
+  platen papers --json a.pmp            one JSON object a line, schema platen.papers/1)";
+
+inline constexpr const char* paper =
+    R"(FILE is a plot configuration or plot model parameters (PMP). New papers go into the
+PMP that the configuration names; without one a PMP is made beside it (in the folder PMP, if there
+is one there). Names are found without regard to case.
+
+Examples:
+  platen paper add a.pc3 --name "Long roll" --size 914x5000 --units mm
+  platen paper add a.pc3 --name "Card" --size 3.5x2 --units in --margins 0.1,0.1,0.1,0.1
+  platen paper resize a.pc3 --name "long roll" --size 914x7000
+  platen paper rename a.pmp --name "Long roll" --to "Roll 914"
+  platen paper remove a.pmp --name Card)";
 
 }  // namespace platen::help

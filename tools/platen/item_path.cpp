@@ -11,8 +11,8 @@ namespace {
 /// By the number of the type.
 constexpr std::array<std::wstring_view, 5> suffixes{L":bin", L":block", L":bool", L":str", L":num"};
 
-std::vector<const PiaItem*> childrenNamed(const PiaBlock& block, std::wstring_view name) {
-    std::vector<const PiaItem*> found;
+std::vector<PiaItem*> childrenNamed(const PiaBlock& block, std::wstring_view name) {
+    std::vector<PiaItem*> found;
     std::copy_if(block.items.begin(), block.items.end(), std::back_inserter(found),
                  [&](const PiaItem* item) { return item->name == name; });
     return found;
@@ -20,36 +20,48 @@ std::vector<const PiaItem*> childrenNamed(const PiaBlock& block, std::wstring_vi
 
 /// Every block of the tree is reached by one beginning of `path` at most, so that this takes no
 /// longer than the tree is large and goes no deeper than it is deep.
-std::vector<const PiaItem*> findLiterally(const PiaBlock& block, std::wstring_view path) {
-    std::vector<const PiaItem*> found = childrenNamed(block, path);
+ItemPlace findLiterally(PiaBlock& block, std::wstring_view path) {
+    ItemPlace place{&block, childrenNamed(block, path)};
     std::size_t end = path.rfind(L'/');
-    while (found.empty() && end != std::wstring_view::npos) {
-        const PiaItem* inner = block.findItem(path.substr(0, end), PiaItemType::Block);
+    while (place.items.empty() && end != std::wstring_view::npos) {
+        PiaItem* inner = block.findItem(path.substr(0, end), PiaItemType::Block);
         if (inner != nullptr) {
-            found = findLiterally(static_cast<const PiaBlock&>(*inner), path.substr(end + 1));
+            place = findLiterally(static_cast<PiaBlock&>(*inner), path.substr(end + 1));
         }
         end = end == 0 ? std::wstring_view::npos : path.rfind(L'/', end - 1);
     }
-    return found;
+    return place;
 }
 
 }  // namespace
 
 std::wstring_view typeSuffix(PiaItemType type) { return suffixes[static_cast<std::size_t>(type)]; }
 
-std::vector<const PiaItem*> findItems(const PiaBlock& root, std::wstring_view path) {
-    std::vector<const PiaItem*> found = findLiterally(root, path);
-    for (std::size_t type = 0; found.empty() && type < suffixes.size(); ++type) {
+std::optional<PiaItemType> takeTypeSuffix(std::wstring_view& path) {
+    for (std::size_t type = 0; type < suffixes.size(); ++type) {
         if (path.ends_with(suffixes[type])) {
             path.remove_suffix(suffixes[type].size());
-            found = findLiterally(root, path);
-            std::erase_if(found, [&](const PiaItem* item) {
-                return item->type != static_cast<PiaItemType>(type);
-            });
-            break;
+            return static_cast<PiaItemType>(type);
         }
     }
-    return found;
+    return std::nullopt;
+}
+
+ItemPlace findPlace(PiaBlock& root, std::wstring_view path) {
+    ItemPlace place = findLiterally(root, path);
+    if (!place.items.empty()) {
+        return place;
+    }
+    if (const std::optional<PiaItemType> type = takeTypeSuffix(path)) {
+        place = findLiterally(root, path);
+        std::erase_if(place.items, [&](const PiaItem* item) { return item->type != *type; });
+    }
+    return place;
+}
+
+std::vector<const PiaItem*> findItems(PiaBlock& root, std::wstring_view path) {
+    const ItemPlace place = findPlace(root, path);
+    return {place.items.begin(), place.items.end()};
 }
 
 }  // namespace platen

@@ -39,10 +39,10 @@ bool readBytes(const std::string& file, ut::ByteBuffer& bytes, const Console& co
 }  // namespace
 
 bool readSource(const std::string& file, Source& source, const Console& console) {
-    ut::ByteBuffer bytes;
-    if (!readBytes(file, bytes, console)) {
+    if (!readBytes(file, source.bytes, console)) {
         return false;
     }
+    const ut::ByteBuffer& bytes = source.bytes;
     if (source.input.openBytes(bytes.view())) {
         source.form =
             source.input.container().version == 2 ? SourceForm::Compressed : SourceForm::Json;

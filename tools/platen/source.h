@@ -1,10 +1,11 @@
-/// The input of `convert`: a plotter file of either version, or bare body text.
+/// The input of `convert` and `set`: a plotter file of either version, or bare body text.
 #pragma once
 
 #include <string>
 
 #include "pia.h"
 #include "tools/platen/console.h"
+#include "utcore.h"
 
 namespace platen {
 
@@ -13,6 +14,8 @@ enum class SourceForm { Compressed, Json, BodyText };
 struct Source {
     PiaInput input;
     SourceForm form = SourceForm::Compressed;
+    /// The file as it stands.
+    ut::ByteBuffer bytes;
 };
 
 /// Reads `file`. False after a message.

@@ -1,0 +1,20 @@
+/// What goes when a file is replaced.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "pia.h"
+#include "tools/platen/console.h"
+
+namespace platen {
+
+/// The paths of the items of the plotter file at `file` that `replacement` does not carry; none
+/// when there is no such file.
+std::vector<std::wstring> lostItems(const std::string& file, const PiaBlock& replacement);
+
+/// Lists them once the file was replaced. `Ok` when there are none.
+ExitCode warnOfLosses(const std::vector<std::wstring>& lost, const std::string& file,
+                      const Console& console);
+
+}  // namespace platen

@@ -1,0 +1,13 @@
+/// Numbers as people type them.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace platen {
+
+/// The number that is all of `text`: a sign, digits with a decimal point, an exponent. Empty for
+/// anything else, and for what is not finite.
+std::optional<double> wholeNumber(std::string_view text);
+
+}  // namespace platen
