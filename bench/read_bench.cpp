@@ -1,7 +1,6 @@
 /// Reading a plot style table, beside what zlib and a JSON parser need for the same content.
 
 #include <rapidjson/document.h>
-#include <zlib.h>
 
 #include <fstream>
 #include <memory>
@@ -10,34 +9,18 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench/bare_inflate.h"
 #include "bench/sample.h"
 #include "pia/json_writer.h"
 #include "utcore.h"
 
 namespace {
 
+using bench::BareInflate;
 using bench::Sample;
 using bench::Size;
 
-/// Inflates with nothing around it: no growing, no checks.
-class BareInflate {
-public:
-    explicit BareInflate(const Sample& sample)
-        : sample_(sample), target_(sample.body.size(), '\0') {}
-
-    bool run() {
-        auto length = static_cast<uLongf>(target_.size());
-        const std::string_view stream = sample_.stream();
-        return uncompress(reinterpret_cast<Bytef*>(target_.data()), &length,
-                          reinterpret_cast<const Bytef*>(stream.data()),
-                          static_cast<uLong>(stream.size())) == Z_OK;
-    }
-    const char* data() const { return target_.data(); }
-
-private:
-    const Sample& sample_;
-    std::string target_;
-};
+BareInflate inflateOf(const Sample& sample) { return {sample.stream(), sample.body.size()}; }
 
 /// The tree of the table as JSON without white space.
 std::string compactJson(const Sample& sample) {
@@ -69,7 +52,7 @@ PLATEN_BENCH(readTable);
 // --- What it is measured against ---
 
 void referenceInflate(benchmark::State& state, Size size) {
-    BareInflate inflate(bench::sample(size));
+    BareInflate inflate = inflateOf(bench::sample(size));
     for (auto _ : state) {
         if (!inflate.run()) {
             state.SkipWithError("the stream cannot be inflated");
@@ -82,7 +65,7 @@ void referenceInflate(benchmark::State& state, Size size) {
 PLATEN_BENCH(referenceInflate);
 
 void referenceInflateAndJson(benchmark::State& state, Size size) {
-    BareInflate inflate(bench::sample(size));
+    BareInflate inflate = inflateOf(bench::sample(size));
     const std::string json = compactJson(bench::sample(size));
     for (auto _ : state) {
         rapidjson::Document document;

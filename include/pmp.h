@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "oda.h"
@@ -209,9 +210,13 @@ public:
     /// Full path of the file last read or written; empty for a created document.
     OdString filePath;
 
-    /// Finds and reads a file; the caller owns the document. The name is tried as it is, then in
-    /// each folder and in its sub-folder "PMP". Null when it is not found or cannot be read, and
-    /// `report`, when given, says why.
+    /// The full path of a file: the name as it is, then its last component in each folder and in
+    /// the folder's sub-folder "PMP". Empty when it is in none, and `report`, when given, says
+    /// where it was looked for.
+    static std::wstring find(std::wstring_view name, const OdArray<OdString>& folders,
+                             PiaReport* report = nullptr);
+    /// Finds and reads a file; the caller owns the document. Null when it is not found or cannot be
+    /// read, and `report`, when given, says why.
     static PlotModelParam* read(const wchar_t* name, const OdArray<OdString>& folders,
                                 PiaReport* report = nullptr);
     /// A document for a configuration; the caller owns it. Its description is empty and its

@@ -1,6 +1,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -28,9 +29,17 @@ std::vector<std::wstring> candidatesOf(const OdArray<OdString>& folders) try {
     throw OdError(outOfMemory);
 }
 
-/// The full path of the file: as named, or by its last component in one of the folders. Empty, with
-/// the reason in `report`, when it is in none.
-std::wstring find(const std::wstring& name, const OdArray<OdString>& folders, PiaReport& report) {
+template <class Node>
+void unshare(std::shared_ptr<Node>& node) {
+    if (node) {
+        node = std::make_shared<Node>(*node);
+    }
+}
+
+}  // namespace
+
+std::wstring PlotModelParam::find(std::wstring_view name, const OdArray<OdString>& folders,
+                                  PiaReport* report) {
     if (ut::fileExists(name)) {
         return ut::fullPath(name);
     }
@@ -43,27 +52,20 @@ std::wstring find(const std::wstring& name, const OdArray<OdString>& folders, Pi
         }
         searched += (searched.empty() ? L" or in " : L", ") + candidate;
     }
-    report.fail({.code = PiaCode::FileUnreadable,
-                 .expected = L"a file of that name" + searched,
-                 .found = name});
+    if (report != nullptr) {
+        report->fail({.code = PiaCode::FileUnreadable,
+                      .expected = L"a file of that name" + searched,
+                      .found = std::wstring(name)});
+    }
     return {};
 }
-
-template <class Node>
-void unshare(std::shared_ptr<Node>& node) {
-    if (node) {
-        node = std::make_shared<Node>(*node);
-    }
-}
-
-}  // namespace
 
 PlotModelParam* PlotModelParam::read(const wchar_t* name, const OdArray<OdString>& folders,
                                      PiaReport* report) {
     PiaInput input;
     auto document = std::make_unique<PlotModelParam>();
     PiaReport search;
-    const std::wstring path = find(name == nullptr ? L"" : name, folders, search);
+    const std::wstring path = find(name == nullptr ? L"" : name, folders, &search);
     const bool done = !path.empty() && input.open(path.c_str()) && document->init(input);
     if (report != nullptr) {
         *report = std::move(path.empty() ? search : input.report());

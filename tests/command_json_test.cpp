@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/command_support.h"
+#include "tests/support/configurations.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -54,8 +55,8 @@ TEST_F(CommandJsonTest, KindsAreRecognisedByContent) {
     prepare({"convert", "@colours", "-o", "@colours.json"});
     prepare({"convert", "@colours", "-o", "@shared.stb"});
     prepare({"convert", "@shared.stb", "-o", "@shared.json"});
-    writeFile("configuration", "meta{\n}\nmedia{\n}\n", PiaKind::Pc3);
-    writeFile("model", "meta{\n}\nmod{\n}\nudm{\n}\n", PiaKind::Pc3);
+    writeFile("configuration", bareConfiguration, PiaKind::Pc3);
+    writeFile("model", bareParameters, PiaKind::Pc3);
     writeFile("misnamed", "meta{\n}\nmedia{\n}\n", PiaKind::Stb);
     writeFile("other", "x=1\n", PiaKind::Pc3);
     writeFile("empty", "", PiaKind::Ctb);
@@ -64,9 +65,9 @@ TEST_F(CommandJsonTest, KindsAreRecognisedByContent) {
         const char* kind;
         bool hasDocument;
     } cases[] = {
-        {"colours", "ctb", true},     {"colours.json", "ctb", true},   {"shared.stb", "stb", true},
-        {"shared.json", "stb", true}, {"configuration", "pc3", false}, {"model", "pmp", false},
-        {"misnamed", "pia", false},   {"other", "pia", false},         {"empty", "pia", false},
+        {"colours", "ctb", true},     {"colours.json", "ctb", true},  {"shared.stb", "stb", true},
+        {"shared.json", "stb", true}, {"configuration", "pc3", true}, {"model", "pmp", true},
+        {"misnamed", "pia", false},   {"other", "pia", false},        {"empty", "pia", false},
     };
     for (const auto& [file, kind, hasDocument] : cases) {
         const CommandResult result = run({"info", "--json", std::string("@") + file});

@@ -3,9 +3,12 @@
 
 #include "pia.h"
 #include "tools/platen/commands.h"
+#include "tools/platen/config_rules.h"
 #include "tools/platen/findings.h"
 #include "tools/platen/json_lines.h"
+#include "tools/platen/parameters_rules.h"
 #include "tools/platen/recognise.h"
+#include "tools/platen/source.h"
 #include "tools/platen/table_rules.h"
 #include "utcore.h"
 
@@ -24,11 +27,13 @@ void checkRewriting(const PiaBlock& root, FindingList& findings) {
     }
 }
 
-std::optional<FileKind> examine(PiaInput& input, bool opened, FindingList& findings) {
+std::optional<FileKind> examine(PiaInput& input, const std::wstring& path,
+                                const PiaReadOptions& reading, FindingList& findings) {
     std::optional<FileKind> kind;
     Content content;
+    const bool opened = input.root() != nullptr;
     if (opened) {
-        content = recognise(input);
+        content = readContent(input, path, reading);
         kind = content.kind;
     }
     findings.addWarnings(input.report());
@@ -38,7 +43,14 @@ std::optional<FileKind> examine(PiaInput& input, bool opened, FindingList& findi
     if (content.table) {
         checkTable(*content.table, input.container().kind, findings);
     }
+    if (content.config) {
+        checkConfig(input, content, findings);
+    }
+    if (content.parameters) {
+        checkParameters(input, *content.parameters, findings);
+    }
     if (opened) {
+        findings.locate(input);
         checkRewriting(*input.root(), findings);
     }
     return kind;
@@ -62,18 +74,20 @@ bool cannotBeRead(const PiaReport& report) {
     return report.failure() && report.failure()->code == PiaCode::FileUnreadable;
 }
 
-ExitCode checkFile(const std::string& file, bool json, const Console& console) {
+ExitCode checkFile(const std::string& file, const CheckOptions& options, const Console& console) {
+    const std::wstring path = ut::decodePath(file);
+    const PiaReadOptions reading = readingUpTo(options.maxBody);
     PiaInput input;
-    const bool opened = input.open(ut::decodePath(file).c_str());
+    static_cast<void>(input.open(path.c_str(), reading));
     FindingList findings;
-    const std::optional<FileKind> kind = examine(input, opened, findings);
-    if (json) {
+    const std::optional<FileKind> kind = examine(input, path, reading, findings);
+    if (options.json) {
         console.out << checkLine(file, kind, findings) << '\n';
     }
     if (cannotBeRead(input.report())) {
         return fail(console, file, input.report());
     }
-    if (!json) {
+    if (!options.json) {
         printFindings(file, kind, findings, console);
     }
     return findings.verdict();
@@ -84,7 +98,7 @@ ExitCode checkFile(const std::string& file, bool json, const Console& console) {
 ExitCode check(const CheckOptions& options, const Console& console) {
     ExitCode worst = ExitCode::Ok;
     for (const std::string& file : options.files) {
-        worst = worse(worst, checkFile(file, options.json, console));
+        worst = worse(worst, checkFile(file, options, console));
     }
     return worst;
 }

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdint>
 #include <new>
 #include <string>
 #include <vector>
@@ -27,6 +28,21 @@ CLI::Option* takeText(CLI::Option* option) {
             return std::string();
         },
         ""));
+}
+
+/// Every command that reads files of others takes it.
+void addMaxBody(CLI::App* command, std::uint64_t& bytes) {
+    command
+        ->add_option("--max-body", bytes,
+                     "Refuse files with more content than this (256MB), such as 1GB")
+        ->transform(CLI::AsSizeValue(false).description(""))
+        // It would be taken for a very large number.
+        ->transform(CLI::Validator(
+            [](std::string& size) {
+                return size.find('-') == std::string::npos ? "" : "a size cannot be negative";
+            },
+            ""))
+        ->type_name("BYTES");
 }
 
 class CommandLine {
@@ -103,6 +119,7 @@ private:
         info_ = add("info", "Say what files are and what they hold", help::info);
         takeText(info_->add_option("FILE", infoOptions_.files, "Files"))->required();
         info_->add_flag("--json", infoOptions_.json, "One JSON object a line");
+        addMaxBody(info_, infoOptions_.maxBody);
     }
 
     void addGet() {
@@ -110,12 +127,14 @@ private:
         takeText(get_->add_option("FILE", getOptions_.file, "File"))->required();
         takeText(get_->add_option("PATH", getOptions_.paths, "Items; all of them when left out"));
         get_->add_flag("--json", getOptions_.json, "Print JSON bodies");
+        addMaxBody(get_, getOptions_.maxBody);
     }
 
     void addCheck() {
         check_ = add("check", "Verify files and list every finding", help::check);
         takeText(check_->add_option("FILE", checkOptions_.files, "Files"))->required();
         check_->add_flag("--json", checkOptions_.json, "One JSON object a line");
+        addMaxBody(check_, checkOptions_.maxBody);
     }
 
     void addConvert() {
@@ -127,6 +146,7 @@ private:
         takeText(
             convert_->add_option("--prefix", convertOptions_.prefix,
                                  "Beginning of the names of styles made from colours (Style)"));
+        addMaxBody(convert_, convertOptions_.maxBody);
     }
 
     void addCreate() {

@@ -1,27 +1,35 @@
 /// The commands and what each can be told. File names and texts are UTF-8 as the caller gave them.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "pia.h"
 #include "tools/platen/console.h"
 
 namespace platen {
 
+/// Bytes of a body that a command reads; more is refused.
+inline constexpr std::uint64_t usualMaxBody = PiaLimits{}.bodyBytes;
+
 struct InfoOptions {
     std::vector<std::string> files;
     bool json = false;
+    std::uint64_t maxBody = usualMaxBody;
 };
 
 struct GetOptions {
     std::string file;
     std::vector<std::string> paths;
     bool json = false;
+    std::uint64_t maxBody = usualMaxBody;
 };
 
 struct CheckOptions {
     std::vector<std::string> files;
     bool json = false;
+    std::uint64_t maxBody = usualMaxBody;
 };
 
 struct ConvertOptions {
@@ -31,6 +39,7 @@ struct ConvertOptions {
     std::string to;
     /// Begins the names of the styles that a colour table is turned into; empty: "Style".
     std::string prefix;
+    std::uint64_t maxBody = usualMaxBody;
 };
 
 struct CreateOptions {

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "pia.h"
+#include "tools/platen/remedies.h"
 
 namespace platen {
 namespace {
@@ -20,7 +21,7 @@ void message(const Console& console, std::string_view file, std::string_view tex
 }
 
 std::string withRemedy(const PiaFinding& finding) {
-    return finding.describe() + "; " + piaCodeRemedy(finding.code);
+    return finding.describe() + "; " + remedyOf(finding.code);
 }
 
 void appendHex(std::string& text, unsigned char byte) {

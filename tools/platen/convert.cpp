@@ -169,7 +169,7 @@ ExitCode convert(const ConvertOptions& options, const Console& console) {
                     "or text");
     }
     Source source;
-    if (!readSource(options.in, source, console)) {
+    if (!readSource(options.in, source, console, readingUpTo(options.maxBody))) {
         return ExitCode::Error;
     }
     return convertSource(options, *target, source, console);

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "tools/platen/console.h"
+#include "tools/platen/item_lines.h"
+#include "tools/platen/remedies.h"
 #include "utcore.h"
 
 namespace platen {
@@ -31,7 +33,8 @@ std::string describe(const Finding& finding) {
         text += ", at " + excerpt(finding.path);
     }
     if (!finding.expected.empty()) {
-        text += ", expected " + excerpt(finding.expected);
+        // Of this program's making, such as all the folders that were searched.
+        text += ", expected " + ut::encodeUtf8(finding.expected);
     }
     if (!finding.found.empty()) {
         text += ", found \"" + excerpt(finding.found) + "\"";
@@ -50,8 +53,7 @@ void FindingList::add(Finding finding) {
 }
 
 void FindingList::add(const PiaFinding& finding, Severity severity) {
-    add({.rule = {piaCodeWord(finding.code), piaCodeMessage(finding.code),
-                  piaCodeRemedy(finding.code)},
+    add({.rule = {piaCodeWord(finding.code), piaCodeMessage(finding.code), remedyOf(finding.code)},
          .severity = severity,
          .offset = finding.offset,
          .line = finding.line,
@@ -65,6 +67,24 @@ void FindingList::addWarnings(const PiaReport& report) {
         add(finding, Severity::Warning);
     }
     omitted_ += report.warningCount() - report.warnings().size();
+}
+
+void FindingList::locate(const PiaInput& input) {
+    ItemLines lines;
+    const auto hasNoPlace = [](const Finding& finding) {
+        return !finding.line && !finding.offset && !finding.path.empty();
+    };
+    for (const Finding& finding : list_) {
+        if (hasNoPlace(finding)) {
+            lines.want(finding.path);
+        }
+    }
+    lines.find(input);
+    for (Finding& finding : list_) {
+        if (hasNoPlace(finding)) {
+            finding.line = lines.of(finding.path);
+        }
+    }
 }
 
 }  // namespace platen

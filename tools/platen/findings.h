@@ -50,6 +50,9 @@ public:
     void add(const PiaFinding& finding, Severity severity);
     /// The warnings of a reader or writer.
     void addWarnings(const PiaReport& report);
+    /// Gives the findings that have only a path the line of the body where it leads to, or as near
+    /// as it leads. Version-3 files have no lines.
+    void locate(const PiaInput& input);
 
     const std::vector<Finding>& list() const { return list_; }
     std::size_t omitted() const { return omitted_; }

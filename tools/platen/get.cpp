@@ -8,6 +8,7 @@
 #include "pia/json_writer.h"
 #include "tools/platen/commands.h"
 #include "tools/platen/item_path.h"
+#include "tools/platen/source.h"
 #include "utcore.h"
 
 namespace platen {
@@ -102,7 +103,7 @@ ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string&
 
 ExitCode get(const GetOptions& options, const Console& console) {
     PiaInput input;
-    if (!input.open(ut::decodePath(options.file).c_str())) {
+    if (!input.open(ut::decodePath(options.file).c_str(), readingUpTo(options.maxBody))) {
         return fail(console, options.file, input.report());
     }
     ExitCode worst = warn(console, options.file, input.report());

@@ -21,6 +21,7 @@ platen COMMAND --help says more.)";
 inline constexpr const char* info = R"(Examples:
   platen info pens.ctb                  a summary: container, settings, colours by equal styles
   platen info --json a.ctb b.stb        one JSON object a line, schema platen.info/1
+  platen info plotter.pc3               device, paper, resolution, PMP, custom papers, properties
   platen info --json pens.ctb | python3 -m json.tool)";
 
 inline constexpr const char* get =
@@ -40,6 +41,7 @@ the place and a remedy. Errors keep the file from being used (exit 2), warnings 
 
 Examples:
   platen check pens.ctb                 "pens.ctb: ok, ..." or the findings
+  platen check plotter.pc3              the PMP that it names is looked for, too
   platen check --json *.ctb             one JSON object a line, schema platen.check/1)";
 
 inline constexpr const char* convert =

@@ -1,11 +1,17 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "pia.h"
 #include "tools/platen/commands.h"
+#include "tools/platen/config_text.h"
 #include "tools/platen/json_lines.h"
+#include "tools/platen/lost_items.h"
+#include "tools/platen/parameters_text.h"
 #include "tools/platen/recognise.h"
+#include "tools/platen/source.h"
 #include "tools/platen/table_text.h"
 #include "utcore.h"
 
@@ -48,23 +54,70 @@ void describeFile(const std::string& file, const PiaInput& input, const Content&
         << "  container      " << containerInWords(input.container()) << '\n';
     if (content.table) {
         describeTable(*content.table, content.kind, out);
+    } else if (content.config) {
+        describeConfig(content, out);
+    } else if (content.parameters) {
+        describeParameters(*content.parameters, out);
     } else {
         out << "  holds          " << topLevelNames(*input.root()) << '\n';
     }
 }
 
-ExitCode infoOf(const std::string& file, bool json, const Console& console) {
+std::vector<LostItem> lostOf(const PiaInput& input, const Content& content) {
+    if (content.config) {
+        return lostItems(*input.root(), *content.config, input.report());
+    }
+    return content.parameters ? lostItems(*input.root(), *content.parameters, input.report())
+                              : std::vector<LostItem>();
+}
+
+ExitCode warnOfLost(const std::string& file, const std::vector<LostItem>& lost,
+                    const Console& console) {
+    constexpr std::size_t shown = 20;
+    for (std::size_t index = 0; index < std::min(lost.size(), shown); ++index) {
+        const std::string path = ut::encodeUtf8(lost[index].path);
+        warn(console, file,
+             lost[index].reason == LostItem::Reason::NotCarried
+                 ? path + " is no part of the document; a program that writes the document drops it"
+                 : path + " does not convert and the usual value is taken");
+    }
+    if (lost.size() > shown) {
+        warn(console, file, std::to_string(lost.size() - shown) + " more such items");
+    }
+    return lost.empty() ? ExitCode::Ok : ExitCode::Warnings;
+}
+
+/// Of the PMP that a configuration names.
+ExitCode warnOfPmp(const std::string& file, const Content& content, const Console& console) {
+    const PiaReport& report = content.pmpReport;
+    if (content.pmpPath.empty()) {
+        return report.failure()
+                   ? warn(console, file, "the PMP is missing: " + report.failure()->describe())
+                   : ExitCode::Ok;
+    }
+    const std::string pmp = ut::encodePath(content.pmpPath);
+    const ExitCode warned = warn(console, pmp, report);
+    return report.failure()
+               ? warn(console, file, pmp + " cannot be used: " + report.failure()->describe())
+               : warned;
+}
+
+ExitCode infoOf(const std::string& file, const InfoOptions& options, const Console& console) {
+    const std::wstring path = ut::decodePath(file);
+    const PiaReadOptions reading = readingUpTo(options.maxBody);
     PiaInput input;
-    if (!input.open(ut::decodePath(file).c_str())) {
+    if (!input.open(path.c_str(), reading)) {
         return fail(console, file, input.report());
     }
-    const Content content = recognise(input);
-    if (json) {
+    const Content content = readContent(input, path, reading);
+    if (options.json) {
         console.out << infoLine(file, input.container(), content) << '\n';
     } else {
         describeFile(file, input, content, console.out);
     }
-    const ExitCode warned = warn(console, file, input.report());
+    ExitCode warned = warn(console, file, input.report());
+    warned = worse(warned, warnOfPmp(file, content, console));
+    warned = worse(warned, warnOfLost(file, lostOf(input, content), console));
     if (content.rejected) {
         return fail(console, file, input.report());
     }
@@ -76,7 +129,7 @@ ExitCode infoOf(const std::string& file, bool json, const Console& console) {
 ExitCode info(const InfoOptions& options, const Console& console) {
     ExitCode worst = ExitCode::Ok;
     for (const std::string& file : options.files) {
-        worst = worse(worst, infoOf(file, options.json, console));
+        worst = worse(worst, infoOf(file, options, console));
     }
     return worst;
 }

@@ -5,8 +5,10 @@
 #include <string_view>
 #include <vector>
 
+#include "plotcfg/document_keys.h"
 #include "plotstyle/style_keys.h"
 #include "plotstyle/table_keys.h"
+#include "pmp/pmp_keys.h"
 #include "utcore.h"
 
 namespace platen {
@@ -58,7 +60,15 @@ public:
     void end() override { objects_.pop_back(); }
 
 private:
-    Json& at(std::wstring_view key) { return (*objects_.back())[ut::encodeUtf8(key)]; }
+    /// The keys of a node are different: looking for each of them among the entries of a long list
+    /// would take most of the time.
+    Json& at(std::wstring_view key) {
+        Json& object = *objects_.back();
+        if (object.is_null()) {
+            object = Json::object();
+        }
+        return object.get_ref<Json::object_t&>().emplace_back(ut::encodeUtf8(key), Json()).second;
+    }
 
     /// The object itself and the blocks that are open in it. No member is added to an object while
     /// one in it is open, so that it stays in its place.
@@ -103,6 +113,31 @@ Json tableJson(const CPlotStyleTable& table) {
     return json;
 }
 
+Json configJson(const CPlotCfg3& config) {
+    Json json;
+    addKeys(json, config);
+    const BuiltInPlotDevice* device = config.builtInDevice();
+    const PlotModelParam* pmp = config.pmp();
+    json["built_in_device"] =
+        device != nullptr ? Json(ut::encodeUtf8(device->name.text())) : Json();
+    json["pmp"] = pmp != nullptr ? Json(ut::encodePath(pmp->filePath.text())) : Json();
+    return json;
+}
+
+Json documentJson(const Content& content) {
+    if (content.table) {
+        return tableJson(*content.table);
+    }
+    if (content.config) {
+        return configJson(*content.config);
+    }
+    Json json;
+    if (content.parameters) {
+        addKeys(json, *content.parameters);
+    }
+    return json;
+}
+
 Json findingJson(const Finding& finding) {
     Json json;
     json["code"] = finding.rule.word;
@@ -126,7 +161,7 @@ std::string infoLine(const std::string& file, const PiaContainer& container,
     json["file"] = file;
     json["kind"] = kindWord(content.kind);
     json["container"] = containerJson(container);
-    json["document"] = content.table ? tableJson(*content.table) : Json();
+    json["document"] = documentJson(content);
     return dump(json);
 }
 

@@ -5,8 +5,11 @@
 #include <cstddef>
 #include <initializer_list>
 #include <string_view>
+#include <utility>
 
+#include "oda.h"
 #include "plotstyle/table_keys.h"
+#include "utcore.h"
 
 namespace platen {
 namespace {
@@ -58,6 +61,30 @@ FileKind configurationKind(const PiaInput& input) {
     return FileKind::Pia;
 }
 
+/// Reads the PMP that the configuration names, as the library does for programs that plot.
+void readNamedPmp(const std::wstring& file, const PiaReadOptions& options, Content& content) {
+    CPlotCfg3& config = *content.config;
+    const std::wstring name = config.meta.userDefinedModelPathname;
+    if (name.empty()) {
+        return;
+    }
+    OdArray<OdString> folders;
+    folders.append(OdString(std::wstring(ut::folderOf(ut::fullPath(file)))));
+    folders.append(OdString(ut::getSetting(L"PlotCfgPath")));
+    content.pmpPath = PlotModelParam::find(name, folders, &content.pmpReport);
+    if (content.pmpPath.empty()) {
+        return;
+    }
+    PiaInput input;
+    auto pmp = std::make_unique<PlotModelParam>();
+    if (input.open(content.pmpPath.c_str(), options) && pmp->init(input)) {
+        pmp->filePath = OdString(content.pmpPath);
+        config.attachPMP(pmp.release());
+        config.meta.userDefinedModelPathname = name;
+    }
+    content.pmpReport = std::move(input.report());
+}
+
 }  // namespace
 
 const char* kindWord(FileKind kind) { return kinds[static_cast<std::size_t>(kind)].word; }
@@ -80,6 +107,25 @@ Content recognise(PiaInput& input) {
         content.table = std::move(table);
     }
     content.kind = tableKind(input, content.table.get());
+    return content;
+}
+
+Content readContent(PiaInput& input, const std::wstring& file, const PiaReadOptions& options) {
+    Content content = recognise(input);
+    if (content.kind == FileKind::Pc3) {
+        bool printerChanged = false;
+        content.config = CPlotCfg3::fromInput(input, printerChanged);
+        content.rejected = !content.config;
+        if (content.config) {
+            readNamedPmp(file, options, content);
+        }
+    } else if (content.kind == FileKind::Pmp) {
+        auto parameters = std::make_unique<PlotModelParam>();
+        content.rejected = !parameters->init(input);
+        if (!content.rejected) {
+            content.parameters = std::move(parameters);
+        }
+    }
     return content;
 }
 

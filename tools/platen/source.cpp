@@ -1,5 +1,6 @@
 #include "tools/platen/source.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -22,10 +23,10 @@ bool mayBeBodyText(std::string_view bytes) {
     return !bytes.starts_with(header) && (first == std::string_view::npos || text[first] != '{');
 }
 
-bool readBytes(const std::string& file, ut::ByteBuffer& bytes, const Console& console) {
+bool readBytes(const std::string& file, std::uint64_t limit, ut::ByteBuffer& bytes,
+               const Console& console) {
     bool tooLarge = false;
-    const ut::SystemError error =
-        ut::readFile(ut::decodePath(file), PiaLimits{}.bodyBytes, bytes, tooLarge);
+    const ut::SystemError error = ut::readFile(ut::decodePath(file), limit, bytes, tooLarge);
     if (!error && !tooLarge) {
         return true;
     }
@@ -38,19 +39,30 @@ bool readBytes(const std::string& file, ut::ByteBuffer& bytes, const Console& co
 
 }  // namespace
 
-bool readSource(const std::string& file, Source& source, const Console& console) {
-    if (!readBytes(file, source.bytes, console)) {
+PiaReadOptions readingUpTo(std::uint64_t bodyBytes) {
+    constexpr PiaLimits usual;
+    constexpr std::uint64_t bytesPerItem = usual.bodyBytes / usual.items;
+    PiaReadOptions options;
+    options.limits.bodyBytes = bodyBytes;
+    options.limits.items =
+        std::max(usual.items, static_cast<std::size_t>(bodyBytes / bytesPerItem));
+    return options;
+}
+
+bool readSource(const std::string& file, Source& source, const Console& console,
+                const PiaReadOptions& options) {
+    if (!readBytes(file, options.limits.bodyBytes, source.bytes, console)) {
         return false;
     }
     const ut::ByteBuffer& bytes = source.bytes;
-    if (source.input.openBytes(bytes.view())) {
+    if (source.input.openBytes(bytes.view(), options)) {
         source.form =
             source.input.container().version == 2 ? SourceForm::Compressed : SourceForm::Json;
         return true;
     }
     if (mayBeBodyText(bytes.view())) {
         source.form = SourceForm::BodyText;
-        if (source.input.openBody(withoutMark(bytes.view()))) {
+        if (source.input.openBody(withoutMark(bytes.view()), options)) {
             return true;
         }
         fail(console, file,

@@ -4,25 +4,13 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <iomanip>
 #include <ostream>
-#include <string_view>
 #include <utility>
 
-#include "tools/platen/console.h"
-#include "utcore.h"
+#include "tools/platen/words.h"
 
 namespace platen {
 namespace {
-
-std::string number(double value) {
-    std::array<char, 32> digits{};
-    const std::to_chars_result end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    return {digits.data(), end.ptr};
-}
-
-std::string text(std::wstring_view wide) { return printable(ut::encodeUtf8(wide)); }
 
 std::string hexadecimal(std::uint32_t value) {
     std::array<char, 8> digits{};
@@ -77,11 +65,6 @@ std::string lineWeights(const CCustomLineweightTable& weights) {
     }
     return (differs ? list : number(standard[0]) + " to " + number(standard[26]) + ", standard") +
            " (mm)";
-}
-
-void line(std::ostream& out, std::string_view label, std::string_view words) {
-    constexpr int labelWidth = 15;
-    out << "  " << std::left << std::setw(labelWidth) << label << words << '\n';
 }
 
 void describeColours(const CPlotStyleTable& table, std::ostream& out) {

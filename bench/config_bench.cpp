@@ -1,0 +1,125 @@
+/// Reading a plot configuration with the custom papers of its PMP, beside what the system and zlib
+/// need for the two files.
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "bench/bare_inflate.h"
+#include "bench/sample.h"
+#include "pia/container.h"
+#include "plotcfg.h"
+
+namespace {
+
+using bench::BareInflate;
+
+std::vector<CustomPaperSize> papersOf(int count) {
+    std::vector<CustomPaperSize> papers;
+    for (int number = 0; number < count; ++number) {
+        CustomPaperSize& paper = papers.emplace_back();
+        paper.source = 1;
+        paper.localName = L"Roll " + std::to_wstring(number);
+        paper.globalName = paper.localName;
+        paper.units = number % 3 == 0 ? OdDbPlotSettings::kInches : OdDbPlotSettings::kMillimeters;
+        paper.width = 200 + number % 700;
+        paper.height = 300 + number;
+        paper.left = paper.right = paper.bottom = paper.top = 5;
+    }
+    return papers;
+}
+
+/// One file as the reference reads it.
+struct File {
+    explicit File(std::filesystem::path file) : path(std::move(file)) {
+        PiaInput input;
+        if (!input.open(path.wstring().c_str())) {
+            throw std::runtime_error("a file of a configuration cannot be read");
+        }
+        bodySize = input.body().size();
+        bytes.resize(std::filesystem::file_size(path));
+    }
+
+    bool read() {
+        std::ifstream file(path, std::ios::binary);
+        return !!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+    std::string_view stream() const { return std::string_view(bytes).substr(pia_header::size); }
+
+    std::filesystem::path path;
+    std::string bytes;
+    std::size_t bodySize = 0;
+};
+
+/// A configuration of the PDF device and its PMP, which lies beside it.
+class Files {
+public:
+    explicit Files(int count) : folder_(bench::folder / ("papers" + std::to_string(count))) {
+        std::filesystem::create_directory(folder_);
+        const std::unique_ptr<CPlotCfg3> config(CPlotCfg3::create(BuiltInPlotDevice::pdfName));
+        config->setCustomPaperSizes(papersOf(count));
+        if (!config->write(configPath().wstring().c_str()) || !std::filesystem::exists(pmpPath())) {
+            throw std::runtime_error("a configuration cannot be written");
+        }
+    }
+
+    std::wstring name() const { return configPath().wstring(); }
+    File config() const { return File(configPath()); }
+    File pmp() const { return File(pmpPath()); }
+
+private:
+    std::filesystem::path configPath() const { return folder_ / "plot.pc3"; }
+    std::filesystem::path pmpPath() const { return folder_ / "plot.pmp"; }
+
+    std::filesystem::path folder_;
+};
+
+const Files& filesOf(int count) {
+    static std::map<int, Files> made;
+    return made.try_emplace(count, count).first->second;
+}
+
+void readConfig(benchmark::State& state, int count) {
+    const std::wstring name = filesOf(count).name();
+    for (auto _ : state) {
+        bool printerChanged = false;
+        const std::unique_ptr<CPlotCfg3> config(CPlotCfg3::read(name.c_str(), printerChanged));
+        if (!config || config->pmp() == nullptr || !config->pmp()->udm.media) {
+            state.SkipWithError("the configuration or its PMP cannot be read");
+            break;
+        }
+        benchmark::DoNotOptimize(config->pmp()->udm.media->size.papers.size());
+    }
+    state.counters["papers"] = count;
+}
+
+void referenceOpenAndInflate(benchmark::State& state, int count) {
+    File config = filesOf(count).config();
+    File pmp = filesOf(count).pmp();
+    BareInflate configInflate(config.stream(), config.bodySize);
+    BareInflate pmpInflate(pmp.stream(), pmp.bodySize);
+    for (auto _ : state) {
+        if (!config.read() || !pmp.read() || !configInflate.run() || !pmpInflate.run()) {
+            state.SkipWithError("a file cannot be read or inflated");
+            break;
+        }
+        benchmark::DoNotOptimize(configInflate.data());
+        benchmark::DoNotOptimize(pmpInflate.data());
+    }
+    state.counters["body_bytes"] = static_cast<double>(config.bodySize + pmp.bodySize);
+}
+
+#define PLATEN_CONFIG_BENCH(function)                                            \
+    BENCHMARK_CAPTURE(function, papers_100, 100)->Unit(benchmark::kMicrosecond); \
+    BENCHMARK_CAPTURE(function, papers_500, 500)->Unit(benchmark::kMicrosecond); \
+    BENCHMARK_CAPTURE(function, papers_10000, 10000)->Unit(benchmark::kMillisecond)
+PLATEN_CONFIG_BENCH(readConfig);
+PLATEN_CONFIG_BENCH(referenceOpenAndInflate);
+
+}  // namespace

@@ -1,0 +1,22 @@
+/// What to do about a finding, in terms of this command.
+#pragma once
+
+#include "pia.h"
+
+namespace platen {
+
+/// The library's remedy, but for its limits: here they are an option, or fixed.
+inline const char* remedyOf(PiaCode code) {
+    switch (code) {
+        case PiaCode::FileTooLarge:
+        case PiaCode::BodyTooLarge:
+        case PiaCode::TooManyItems:
+            return "if the file is trusted, allow more with --max-body, such as --max-body 1GB";
+        case PiaCode::TooDeep:
+            return "get the file again from its source; no plotter document nests blocks so deeply";
+        default:
+            return piaCodeRemedy(code);
+    }
+}
+
+}  // namespace platen
