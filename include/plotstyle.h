@@ -23,8 +23,9 @@ class COBinStream;
 }  // namespace ut
 
 namespace plot_style {
+class StyleMemory;
 class StyleTaker;
-}
+}  // namespace plot_style
 
 /// One plot style: the pen settings that a plotter applies to objects that use the style.
 ///
@@ -125,6 +126,14 @@ private:
     std::int32_t endStyle_ = 4;
     std::int32_t joinStyle_ = 5;
 };
+
+namespace plot_style {
+/// Destroys a style whose memory is its table's.
+struct StyleDestroyer {
+    void operator()(CPlotStyle* style) const { style->~CPlotStyle(); }
+};
+using StylePtr = std::unique_ptr<CPlotStyle, StyleDestroyer>;
+}  // namespace plot_style
 
 /// The line weights that the styles of a table choose from, in millimetres.
 class PLATEN_API CCustomLineweightTable {
@@ -253,6 +262,7 @@ private:
     bool initAciByPosition(PiaReport& report);
     bool initCLW(const PiaBlock& block, PiaReport& report);
 
+    plot_style::StyleMemory& styleMemory();
     void swap(CPlotStyleTable& other) noexcept;
     /// Like the public one, but passes over the style at `except`.
     int findLocName(std::wstring_view name, std::size_t except) const;
@@ -267,7 +277,9 @@ private:
     bool aciMayBeWritten_ = true;
     bool usesAci_ = false;
     bool aciAvailable_ = false;
-    std::vector<std::unique_ptr<CPlotStyle>> styles_;
+    /// Outlives the styles; made with the first.
+    std::unique_ptr<plot_style::StyleMemory> styleMemory_;
+    std::vector<plot_style::StylePtr> styles_;
     std::unique_ptr<CAciTable> aci_;
 };
 

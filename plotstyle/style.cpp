@@ -23,9 +23,7 @@ void CPlotStyle::setGrayScale(bool grayScale) {
     colorPolicy_ = withBit(colorPolicy_, grayScaleBit, grayScale);
 }
 
-bool CPlotStyle::init(const PiaBlock& block) {
-    return node_keys::read(block, *this);
-}
+bool CPlotStyle::init(const PiaBlock& block) { return node_keys::read(block, *this); }
 
 bool CPlotStyle::write(PiaBlock& parent, int index, bool writeModeColor) const {
     return writeTo(parent, index, writeModeColor);

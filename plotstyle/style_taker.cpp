@@ -9,14 +9,14 @@ void StyleTaker::take(const PiaBlock& entry) {
         return;
     }
     const PiaPath list{.parent = nullptr, .name = this->list().text()};
-    auto style = std::make_unique_for_overwrite<CPlotStyle>();
+    StylePtr style = memory_.make();
     if (NodeCodec<CPlotStyle>::read(entry, *style, {.parent = &list, .name = entry.name.view()},
                                     why_, keyPlaces_)) {
         styles_.push_back(std::move(style));
     }
 }
 
-std::unique_ptr<CPlotStyle> StyleTaker::next(PiaReport& report) {
+StylePtr StyleTaker::next(PiaReport& report) {
     if (given_ == styles_.size()) {
         report.fail(*why_.failure());
         return nullptr;

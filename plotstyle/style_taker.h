@@ -1,28 +1,31 @@
 /// Takes the styles of a table as its file is read.
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "pia/entry_taker.h"
 #include "plotstyle/style_keys.h"
+#include "plotstyle/style_memory.h"
 #include "plotstyle/table_keys.h"
 
 namespace plot_style {
 
 class StyleTaker final : public PiaEntryTaker {
 public:
-    StyleTaker() : PiaEntryTaker(PlotStyleTableKeys::styles) {}
+    /// The styles are made in `memory`.
+    explicit StyleTaker(StyleMemory& memory)
+        : PiaEntryTaker(PlotStyleTableKeys::styles), memory_(memory) {}
 
     /// What follows a style that cannot be read is not looked at: the table is of no use.
     void take(const PiaBlock& entry) override;
 
     /// The style of the next block of the list; null when it cannot be read, which `report` then
     /// says.
-    std::unique_ptr<CPlotStyle> next(PiaReport& report);
+    StylePtr next(PiaReport& report);
 
 private:
-    std::vector<std::unique_ptr<CPlotStyle>> styles_;
+    StyleMemory& memory_;
+    std::vector<StylePtr> styles_;
     std::size_t given_ = 0;
     NodeCodec<CPlotStyle>::Places keyPlaces_;
     /// Why the style after those could not be read.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "plotstyle.h"
+#include "plotstyle/style_memory.h"
 #include "plotstyle/wx_text.h"
 #include "utcore.h"
 
@@ -29,7 +30,7 @@ CPlotStyleTable::CPlotStyleTable(const CPlotStyleTable& other)
       aciAvailable_(other.aciAvailable_) {
     styles_.reserve(other.styles_.size());
     for (const auto& style : other.styles_) {
-        styles_.push_back(std::make_unique<CPlotStyle>(*style));
+        styles_.push_back(styleMemory().make(*style));
     }
     if (!other.aci_) {
         return;
@@ -61,6 +62,13 @@ CPlotStyleTable& CPlotStyleTable::operator=(CPlotStyleTable&& other) noexcept {
     return *this;
 }
 
+plot_style::StyleMemory& CPlotStyleTable::styleMemory() {
+    if (!styleMemory_) {
+        styleMemory_ = std::make_unique<plot_style::StyleMemory>();
+    }
+    return *styleMemory_;
+}
+
 void CPlotStyleTable::swap(CPlotStyleTable& other) noexcept {
     std::swap(description_, other.description_);
     std::swap(scaleFactor_, other.scaleFactor_);
@@ -70,6 +78,7 @@ void CPlotStyleTable::swap(CPlotStyleTable& other) noexcept {
     std::swap(aciMayBeWritten_, other.aciMayBeWritten_);
     std::swap(usesAci_, other.usesAci_);
     std::swap(aciAvailable_, other.aciAvailable_);
+    std::swap(styleMemory_, other.styleMemory_);
     std::swap(styles_, other.styles_);
     std::swap(aci_, other.aci_);
 }
@@ -149,7 +158,7 @@ bool CPlotStyleTable::addStyle(const wchar_t* name, int after, const CPlotStyle*
 
 CPlotStyle* CPlotStyleTable::insertStyle(const wchar_t* name, std::size_t position,
                                          const CPlotStyle& model) {
-    auto added = std::make_unique<CPlotStyle>(model);
+    plot_style::StylePtr added = styleMemory().make(model);
     added->updateName(name);
     const auto place = styles_.begin() + static_cast<std::ptrdiff_t>(position);
     return styles_.insert(place, std::move(added))->get();

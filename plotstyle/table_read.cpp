@@ -80,7 +80,7 @@ const PiaBlock* findBlock(const PiaBlock& root, PiaKey key) {
 CPlotStyleTable* CPlotStyleTable::read(const wchar_t* path, PiaReport* report) {
     PiaInput input;
     auto table = std::make_unique<CPlotStyleTable>();
-    plot_style::StyleTaker styles;
+    plot_style::StyleTaker styles(table->styleMemory());
     const bool done =
         input.open(path, {}, &styles) && table->initFrom(*input.root(), styles, input.report());
     if (report != nullptr) {
@@ -95,7 +95,7 @@ bool CPlotStyleTable::init(PiaInput& input) {
         return fail(input.report(), PiaCode::FileUnreadable, {}, L"an open file", {});
     }
     CPlotStyleTable fresh;
-    plot_style::StyleTaker styles;
+    plot_style::StyleTaker styles(fresh.styleMemory());
     styles.takeAll(*root);
     if (!fresh.initFrom(*root, styles, input.report())) {
         return false;
