@@ -52,7 +52,8 @@ public:
     /// begins its name.
     void initFromPmp(const UdmNode& udm, std::size_t index);
     /// Adds the paper to the PMP's papers: a size entry and the description entry that it names,
-    /// both with names of their own, in millimetres (pixels stay pixels). `udm.media` must exist.
+    /// both with names of their own, in millimetres (pixels stay pixels). Makes `udm.media` when
+    /// there is none.
     void writeToPmp(UdmNode& udm) const;
 
     /// Lengths are equal within 1e-10, names exactly.
@@ -147,8 +148,8 @@ public:
     bool setBounds(const wxPrinterDC* dc);
     /// Turns the paper by a quarter.
     void swapBounds();
-    /// Fills size name, media bounds, printable bounds and area and the actual printable bounds from
-    /// a paper: millimetres, or pixels as they are (then the dimensional flag is false). The
+    /// Fills size name, media bounds, printable bounds and area and the actual printable bounds
+    /// from a paper: millimetres, or pixels as they are (then the dimensional flag is false). The
     /// printable bounds are the paper without its margins. The name is the global one of a custom
     /// paper, the canonical one of a built-in paper. True when it changed.
     bool applyPaper(const CustomPaperSize& paper);
@@ -288,12 +289,13 @@ public:
     Type type = Pdf;
     OdString name;
     OdString extension;
-    /// In the language that the user had when the devices were first asked for.
+    /// In the language that the user had when the library was loaded.
     OdString description;
     /// Stored as the "canonical_model_name" of configurations.
     OdString modelName;
 
-    static const std::vector<BuiltInPlotDevice>& devices();
+    /// The five devices in the order of `Type`. Made when the library is loaded, never changed.
+    static const std::vector<BuiltInPlotDevice> s_cBuiltInPlotDevices;
     /// The entry of that name, ignoring case, or null. It lives as long as the library.
     static const BuiltInPlotDevice* getByName(const OdString& name);
     static const BuiltInPlotDevice* getByModelName(const OdString& modelName);
@@ -357,9 +359,9 @@ public:
     /// a null path or a failed write.
     bool write(const wchar_t* path, PiaReport* report = nullptr);
     bool writeToBlock(PiaBlock& root) const;
-    /// Where `write` to `path` puts a PMP that has no file of its own yet: in the folder "PMP" beside
-    /// `path` when there is one, otherwise beside `path`; named as the PMP or, without a name, as
-    /// `path`. Empty without a PMP.
+    /// Where `write` to `path` puts a PMP that has no file of its own yet: in the folder "PMP"
+    /// beside `path` when there is one, otherwise beside `path`; named as the PMP or, without a
+    /// name, as `path`. Empty without a PMP.
     std::wstring placeForPmp(std::wstring_view path) const;
     /// Takes the printer's own defaults; true when that changed anything.
     bool setToDefault();

@@ -135,6 +135,9 @@ inline wchar_t toLower(wchar_t character) {
 [[nodiscard]] PLATEN_API bool scanDouble(std::wstring_view text, double& value);
 /// The same for ASCII.
 [[nodiscard]] PLATEN_API bool scanDouble(std::string_view text, double& value);
+/// The same as "%f": the nearest single-precision number, which that of the nearest double need not
+/// be.
+[[nodiscard]] PLATEN_API bool scanFloat(std::wstring_view text, float& value);
 /// Fixed notation with `precision` digits after the point (6 when negative).
 PLATEN_API std::wstring formatFixed(double value, int precision);
 /// The same as ASCII.

@@ -43,7 +43,7 @@ std::vector<BuiltInPlotDevice> makeDevices() {
 }
 
 const BuiltInPlotDevice* find(OdString BuiltInPlotDevice::*member, const OdString& text) {
-    const auto& devices = BuiltInPlotDevice::devices();
+    const auto& devices = BuiltInPlotDevice::s_cBuiltInPlotDevices;
     const auto found = std::find_if(devices.begin(), devices.end(), [&](const auto& device) {
         return (device.*member).equalsNoCase(text);
     });
@@ -52,10 +52,7 @@ const BuiltInPlotDevice* find(OdString BuiltInPlotDevice::*member, const OdStrin
 
 }  // namespace
 
-const std::vector<BuiltInPlotDevice>& BuiltInPlotDevice::devices() {
-    static const std::vector<BuiltInPlotDevice> all = makeDevices();
-    return all;
-}
+const std::vector<BuiltInPlotDevice> BuiltInPlotDevice::s_cBuiltInPlotDevices = makeDevices();
 
 const BuiltInPlotDevice* BuiltInPlotDevice::getByName(const OdString& name) {
     return find(&BuiltInPlotDevice::name, name);
@@ -71,7 +68,7 @@ void CPlotCfg3::checkIfBuiltInDevice() {
     if (builtInDevice_ == nullptr && custom && custom->get(isPdf, plot_config::pdfExport) &&
         isPdf) {
         // Made for another PDF driver, but marked as plotting to PDF all the same.
-        builtInDevice_ = &BuiltInPlotDevice::devices().front();
+        builtInDevice_ = &BuiltInPlotDevice::s_cBuiltInPlotDevices.front();
     }
 }
 

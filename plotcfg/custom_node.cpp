@@ -74,20 +74,20 @@ bool NodeCodec<CCustomNode>::read(const PiaBlock& block, CCustomNode& node, cons
         }
         const std::wstring name = static_cast<const PiaStr&>(first).value.str();
         switch (second.type) {
-        case PiaItemType::Block:
-            return fail(L"a value that is no block");
-        case PiaItemType::Bool:
-            fresh.bools_[name] = static_cast<const PiaBool&>(second).value;
-            break;
-        case PiaItemType::Str:
-            fresh.strings_[name] = static_cast<const PiaStr&>(second).value.str();
-            break;
-        case PiaItemType::Num:
-            fresh.numbers_[name] = static_cast<const PiaNum&>(second).value.str();
-            break;
-        case PiaItemType::Bin:
-            fresh.binaries_[name] = static_cast<const PiaBin&>(second).value.str();
-            break;
+            case PiaItemType::Block:
+                return fail(L"a value that is no block");
+            case PiaItemType::Bool:
+                fresh.bools_[name] = static_cast<const PiaBool&>(second).value;
+                break;
+            case PiaItemType::Str:
+                fresh.strings_[name] = static_cast<const PiaStr&>(second).value.str();
+                break;
+            case PiaItemType::Num:
+                fresh.numbers_[name] = static_cast<const PiaNum&>(second).value.str();
+                break;
+            case PiaItemType::Bin:
+                fresh.binaries_[name] = static_cast<const PiaBin&>(second).value.str();
+                break;
         }
     }
     node = std::move(fresh);
@@ -179,11 +179,11 @@ bool CCustomNode::get(unsigned long& value, const wchar_t* name) const {
 
 bool CCustomNode::get(double& value, const wchar_t* name) const {
     const std::wstring* text = lookUp(numbers_, name);
-    double number = 0;
-    if (text == nullptr || !ut::scanDouble(*text, number)) {
+    float number = 0;
+    if (text == nullptr || !ut::scanFloat(*text, number)) {
         return false;
     }
-    value = static_cast<float>(number);
+    value = number;
     return true;
 }
 

@@ -119,6 +119,9 @@ void CustomPaperSize::initFromPmp(const UdmNode& udm, std::size_t index) {
 }
 
 void CustomPaperSize::writeToPmp(UdmNode& udm) const {
+    if (!udm.media) {
+        udm.media = std::make_shared<UdmNode::MediaNode>();
+    }
     plot_config::PmpPaper entries = plot_config::toPmp(*this);
     udm.media->description.papers.push_back(std::move(entries.description));
     udm.media->description.makeLastNameUnique();

@@ -27,7 +27,7 @@ std::string lower(std::wstring_view text) {
 }
 
 TEST_F(CommandCreateTest, EveryDeviceAndPaperIsFoundByItsNames) {
-    for (const BuiltInPlotDevice& device : BuiltInPlotDevice::devices()) {
+    for (const BuiltInPlotDevice& device : BuiltInPlotDevice::s_cBuiltInPlotDevices) {
         const std::string name = lower(device.name.text());
         const std::string file = '@' + name;
         prepare({"create", "pc3", "--device", name, "-o", file});

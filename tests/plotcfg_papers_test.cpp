@@ -36,10 +36,10 @@ TEST(BuiltInDevices, AreFoundWithoutRegardToCase) {
         {L"Print As JPG", L"jpg", L"jFIF", L"Built-in direct output to JPG"},
         {L"Print as Tif", L"tif", L"TiffComp", L"Built-in direct output to TIF"},
     };
-    ASSERT_EQ(BuiltInPlotDevice::devices().size(), std::size(devices));
+    ASSERT_EQ(BuiltInPlotDevice::s_cBuiltInPlotDevices.size(), std::size(devices));
     for (std::size_t type = 0; type < std::size(devices); ++type) {
         const BuiltInPlotDevice* device = BuiltInPlotDevice::getByName(devices[type].name);
-        ASSERT_EQ(device, &BuiltInPlotDevice::devices()[type]);
+        ASSERT_EQ(device, &BuiltInPlotDevice::s_cBuiltInPlotDevices[type]);
         EXPECT_EQ(BuiltInPlotDevice::getByModelName(devices[type].modelName), device);
         EXPECT_EQ(device->type, static_cast<BuiltInPlotDevice::Type>(type));
         EXPECT_EQ(device->extension, OdString(devices[type].extension));
@@ -115,7 +115,7 @@ TEST(BuiltInDevices, ConfigurationsHoldTheirDefaults) {
 TEST(BuiltInDevices, EveryPaperSurvivesItsFile) {
     const TemporaryFolder folder;
     const std::wstring path = folder.wide("a.pc3");
-    for (const BuiltInPlotDevice& device : BuiltInPlotDevice::devices()) {
+    for (const BuiltInPlotDevice& device : BuiltInPlotDevice::s_cBuiltInPlotDevices) {
         const bool pdf = device.type == BuiltInPlotDevice::Pdf;
         const wut::PaperSizeInfo* papers = pdf ? wut::cPdfPapers : wut::cImagePapers;
         const std::size_t count = pdf ? wut::cPdfPapersCount : wut::cImagePapersCount;

@@ -234,6 +234,19 @@ TEST(PmpDocument, Margins) {
     }
 }
 
+TEST(PmpDocument, ListsWriteAroundTakenNames) {
+    PmpSizeNode sizes;
+    sizes.papers.resize(3);
+    PiaTree tree;
+    ASSERT_NE(tree.root().addBlock(L"1"), nullptr);
+    EXPECT_TRUE(sizes.write(tree.root()));
+    ASSERT_EQ(tree.root().items.size(), 3u);
+    EXPECT_TRUE(static_cast<const PiaBlock*>(tree.root().items[0])->items.empty());
+    for (const std::size_t place : {1u, 2u}) {
+        EXPECT_FALSE(static_cast<const PiaBlock*>(tree.root().items[place])->items.empty());
+    }
+}
+
 TEST(PmpDocument, CopiesShareByDesignAndClonesDoNot) {
     Document source = documentOf(fullParameters);
     ASSERT_NE(source, nullptr);
@@ -245,10 +258,11 @@ TEST(PmpDocument, CopiesShareByDesignAndClonesDoNot) {
     source->hidden->media.size->papers.resize(3);
     source->udm.calibration.x = 7;
     EXPECT_TRUE(copy->udm.media->size.papers.empty());
+    EXPECT_TRUE(copy->mod.media.size->papers.empty());
     EXPECT_EQ(copy->hidden->media.size->papers.size(), 3u);
     EXPECT_EQ(copy->udm.calibration.x, 1.001);
     source.reset();
-    EXPECT_NE(bodyOfDocument(*copy), fullParameters);
+    EXPECT_EQ(copy->hidden->media.size->papers.size(), 3u);
     EXPECT_EQ(bodyOfDocument(*clone), fullParameters);
 }
 

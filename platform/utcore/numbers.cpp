@@ -6,6 +6,7 @@
 #include <iterator>
 #include <limits>
 #include <string>
+#include <type_traits>
 
 #include "platform/utcore/ascii.h"
 #include "utcore.h"
@@ -78,7 +79,8 @@ bool isTiny(std::string_view number, bool hexadecimal) {
     return place + exponent < 0;
 }
 
-std::errc convert(std::string_view number, std::chars_format format, double& value) {
+template <class Real>
+std::errc convert(std::string_view number, std::chars_format format, Real& value) {
     const std::from_chars_result result =
         std::from_chars(number.data(), number.data() + number.size(), value, format);
     if (result.ec == std::errc::result_out_of_range) {
@@ -146,13 +148,15 @@ bool convertShort(Text<Char> text, double& value) {
     return text.size() > 1;
 }
 
-template <class Char>
-bool scanDoubleIn(Text<Char> text, double& value) {
+template <class Char, class Real>
+bool scanRealIn(Text<Char> text, Real& value) {
     const bool negative = takeSign(text);
-    double magnitude = 0;
-    if (!text.empty() && convertShort(text, magnitude)) {
-        value = negative ? -magnitude : magnitude;
-        return true;
+    Real magnitude = 0;
+    if constexpr (std::is_same_v<Real, double>) {
+        if (!text.empty() && convertShort(text, magnitude)) {
+            value = negative ? -magnitude : magnitude;
+            return true;
+        }
     }
     // This also keeps out what only the conversion below knows: "inf", "nan" and a second sign.
     if (text.empty() || !(isDigit(text.front()) || text.front() == Char('.'))) {
@@ -197,8 +201,9 @@ bool scanDoubleIn(Text<Char> text, double& value) {
 
 bool scanInt(std::wstring_view text, std::int32_t& value) { return scanIntIn(text, value); }
 bool scanAnyInt(std::string_view text, std::int32_t& value) { return scanIntIn(text, value); }
-bool scanDouble(std::wstring_view text, double& value) { return scanDoubleIn(text, value); }
-bool scanDouble(std::string_view text, double& value) { return scanDoubleIn(text, value); }
+bool scanDouble(std::wstring_view text, double& value) { return scanRealIn(text, value); }
+bool scanDouble(std::string_view text, double& value) { return scanRealIn(text, value); }
+bool scanFloat(std::wstring_view text, float& value) { return scanRealIn(text, value); }
 
 namespace {
 

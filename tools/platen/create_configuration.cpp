@@ -23,7 +23,7 @@ ExitCode refuse(const CreateOptions& options, const std::string& reason, const C
 
 std::vector<std::wstring> deviceNames() {
     std::vector<std::wstring> names;
-    for (const BuiltInPlotDevice& device : BuiltInPlotDevice::devices()) {
+    for (const BuiltInPlotDevice& device : BuiltInPlotDevice::s_cBuiltInPlotDevices) {
         names.push_back(device.name.text());
     }
     return names;
