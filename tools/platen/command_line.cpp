@@ -181,6 +181,7 @@ private:
             ->type_name("PATH")
             ->allow_extra_args(false);
         addOutput(set_, setOptions_.out);
+        addMaxBody(set_, setOptions_.maxBody);
         // A flag whose value can only follow "=", so that it takes no argument for its own.
         inPlace_ = set_->add_flag("--in-place", setOptions_.backupSuffix,
                                   "Change FILE itself; --in-place=SUFFIX keeps the old file under "

@@ -62,6 +62,7 @@ struct SetOptions {
     /// Paths of items to delete, before anything is assigned.
     std::vector<std::string> deleted;
     std::string out;
+    std::uint64_t maxBody = usualMaxBody;
     bool inPlace = false;
     /// The old file is kept under its name and this, unless it is empty.
     std::string backupSuffix;

@@ -92,7 +92,7 @@ ExitCode set(const SetOptions& options, const Console& console) {
         return fail(console, options.file, fault);
     }
     Source source;
-    if (!readSource(options.file, source, console)) {
+    if (!readSource(options.file, source, console, readingUpTo(options.maxBody))) {
         return ExitCode::Error;
     }
     const ExitCode read = warn(console, options.file, source.input.report());
