@@ -79,7 +79,10 @@ public:
     bool reset(CPlotCfg3& config, bool& changed) const override {
         constexpr bool newConfig = false;
         wut::PrintData data(config.meta.winDeviceName.c_str());
-        return config.fromPrintData(data, config.meta.winDeviceName, newConfig, changed);
+        // Print data without a printer have settings of no printer, which would replace the stored
+        // ones.
+        return !data.GetPrinterName().empty() &&
+               config.fromPrintData(data, config.meta.winDeviceName, newConfig, changed);
     }
 
     bool resolveByDriver(CPlotCfg3& config) const override {

@@ -88,7 +88,7 @@ std::unique_ptr<CPlotCfg3> ofPrinter(const CreateOptions& options, const Console
         refuse(options, "the name of the printer must be UTF-8", console);
         return nullptr;
     }
-    if (!findPrinter(printer)) {
+    if (!askPrinter(printer)) {
         refuse(
             options,
             "there is no printer \"" + options.printer + '"' + suggestion(printer, printerNames()),

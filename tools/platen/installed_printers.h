@@ -25,7 +25,7 @@ struct InstalledPrinter {
 };
 
 /// Nothing when there is no such printer, or when it cannot be opened.
-std::optional<InstalledPrinter> findPrinter(const std::wstring& name);
+std::optional<InstalledPrinter> askPrinter(const std::wstring& name);
 std::vector<std::wstring> printerNames();
 
 /// Moves the configuration to a printer of its driver when its own is gone; true when it did.

@@ -4,7 +4,7 @@ namespace platen {
 
 std::string printersFault() { return "only on Windows can printers be asked"; }
 
-std::optional<InstalledPrinter> findPrinter(const std::wstring&) { return std::nullopt; }
+std::optional<InstalledPrinter> askPrinter(const std::wstring&) { return std::nullopt; }
 std::vector<std::wstring> printerNames() { return {}; }
 bool moveByDriver(CPlotCfg3&) { return false; }
 void applyToPrinter(const CPlotCfg3&, PiaReport&) {}

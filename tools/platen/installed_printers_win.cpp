@@ -57,7 +57,7 @@ std::string printersFault() {
     return PrintSession().isOk() ? "" : "the print system of wxWidgets does not start";
 }
 
-std::optional<InstalledPrinter> findPrinter(const std::wstring& name) {
+std::optional<InstalledPrinter> askPrinter(const std::wstring& name) {
     const PrintSession session;
     CPrnHelper helper(name.c_str());
     if (!helper.isValid()) {

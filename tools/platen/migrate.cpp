@@ -102,7 +102,7 @@ private:
     bool findNewPrinters() {
         bool all = true;
         for (const PrinterMove& move : map_.moves()) {
-            std::optional<InstalledPrinter> printer = findPrinter(move.to);
+            std::optional<InstalledPrinter> printer = askPrinter(move.to);
             if (!printer) {
                 fail(console_, "",
                      "there is no printer " + quoted(move.to) +
