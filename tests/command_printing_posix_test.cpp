@@ -7,9 +7,9 @@ using testing::IsEmpty;
 
 namespace {
 
-using CommandPrintersPosixTest = CommandTest;
+using CommandPrintingPosixTest = CommandTest;
 
-TEST_F(CommandPrintersPosixTest, PrintersNeedWindows) {
+TEST_F(CommandPrintingPosixTest, PrintersNeedWindows) {
     for (const std::vector<std::string>& arguments :
          std::vector<std::vector<std::string>>{{"printers"},
                                                {"printers", "--json"},
