@@ -76,7 +76,7 @@ public:
     ChangeDefaultPrinter& operator=(const ChangeDefaultPrinter&) = default;
     ~ChangeDefaultPrinter();
 
-    bool setDefaultPrinter(const OdString& name);
+    static bool setDefaultPrinter(const OdString& name);
     /// The printer that will be the default again; empty for none.
     const OdString& oldDefaultPrinter() const { return old_; }
 
@@ -211,6 +211,9 @@ public:
     virtual bool ResolveConflicts(const wxPrintData& data);
 
 private:
+    /// Takes the default settings of a printer in place of what is here.
+    bool obtain(const wxString& printerName);
+
     wxDECLARE_DYNAMIC_CLASS(WindowsPrintNativeData);
 };
 
@@ -262,7 +265,7 @@ private:
 class PLATEN_API PaperSizeGetter {
 public:
     /// Names and print data are borrowed. Without print data the printer's default settings count.
-    PaperSizeGetter(const wchar_t* printerName, const wchar_t* port, PrintData* printData);
+    PaperSizeGetter(const wchar_t* printerName, const wchar_t* port, const PrintData* printData);
     PaperSizeGetter(const PaperSizeGetter&) = delete;
     PaperSizeGetter& operator=(const PaperSizeGetter&) = delete;
     ~PaperSizeGetter();
@@ -277,7 +280,7 @@ private:
 
     const wchar_t* printer_;
     const wchar_t* port_;
-    bool fromPrintData_;
+    /// One of the two.
     std::unique_ptr<DEVMODE_RAII> current_;
     DevModePtr default_;
 };

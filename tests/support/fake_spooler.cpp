@@ -9,7 +9,36 @@ namespace test_support {
 
 namespace {
 
-HANDLE handleOf(FakePrinter& printer) { return &printer; }
+/// Fills memory as the spooler does: records, then the texts that they point to.
+class TextBlock {
+public:
+    TextBlock(std::span<std::byte> out, std::size_t records) : out_(out), used_(records) {}
+
+    /// The address of the text once it is in place.
+    wchar_t* add(const std::wstring& text) {
+        const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
+        std::byte* place = out_.size() >= used_ + size ? out_.data() + used_ : nullptr;
+        if (place != nullptr) {
+            std::memcpy(place, text.c_str(), size);
+        }
+        used_ += size;
+        return reinterpret_cast<wchar_t*>(place);
+    }
+
+    /// False when there was no room for all of it.
+    bool finish(std::span<const std::byte> records, DWORD& needed) {
+        needed = static_cast<DWORD>(used_);
+        if (used_ == 0 || out_.size() < used_) {
+            return used_ == 0;
+        }
+        std::ranges::copy(records, out_.begin());
+        return true;
+    }
+
+private:
+    std::span<std::byte> out_;
+    std::size_t used_;
+};
 
 }  // namespace
 
@@ -48,7 +77,7 @@ HANDLE FakeSpooler::open(const wchar_t* printer) {
         return nullptr;
     }
     ++openHandles;
-    return handleOf(*found);
+    return found;
 }
 
 void FakeSpooler::close(HANDLE) {
@@ -114,12 +143,97 @@ int FakeSpooler::deviceCapabilities(const wchar_t* name, const wchar_t*, WORD ca
     return filled.empty() ? -1 : static_cast<int>(printer->papers.size());
 }
 
-bool FakeSpooler::enumerate(DWORD, DWORD, std::span<std::byte>, DWORD&, DWORD&) { return false; }
-bool FakeSpooler::info(HANDLE, DWORD, std::span<std::byte>, DWORD&) { return false; }
-bool FakeSpooler::driver(HANDLE, DWORD, std::span<std::byte>, DWORD&) { return false; }
-bool FakeSpooler::defaultPrinter(std::span<wchar_t>, DWORD&) { return false; }
-bool FakeSpooler::setDefaultPrinter(const wchar_t*) { return false; }
-bool FakeSpooler::printDialog(PRINTDLGW&) { return false; }
-int FakeSpooler::escape(HDC, int, std::span<const std::byte>) { return 0; }
+bool FakeSpooler::enumerate(DWORD flags, DWORD, std::span<std::byte> out, DWORD& needed,
+                            DWORD& count) {
+    ++calls["enumerate"];
+    if (whenListing) {
+        whenListing();
+    }
+    std::vector<const FakePrinter*> seen;
+    for (const auto& printer : printers) {
+        if ((flags & PRINTER_ENUM_LOCAL) != 0 ? printer->local : printer->shared) {
+            seen.push_back(printer.get());
+        }
+    }
+    // The records, then the texts that they point to.
+    std::vector<PRINTER_INFO_4W> records(seen.size());
+    TextBlock texts(out, records.size() * sizeof(PRINTER_INFO_4W));
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+        records[i].pPrinterName = texts.add(seen[i]->name);
+    }
+    count = 0;
+    if (!texts.finish(std::as_bytes(std::span(records)), needed)) {
+        return false;
+    }
+    count = static_cast<DWORD>(seen.size());
+    return true;
+}
+
+bool FakeSpooler::info(HANDLE printer, DWORD level, std::span<std::byte> out, DWORD& needed) {
+    ++calls["info"];
+    const FakePrinter& asked = *static_cast<FakePrinter*>(printer);
+    if (level == 5) {
+        PRINTER_INFO_5W record = {};
+        TextBlock texts(out, sizeof(record));
+        record.pPrinterName = texts.add(asked.name);
+        record.pPortName = texts.add(asked.port);
+        return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+    }
+    PRINTER_INFO_2W record = {};
+    TextBlock texts(out, sizeof(record));
+    record.pPrinterName = texts.add(asked.name);
+    record.pComment = texts.add(asked.comment);
+    return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+}
+
+bool FakeSpooler::driver(HANDLE printer, DWORD, std::span<std::byte> out, DWORD& needed) {
+    ++calls["driver"];
+    DRIVER_INFO_1W record = {};
+    TextBlock texts(out, sizeof(record));
+    record.pName = texts.add(static_cast<FakePrinter*>(printer)->driver);
+    return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+}
+
+bool FakeSpooler::defaultPrinter(std::span<wchar_t> out, DWORD& length) {
+    ++calls["defaultPrinter"];
+    length = static_cast<DWORD>(defaultName.size() + 1);
+    if (defaultName.empty() || out.size() < length) {
+        return false;
+    }
+    defaultName.copy(out.data(), defaultName.size());
+    out[defaultName.size()] = 0;
+    return true;
+}
+
+bool FakeSpooler::setDefaultPrinter(const wchar_t* name) {
+    ++calls["setDefaultPrinter"];
+    if (find(name) == nullptr) {
+        return false;
+    }
+    defaultName = name;
+    return true;
+}
+
+bool FakeSpooler::printDialog(PRINTDLGW& dialog) {
+    ++calls["printDialog"];
+    FakePrinter* printer = defaultName.empty() ? nullptr : find(defaultName.c_str());
+    if (printer == nullptr) {
+        return false;
+    }
+    std::vector<std::byte> filled(sizeof(DEVMODEW) + printer->privateBytes.size());
+    if (documentProperties(printer, printer->name.c_str(), filled, nullptr, DM_OUT_BUFFER) !=
+        IDOK) {
+        return false;
+    }
+    dialog.hDevMode = GlobalAlloc(GMEM_MOVEABLE, filled.size());
+    std::ranges::copy(filled, static_cast<std::byte*>(GlobalLock(dialog.hDevMode)));
+    GlobalUnlock(dialog.hDevMode);
+    return true;
+}
+
+int FakeSpooler::escape(HDC, int, std::span<const std::byte>) {
+    ++calls["escape"];
+    return 0;
+}
 
 }  // namespace test_support

@@ -51,6 +51,8 @@ public:
     /// In the order of enumeration. A printer stays where it is while others are added.
     std::vector<std::unique_ptr<FakePrinter>> printers;
     std::wstring defaultName;
+    /// Called at the beginning of each listing, for printers that come in between.
+    std::function<void()> whenListing;
     /// How often each function was called: "open", "close", "documentProperties", ...
     std::map<std::string, int> calls;
     /// Handles that are open now.
