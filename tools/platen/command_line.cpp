@@ -63,6 +63,8 @@ public:
         addMigrate();
         addPapers();
         addPaper();
+        addPrinters();
+        addDevmode();
     }
 
     ExitCode run(std::vector<std::string> arguments, const Console& console) {
@@ -94,6 +96,12 @@ public:
         }
         if (*migrate_) {
             return migrate(migrateOptions_, console);
+        }
+        if (*printers_) {
+            return printers(printersOptions_, console);
+        }
+        if (*devmode_) {
+            return devmode(devmodeOptions_, console);
         }
         return *papers_ ? papers(papersOptions_, console) : paper(paperOptions_, console);
     }
@@ -219,13 +227,32 @@ private:
     }
 
     void addPapers() {
-        papers_ = add("papers", "List papers of a device, of a file or of Windows", help::papers);
+        papers_ = add("papers", "List papers of a device, of a printer, of a file or of Windows",
+                      help::papers);
         takeText(papers_->add_option("FILE", papersOptions_.file,
                                      "Configuration or parameters whose custom papers to list"));
         papers_->add_option("--device", papersOptions_.device, "Papers of the built-in devices")
             ->check(CLI::IsMember({"pdf", "image", "none"}));
+        takeText(papers_->add_option("--printer", papersOptions_.printer,
+                                     "Papers of an installed printer (Windows)"))
+            ->type_name("NAME");
         papers_->add_flag("--catalogue", papersOptions_.catalogue, "Windows papers by their ids");
         papers_->add_flag("--json", papersOptions_.json, "One JSON object a line");
+    }
+
+    void addPrinters() {
+        printers_ = add("printers", "List the installed printers (Windows)", help::printers);
+        printers_->add_flag("--json", printersOptions_.json, "One JSON object a line");
+    }
+
+    void addDevmode() {
+        devmode_ =
+            add("devmode", "Print the device mode of a printer or of a configuration (Windows)",
+                help::devmode);
+        takeText(devmode_->add_option("SOURCE", devmodeOptions_.source,
+                                      "Printer, or a configuration whose name ends in .pc3"))
+            ->required();
+        devmode_->add_flag("--json", devmodeOptions_.json, "The fields as one JSON object");
     }
 
     void addPaper() {
@@ -285,6 +312,8 @@ private:
     CLI::App* migrate_ = nullptr;
     CLI::App* papers_ = nullptr;
     CLI::App* paper_ = nullptr;
+    CLI::App* printers_ = nullptr;
+    CLI::App* devmode_ = nullptr;
     InfoOptions infoOptions_;
     GetOptions getOptions_;
     CheckOptions checkOptions_;
@@ -294,6 +323,8 @@ private:
     MigrateOptions migrateOptions_;
     PapersOptions papersOptions_;
     PaperOptions paperOptions_;
+    PrintersOptions printersOptions_;
+    DevmodeOptions devmodeOptions_;
 };
 
 }  // namespace

@@ -84,7 +84,19 @@ struct PapersOptions {
     std::string file;
     /// "pdf", "image" or "none".
     std::string device;
+    /// An installed printer.
+    std::string printer;
     bool catalogue = false;
+    bool json = false;
+};
+
+struct PrintersOptions {
+    bool json = false;
+};
+
+struct DevmodeOptions {
+    /// A printer, or a configuration when it ends in ".pc3".
+    std::string source;
     bool json = false;
 };
 
@@ -117,9 +129,13 @@ ExitCode create(const CreateOptions& options, const Console& console);
 ExitCode set(const SetOptions& options, const Console& console);
 /// Moves the configurations of a folder from printers to others.
 ExitCode migrate(const MigrateOptions& options, const Console& console);
-/// Lists the papers of a device, of a file or of the catalogue.
+/// Lists the papers of a device, of a printer, of a file or of the catalogue.
 ExitCode papers(const PapersOptions& options, const Console& console);
 /// Edits the custom papers of a configuration or of plot model parameters.
 ExitCode paper(const PaperOptions& options, const Console& console);
+/// Lists the installed printers.
+ExitCode printers(const PrintersOptions& options, const Console& console);
+/// Prints the device mode of a printer or of a configuration.
+ExitCode devmode(const DevmodeOptions& options, const Console& console);
 
 }  // namespace platen

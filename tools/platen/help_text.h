@@ -106,6 +106,7 @@ Examples:
   platen papers --device image          papers of the image devices
   platen papers --device none           common plotter papers
   platen papers --catalogue             Windows paper ids
+  platen papers --printer Plotter       papers of an installed printer (Windows)
   platen papers a.pc3                   custom papers, also those of the PMP that it names
   platen papers --json a.pmp            one JSON object a line, schema platen.papers/1)";
 
@@ -120,5 +121,21 @@ Examples:
   platen paper resize a.pc3 --name "long roll" --size 914x7000
   platen paper rename a.pmp --name "Long roll" --to "Roll 914"
   platen paper remove a.pmp --name Card)";
+
+inline constexpr const char* printers =
+    R"(Name, driver, port, number of papers and comment of each, and which is the default.
+
+Examples:
+  platen printers
+  platen printers --json                one JSON object a line, schema platen.printers/1)";
+
+inline constexpr const char* devmode =
+    R"(A device mode holds the settings of a printer's driver. That of a configuration is what
+its printer, which has to be installed, makes of its settings.
+
+Examples:
+  platen devmode Plotter                a line for each field, then the driver's private bytes
+  platen devmode office.pc3
+  platen devmode Plotter --json         one JSON object, schema platen.devmode/1)";
 
 }  // namespace platen::help
