@@ -1,4 +1,5 @@
-# Defines platen_wx_base: wxWidgets without its GUI, on both systems.
+# Defines platen_wx_base: wxWidgets without its GUI, on both systems; and for Windows platen_wx_core:
+# wxWidgets with it. A target takes one of them.
 #
 # For Windows it is found in the folder PLATEN_WINDOWS_PREFIX, laid out as wxWidgets' own CMake
 # build installs it with mingw-w64.
@@ -20,6 +21,13 @@ if(WIN32)
         INTERFACE_INCLUDE_DIRECTORIES "${platen_wx_folders}"
         INTERFACE_COMPILE_DEFINITIONS "UNICODE;_UNICODE;WXUSINGDLL;__WXMSW__;wxUSE_GUI=0"
         INTERFACE_LINK_LIBRARIES "${PLATEN_WINDOWS_PREFIX}/lib/gcc_x64_dll/libwxbase32u.a")
+
+    add_library(platen_wx_core INTERFACE IMPORTED)
+    set_target_properties(platen_wx_core PROPERTIES
+        INTERFACE_INCLUDE_DIRECTORIES "${platen_wx_folders}"
+        INTERFACE_COMPILE_DEFINITIONS "UNICODE;_UNICODE;WXUSINGDLL;__WXMSW__"
+        INTERFACE_LINK_LIBRARIES
+            "${PLATEN_WINDOWS_PREFIX}/lib/gcc_x64_dll/libwxmsw32u_core.a;${PLATEN_WINDOWS_PREFIX}/lib/gcc_x64_dll/libwxbase32u.a")
 else()
     find_package(wxWidgets REQUIRED COMPONENTS base)
     set_target_properties(platen_wx_base PROPERTIES

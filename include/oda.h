@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -56,36 +57,52 @@ public:
     OdError_InvalidIndex() : OdError(10) {}
 };
 
-/// The SDK's array. Copies are deep.
+/// The SDK's array. Copies share their elements until one of them is changed.
 template <class T>
 class OdArray {
 public:
-    std::size_t size() const { return elements_.size(); }
-    std::size_t length() const { return elements_.size(); }
-    bool isEmpty() const { return elements_.empty(); }
+    std::size_t size() const { return elements_ ? elements_->size() : 0; }
+    std::size_t length() const { return size(); }
+    bool isEmpty() const { return size() == 0; }
 
-    void append(T element) { elements_.push_back(std::move(element)); }
-    void push_back(T element) { elements_.push_back(std::move(element)); }
-    void clear() { elements_.clear(); }
+    void append(T element) { own().push_back(std::move(element)); }
+    void push_back(T element) { own().push_back(std::move(element)); }
+    /// New elements are values of their type.
+    void resize(std::size_t size) { own().resize(size); }
+    void clear() { elements_.reset(); }
 
     /// Throws `OdError_InvalidIndex`.
-    T& operator[](std::size_t index) { return elements_[checked(index)]; }
-    const T& operator[](std::size_t index) const { return elements_[checked(index)]; }
+    T& operator[](std::size_t index) { return own()[checked(index)]; }
+    const T& operator[](std::size_t index) const { return (*elements_)[checked(index)]; }
 
-    auto begin() { return elements_.begin(); }
-    auto end() { return elements_.end(); }
-    auto begin() const { return elements_.begin(); }
-    auto end() const { return elements_.end(); }
+    T* asArrayPtr() { return own().data(); }
+    /// Null or anything for an empty array.
+    const T* asArrayPtr() const { return elements_ ? elements_->data() : nullptr; }
+
+    T* begin() { return asArrayPtr(); }
+    T* end() { return asArrayPtr() + size(); }
+    const T* begin() const { return asArrayPtr(); }
+    const T* end() const { return asArrayPtr() + size(); }
 
 private:
     std::size_t checked(std::size_t index) const {
-        if (index >= elements_.size()) {
+        if (index >= size()) {
             throw OdError_InvalidIndex();
         }
         return index;
     }
 
-    std::vector<T> elements_;
+    /// Elements that nobody shares.
+    std::vector<T>& own() {
+        if (!elements_) {
+            elements_ = std::make_shared<std::vector<T>>();
+        } else if (elements_.use_count() > 1) {
+            elements_ = std::make_shared<std::vector<T>>(*elements_);
+        }
+        return *elements_;
+    }
+
+    std::shared_ptr<std::vector<T>> elements_;
 };
 
 /// The SDK's colour, as far as it is red, green and blue. Black at first.

@@ -163,13 +163,14 @@ wine_environment() {
 
 # Makes this checkout's Wine prefix if it is missing. Several tests may come here at once.
 wine_prefix() {
-    [[ ! -d $WINEPREFIX ]] || return 0
+    [[ ! -d $WINEPREFIX/pristine ]] || return 0
     (
         flock 9
-        [[ ! -d $WINEPREFIX ]] || exit 0
+        [[ ! -d $WINEPREFIX/pristine ]] || exit 0
+        wineserver -k -w 2>/dev/null || true
         final=$WINEPREFIX
         export WINEPREFIX=$final.new
-        rm -rf "$WINEPREFIX"
+        rm -rf "$WINEPREFIX" "$final"
         # Wine's server lives on for seconds; it must not inherit the lock.
         quietly "preparing Wine" "$root/build/logs/wine.log" make_wine_prefix 9>&-
         mv -T "$WINEPREFIX" "$final"
@@ -182,7 +183,10 @@ wine_services() {
     wine cmd /c exit </dev/null >/dev/null 2>&1
 }
 
-# The prefix moves once it is complete, so its server has to end first.
+# The prefix moves once it is complete, so its server has to end first. Its registry is kept as it
+# is now, before any program has left something in it: no printer of this machine is known there.
 make_wine_prefix() {
-    env -u DISPLAY wineboot -i && wineserver -w
+    env -u DISPLAY CUPS_SERVER="$WINEPREFIX/none" wineboot -i && wineserver -w || return
+    mkdir "$WINEPREFIX/pristine"
+    find "$WINEPREFIX" -maxdepth 1 -type f -exec cp -p -t "$WINEPREFIX/pristine" {} +
 }

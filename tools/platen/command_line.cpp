@@ -60,8 +60,11 @@ public:
         addConvert();
         addCreate();
         addSet();
+        addMigrate();
         addPapers();
         addPaper();
+        addPrinters();
+        addDevmode();
     }
 
     ExitCode run(std::vector<std::string> arguments, const Console& console) {
@@ -90,6 +93,15 @@ public:
         }
         if (*set_) {
             return set(setOptions_, console);
+        }
+        if (*migrate_) {
+            return migrate(migrateOptions_, console);
+        }
+        if (*printers_) {
+            return printers(printersOptions_, console);
+        }
+        if (*devmode_) {
+            return devmode(devmodeOptions_, console);
         }
         return *papers_ ? papers(papersOptions_, console) : paper(paperOptions_, console);
     }
@@ -134,6 +146,8 @@ private:
         check_ = add("check", "Verify files and list every finding", help::check);
         takeText(check_->add_option("FILE", checkOptions_.files, "Files"))->required();
         check_->add_flag("--json", checkOptions_.json, "One JSON object a line");
+        check_->add_flag("--printers", checkOptions_.printers,
+                         "Ask the printers of configurations, too (Windows)");
         addMaxBody(check_, checkOptions_.maxBody);
     }
 
@@ -162,6 +176,9 @@ private:
                                      "Description of a table"));
         takeText(create_->add_option("--device", createOptions_.device,
                                      "Device of a configuration, such as \"Print As PDF\""))
+            ->type_name("NAME");
+        takeText(create_->add_option("--printer", createOptions_.printer,
+                                     "Printer of a configuration, instead of a device (Windows)"))
             ->type_name("NAME");
         takeText(create_->add_option("--paper", createOptions_.paper,
                                      "Paper of a configuration; the device's first by default"))
@@ -195,14 +212,48 @@ private:
         });
     }
 
+    void addMigrate() {
+        migrate_ = add("migrate", "Move configurations to other printers", help::migrate);
+        takeText(migrate_->add_option("DIR", migrateOptions_.folder,
+                                      "Folder; the folders in it are searched, too"))
+            ->required();
+        takeText(migrate_->add_option("--map", migrateOptions_.maps,
+                                      "Old and new printer; may be repeated"))
+            ->type_name("OLD=NEW")
+            ->required();
+        migrate_->add_flag("--dry-run", migrateOptions_.dryRun, "Say what would change");
+        migrate_->add_flag("--names-only", migrateOptions_.namesOnly,
+                           "Do not ask printers; their drivers stay as they are (always so where "
+                           "printers cannot be asked)");
+    }
+
     void addPapers() {
-        papers_ = add("papers", "List papers of a device, of a file or of Windows", help::papers);
+        papers_ = add("papers", "List papers of a device, of a printer, of a file or of Windows",
+                      help::papers);
         takeText(papers_->add_option("FILE", papersOptions_.file,
                                      "Configuration or parameters whose custom papers to list"));
         papers_->add_option("--device", papersOptions_.device, "Papers of the built-in devices")
             ->check(CLI::IsMember({"pdf", "image", "none"}));
+        takeText(papers_->add_option("--printer", papersOptions_.printer,
+                                     "Papers of an installed printer (Windows)"))
+            ->type_name("NAME");
         papers_->add_flag("--catalogue", papersOptions_.catalogue, "Windows papers by their ids");
         papers_->add_flag("--json", papersOptions_.json, "One JSON object a line");
+    }
+
+    void addPrinters() {
+        printers_ = add("printers", "List the installed printers (Windows)", help::printers);
+        printers_->add_flag("--json", printersOptions_.json, "One JSON object a line");
+    }
+
+    void addDevmode() {
+        devmode_ =
+            add("devmode", "Print the device mode of a printer or of a configuration (Windows)",
+                help::devmode);
+        takeText(devmode_->add_option("SOURCE", devmodeOptions_.source,
+                                      "Printer, or a configuration whose name ends in .pc3"))
+            ->required();
+        devmode_->add_flag("--json", devmodeOptions_.json, "The fields as one JSON object");
     }
 
     void addPaper() {
@@ -259,16 +310,22 @@ private:
     CLI::App* create_ = nullptr;
     CLI::App* set_ = nullptr;
     CLI::Option* inPlace_ = nullptr;
+    CLI::App* migrate_ = nullptr;
     CLI::App* papers_ = nullptr;
     CLI::App* paper_ = nullptr;
+    CLI::App* printers_ = nullptr;
+    CLI::App* devmode_ = nullptr;
     InfoOptions infoOptions_;
     GetOptions getOptions_;
     CheckOptions checkOptions_;
     ConvertOptions convertOptions_;
     CreateOptions createOptions_;
     SetOptions setOptions_;
+    MigrateOptions migrateOptions_;
     PapersOptions papersOptions_;
     PaperOptions paperOptions_;
+    PrintersOptions printersOptions_;
+    DevmodeOptions devmodeOptions_;
 };
 
 }  // namespace

@@ -42,6 +42,9 @@ std::string ownSize(const ShownPaper& paper) {
 }
 
 std::string margins(const ShownPaper& paper) {
+    if (!paper.marginsKnown) {
+        return "";
+    }
     if (paper.left == 0 && paper.bottom == 0 && paper.right == 0 && paper.top == 0) {
         return "none";
     }
@@ -69,6 +72,9 @@ Json paperJson(const ShownPaper& paper, const std::string& source) {
     Json json;
     json["schema"] = schema;
     json["source"] = source;
+    if (paper.id) {
+        json["id"] = *paper.id;
+    }
     json["name"] = ut::encodeUtf8(paper.name);
     json["global_name"] = ut::encodeUtf8(paper.globalName);
     json["units"] = unitWord(paper.units);
@@ -78,10 +84,11 @@ Json paperJson(const ShownPaper& paper, const std::string& source) {
     json["height_mm"] = orNull(inMillimetres(paper, paper.height));
     json["width_in"] = orNull(inInches(paper, paper.width));
     json["height_in"] = orNull(inInches(paper, paper.height));
-    json["margins"] = {{"left", lengthJson(paper.left)},
-                       {"bottom", lengthJson(paper.bottom)},
-                       {"right", lengthJson(paper.right)},
-                       {"top", lengthJson(paper.top)}};
+    json["margins"] = paper.marginsKnown ? Json{{"left", lengthJson(paper.left)},
+                                                {"bottom", lengthJson(paper.bottom)},
+                                                {"right", lengthJson(paper.right)},
+                                                {"top", lengthJson(paper.top)}}
+                                         : Json();
     json["kept_in"] = *paper.keptIn == '\0' ? Json() : Json(paper.keptIn);
     return json;
 }
@@ -135,14 +142,14 @@ std::string sizeInWords(const ShownPaper& paper) {
 }
 
 void printPapers(const std::vector<ShownPaper>& papers, const Console& console) {
-    std::vector<std::vector<std::string>> rows{{"paper", "millimetres", "inches", "pixels",
+    std::vector<std::vector<std::string>> rows{{"id", "paper", "millimetres", "inches", "pixels",
                                                 "unknown unit", "margins left, bottom, right, top",
                                                 "kept in"}};
     for (const ShownPaper& paper : papers) {
         const bool onPaper = hasSizeOnPaper(paper);
         const std::string own = ownSize(paper);
         rows.push_back(
-            {ut::encodeUtf8(paper.name),
+            {paper.id ? std::to_string(*paper.id) : "", ut::encodeUtf8(paper.name),
              onPaper ? size(inMillimetres(paper, paper.width), inMillimetres(paper, paper.height))
                      : "",
              onPaper ? size(inInches(paper, paper.width), inInches(paper, paper.height)) : "",

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,10 @@ struct ShownPaper {
     double bottom = 0;
     double right = 0;
     double top = 0;
+    /// Margins are a matter of the printer's settings.
+    bool marginsKnown = true;
+    /// The Windows number of a printer's paper.
+    std::optional<std::uint16_t> id;
     /// "configuration" or "parameters" for custom papers, otherwise empty.
     const char* keptIn = "";
 };
@@ -40,7 +45,8 @@ std::string sizeInWords(const ShownPaper& paper);
 /// Prints aligned columns for people.
 void printPapers(const std::vector<ShownPaper>& papers, const Console& console);
 
-/// Prints one JSON object a line. `source` is "pdf", "image" or "none", or the name of a file.
+/// Prints one JSON object a line. `source` is "pdf", "image" or "none", or the name of a file or of
+/// a printer.
 void printPapersAsJson(const std::vector<ShownPaper>& papers, const std::string& source,
                        const Console& console);
 

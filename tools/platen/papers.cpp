@@ -7,6 +7,7 @@
 #include "tools/platen/device_papers.h"
 #include "tools/platen/paper_file.h"
 #include "tools/platen/paper_list.h"
+#include "tools/platen/printing.h"
 
 namespace platen {
 namespace {
@@ -55,10 +56,13 @@ ExitCode papersOfFile(const PapersOptions& options, const Console& console) {
 
 ExitCode papers(const PapersOptions& options, const Console& console) {
     const int sources = (options.device.empty() ? 0 : 1) + (options.catalogue ? 1 : 0) +
-                        (options.file.empty() ? 0 : 1);
+                        (options.file.empty() ? 0 : 1) + (options.printer.empty() ? 0 : 1);
     if (sources != 1) {
         return fail(console, options.file,
-                    "say whose papers, one at a time: a FILE, --device or --catalogue");
+                    "say whose papers, one at a time: a FILE, --device, --printer or --catalogue");
+    }
+    if (!options.printer.empty()) {
+        return listPapersOfPrinter(options.printer, options.json, console);
     }
     if (options.catalogue) {
         printCatalogue(options.json, console);

@@ -1,0 +1,27 @@
+/// Answers of the spooler that come as a block of records with the texts they point to.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "print/spooler.h"
+
+namespace wut {
+
+/// A call that fills memory or says how many bytes it needs.
+using SpoolerCall = std::function<bool(std::span<std::byte> out, DWORD& needed)>;
+
+/// Asks for the size, then for the data; once more when they have grown in between. Empty when
+/// there is nothing or the call fails.
+std::vector<std::byte> spoolerData(const SpoolerCall& call);
+
+/// The text at `text`, which must point into `data`; what lies beyond is not read. Empty for null.
+std::wstring textIn(std::span<const std::byte> data, const wchar_t* text);
+
+/// The name of the printer's driver; empty when it cannot be had.
+std::wstring driverName(const PrinterHandle& printer);
+
+}  // namespace wut

@@ -1,0 +1,239 @@
+#include "tests/support/fake_spooler.h"
+
+#include <wchar.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace test_support {
+
+namespace {
+
+/// Fills memory as the spooler does: records, then the texts that they point to.
+class TextBlock {
+public:
+    TextBlock(std::span<std::byte> out, std::size_t records) : out_(out), used_(records) {}
+
+    /// The address of the text once it is in place.
+    wchar_t* add(const std::wstring& text) {
+        const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
+        std::byte* place = out_.size() >= used_ + size ? out_.data() + used_ : nullptr;
+        if (place != nullptr) {
+            std::memcpy(place, text.c_str(), size);
+        }
+        used_ += size;
+        return reinterpret_cast<wchar_t*>(place);
+    }
+
+    /// False when there was no room for all of it.
+    bool finish(std::span<const std::byte> records, DWORD& needed) {
+        needed = static_cast<DWORD>(used_);
+        if (used_ == 0 || out_.size() < used_) {
+            return used_ == 0;
+        }
+        std::ranges::copy(records, out_.begin());
+        return true;
+    }
+
+private:
+    std::span<std::byte> out_;
+    std::size_t used_;
+};
+
+}  // namespace
+
+FakePrinter& FakeSpooler::add(const std::wstring& name) {
+    FakePrinter& printer = *printers.emplace_back(std::make_unique<FakePrinter>());
+    printer.name = name;
+    DEVMODEW& mode = printer.devMode;
+    name.copy(mode.dmDeviceName, CCHDEVICENAME - 1);
+    mode.dmSpecVersion = DM_SPECVERSION;
+    mode.dmDriverVersion = 0x0102;
+    mode.dmSize = sizeof(DEVMODEW);
+    mode.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_COPIES | DM_PRINTQUALITY | DM_COLOR;
+    mode.dmOrientation = DMORIENT_PORTRAIT;
+    mode.dmPaperSize = DMPAPER_A4;
+    mode.dmCopies = 1;
+    mode.dmPrintQuality = 600;
+    mode.dmColor = DMCOLOR_COLOR;
+    return printer;
+}
+
+FakePrinter* FakeSpooler::find(const wchar_t* name) {
+    const auto found = std::ranges::find_if(printers, [name](const auto& printer) {
+        return _wcsicmp(printer->name.c_str(), name) == 0;
+    });
+    return found == printers.end() ? nullptr : found->get();
+}
+
+void FakeSpooler::remove(const std::wstring& name) {
+    std::erase_if(printers, [&name](const auto& printer) { return printer->name == name; });
+}
+
+HANDLE FakeSpooler::open(const wchar_t* printer) {
+    ++calls["open"];
+    FakePrinter* found = find(printer);
+    if (found == nullptr) {
+        return nullptr;
+    }
+    ++openHandles;
+    return found;
+}
+
+void FakeSpooler::close(HANDLE) {
+    ++calls["close"];
+    --openHandles;
+}
+
+LONG FakeSpooler::documentProperties(HANDLE, const wchar_t* name, std::span<std::byte> out,
+                                     const DEVMODEW* in, DWORD mode) {
+    ++calls["documentProperties"];
+    modes.push_back(mode);
+    FakePrinter* printer = find(name);
+    if (printer == nullptr || printer->propertiesFail || (mode != 0 && printer->fillFails)) {
+        return -1;
+    }
+    // A driver lays out its own structure, whatever it was given, with the settings it was given.
+    std::vector<std::byte> filled(sizeof(DEVMODEW) + printer->privateBytes.size());
+    if (mode == 0) {
+        return static_cast<LONG>(filled.size());
+    }
+    DEVMODEW result = printer->devMode;
+    if ((mode & DM_IN_BUFFER) != 0 && in != nullptr) {
+        result = *in;
+        result.dmSize = printer->devMode.dmSize;
+        if (printer->correct) {
+            printer->correct(result);
+        }
+    }
+    result.dmDriverExtra = static_cast<WORD>(printer->privateBytes.size() + printer->growsBy);
+    std::memcpy(filled.data(), &result, sizeof(result));
+    std::ranges::copy(std::as_bytes(std::span(printer->privateBytes)),
+                      filled.begin() + sizeof(result));
+    filled.resize(std::min(filled.size(), out.size()));
+    std::ranges::copy(filled, out.begin());
+    return IDOK;
+}
+
+int FakeSpooler::deviceCapabilities(const wchar_t* name, const wchar_t*, WORD capability,
+                                    std::span<std::byte> out, const DEVMODEW*) {
+    ++calls["deviceCapabilities"];
+    FakePrinter* printer = find(name);
+    if (printer == nullptr) {
+        return -1;
+    }
+    const auto wrong = printer->counts.find(capability);
+    if (wrong != printer->counts.end()) {
+        return wrong->second;
+    }
+    std::vector<std::byte> filled;
+    for (const FakePaper& paper : printer->papers) {
+        wchar_t slot[64] = {};
+        paper.name.copy(slot, 64);
+        const auto bytes = capability == DC_PAPERS       ? std::as_bytes(std::span(&paper.id, 1))
+                           : capability == DC_PAPERSIZE  ? std::as_bytes(std::span(&paper.size, 1))
+                           : capability == DC_PAPERNAMES ? std::as_bytes(std::span(slot))
+                                                         : std::span<const std::byte>();
+        filled.insert(filled.end(), bytes.begin(), bytes.end());
+    }
+    if (!out.empty()) {
+        filled.resize(std::min(filled.size(), out.size()));
+        std::ranges::copy(filled, out.begin());
+    }
+    return filled.empty() ? -1 : static_cast<int>(printer->papers.size());
+}
+
+bool FakeSpooler::enumerate(DWORD flags, DWORD, std::span<std::byte> out, DWORD& needed,
+                            DWORD& count) {
+    ++calls["enumerate"];
+    if (whenListing) {
+        whenListing();
+    }
+    std::vector<const FakePrinter*> seen;
+    for (const auto& printer : printers) {
+        if ((flags & PRINTER_ENUM_LOCAL) != 0 ? printer->local : printer->shared) {
+            seen.push_back(printer.get());
+        }
+    }
+    // The records, then the texts that they point to.
+    std::vector<PRINTER_INFO_4W> records(seen.size());
+    TextBlock texts(out, records.size() * sizeof(PRINTER_INFO_4W));
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+        records[i].pPrinterName = texts.add(seen[i]->name);
+    }
+    count = 0;
+    if (!texts.finish(std::as_bytes(std::span(records)), needed)) {
+        return false;
+    }
+    count = static_cast<DWORD>(seen.size());
+    return true;
+}
+
+bool FakeSpooler::info(HANDLE printer, DWORD level, std::span<std::byte> out, DWORD& needed) {
+    ++calls["info"];
+    const FakePrinter& asked = *static_cast<FakePrinter*>(printer);
+    if (level == 5) {
+        PRINTER_INFO_5W record = {};
+        TextBlock texts(out, sizeof(record));
+        record.pPrinterName = texts.add(asked.name);
+        record.pPortName = texts.add(asked.port);
+        return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+    }
+    PRINTER_INFO_2W record = {};
+    TextBlock texts(out, sizeof(record));
+    record.pPrinterName = texts.add(asked.name);
+    record.pComment = texts.add(asked.comment);
+    return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+}
+
+bool FakeSpooler::driver(HANDLE printer, DWORD, std::span<std::byte> out, DWORD& needed) {
+    ++calls["driver"];
+    DRIVER_INFO_1W record = {};
+    TextBlock texts(out, sizeof(record));
+    record.pName = texts.add(static_cast<FakePrinter*>(printer)->driver);
+    return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+}
+
+bool FakeSpooler::defaultPrinter(std::span<wchar_t> out, DWORD& length) {
+    ++calls["defaultPrinter"];
+    length = static_cast<DWORD>(defaultName.size() + 1);
+    if (defaultName.empty() || out.size() < length) {
+        return false;
+    }
+    defaultName.copy(out.data(), defaultName.size());
+    out[defaultName.size()] = 0;
+    return true;
+}
+
+bool FakeSpooler::setDefaultPrinter(const wchar_t* name) {
+    ++calls["setDefaultPrinter"];
+    if (find(name) == nullptr) {
+        return false;
+    }
+    defaultName = name;
+    return true;
+}
+
+bool FakeSpooler::printDialog(PRINTDLGW& dialog) {
+    ++calls["printDialog"];
+    FakePrinter* printer = defaultName.empty() ? nullptr : find(defaultName.c_str());
+    if (printer == nullptr) {
+        return false;
+    }
+    std::vector<std::byte> filled(sizeof(DEVMODEW) + printer->privateBytes.size());
+    if (documentProperties(printer, printer->name.c_str(), filled, nullptr, DM_OUT_BUFFER) !=
+        IDOK) {
+        return false;
+    }
+    dialog.hDevMode = GlobalAlloc(GMEM_MOVEABLE, filled.size());
+    std::ranges::copy(filled, static_cast<std::byte*>(GlobalLock(dialog.hDevMode)));
+    GlobalUnlock(dialog.hDevMode);
+    return true;
+}
+
+int FakeSpooler::escape(HDC, int, std::span<const std::byte>) {
+    ++calls["escape"];
+    return 0;
+}
+
+}  // namespace test_support
