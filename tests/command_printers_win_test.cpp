@@ -63,7 +63,7 @@ TEST_F(CommandPrintersTest, AConfigurationIsMadeForAPrinter) {
         EXPECT_THAT(result.err, HasSubstr(message));
         EXPECT_EQ(read("a.pc3"), before);
     }
-    EXPECT_EQ(spooler_.openHandles, 0);
+    EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
 TEST_F(CommandPrintersTest, CheckTellsWhatAPrinterWillNotTake) {
@@ -102,7 +102,7 @@ TEST_F(CommandPrintersTest, CheckTellsWhatAPrinterWillNotTake) {
     EXPECT_EQ(result.code, 3);
     EXPECT_THAT(result.out, AllOf(HasSubstr("[private-data-left-out]"),
                                   HasSubstr("custom/RawPrivateDeviceData")));
-    EXPECT_EQ(spooler_.openHandles, 0);
+    EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
 TEST_F(CommandPrintersTest, AMovedConfigurationSuitsItsNewPrinter) {
