@@ -1,4 +1,5 @@
-/// What is found while a plotter file is read or written: why it failed, and what was tolerated.
+/// What is found while a plotter file is read or written, or its settings go to a printer: why it
+/// failed, and what was tolerated.
 #pragma once
 
 #include <cstddef>
@@ -59,6 +60,14 @@ enum class PiaCode {
     NotReadBack,
     CharacterLost,
     FileUnwritable,
+    // Printers.
+    PrinterMissing,
+    PrintDataUnusable,
+    DriverDiffers,
+    PrivateDataLeftOut,
+    PaperLeftOut,
+    SettingLeftOut,
+    SettingsRefused,
 };
 
 /// The stable word of a code, such as "checksum-mismatch".

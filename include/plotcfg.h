@@ -1,5 +1,7 @@
 /// Plot configurations (PC3): which device a layout is plotted to, on which paper, and how.
 /// Lengths are millimetres unless the units of a paper say otherwise.
+///
+/// What takes print data or a device context exists on Windows only, in the full library.
 #pragma once
 
 #include <cstddef>
@@ -143,12 +145,15 @@ public:
 
     /// True when a bound is below 0.0001 or the printable area below 1e-8.
     bool emptyBounds() const;
-    /// Takes paper and printable bounds from a printer; true when one changed.
+#ifdef _WIN32
+    /// Takes paper and printable bounds from a printer, the margins as symmetric; true when one
+    /// changed. False as well, with everything as it was, for null or a context that has no page.
     bool setBounds(const wxPrinterDC* dc);
+#endif
     /// Turns the paper by a quarter.
     void swapBounds();
-    /// Fills size name, media bounds, printable bounds and area and the actual printable bounds from
-    /// a paper: millimetres, or pixels as they are (then the dimensional flag is false). The
+    /// Fills size name, media bounds, printable bounds and area and the actual printable bounds
+    /// from a paper: millimetres, or pixels as they are (then the dimensional flag is false). The
     /// printable bounds are the paper without its margins. The name is the global one of a custom
     /// paper, the canonical one of a built-in paper. True when it changed.
     bool applyPaper(const CustomPaperSize& paper);
@@ -183,11 +188,15 @@ public:
 
         bool init(const PiaBlock& block);
         bool write(PiaBlock& block) const;
-        /// Takes the resolution of print data; true when anything changed.
-        bool set(const wut::PrintData& data, const wxDC* dc);
         /// A square resolution. The effective resolutions stay as they are: callers may rely on it.
         void set(long dpi);
+#ifdef _WIN32
+        /// Takes the resolution of print data; true when anything changed. A quality without dots
+        /// per inch needs the printer's context: without one everything stays as it was.
+        bool set(const wut::PrintData& data, const wxDC* dc);
+        /// Puts the resolution into print data.
         void get(wut::PrintData& data) const;
+#endif
     };
 
     std::wstring name;
@@ -357,9 +366,9 @@ public:
     /// a null path or a failed write.
     bool write(const wchar_t* path, PiaReport* report = nullptr);
     bool writeToBlock(PiaBlock& root) const;
-    /// Where `write` to `path` puts a PMP that has no file of its own yet: in the folder "PMP" beside
-    /// `path` when there is one, otherwise beside `path`; named as the PMP or, without a name, as
-    /// `path`. Empty without a PMP.
+    /// Where `write` to `path` puts a PMP that has no file of its own yet: in the folder "PMP"
+    /// beside `path` when there is one, otherwise beside `path`; named as the PMP or, without a
+    /// name, as `path`. Empty without a PMP.
     std::wstring placeForPmp(std::wstring_view path) const;
     /// Takes the printer's own defaults; true when that changed anything.
     bool setToDefault();
@@ -376,9 +385,20 @@ public:
     static bool isBuiltInPDF(const CPlotCfg3* config);
     static bool isBuiltInImage(const CPlotCfg3* config);
 
-    bool toPrintData(wut::PrintData& data) const;
+#ifdef _WIN32
+    /// Puts the settings into print data that were made for the configuration's printer, which must
+    /// be installed. `report`, when given, says why it failed and, as warnings, which stored
+    /// settings were not applied: the document keeps them all. On false `data` is as it was, unless
+    /// the report says `SettingsRefused`: then it has the settings, but the driver has not merged
+    /// them.
+    bool toPrintData(wut::PrintData& data, PiaReport* report = nullptr) const;
+    /// Takes the settings of print data for the configuration's printer, whose name, in any case,
+    /// is `printerName`. With `newConfig` properties that the document lacks are made. `changed`
+    /// says whether a field got another value. On false the fields up to the fault are those of the
+    /// print data, and `report` says what it was.
     bool fromPrintData(wut::PrintData& data, const std::wstring& printerName, bool newConfig,
-                       bool& changed);
+                       bool& changed, PiaReport* report = nullptr);
+#endif
 
     /// The colour schemes of an image device, translated, and the index of the current one. Empty
     /// for others, and `current` stays.

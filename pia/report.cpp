@@ -12,7 +12,7 @@ constexpr bool tableFollowsTheCodes() {
             return false;
         }
     }
-    return std::size(piaCodeTable) == static_cast<std::size_t>(PiaCode::FileUnwritable) + 1;
+    return std::size(piaCodeTable) == static_cast<std::size_t>(PiaCode::SettingsRefused) + 1;
 }
 static_assert(tableFollowsTheCodes());
 

@@ -16,4 +16,13 @@ inline constexpr const wchar_t* pdfImageDpi = L"PdfImageDPI";
 inline constexpr const wchar_t* pdfPdfA = L"PdfPdfA";
 inline constexpr const wchar_t* pdfLayersSetting = L"PdfLayersSetting";
 
+/// Of the device mode. All but the private data, which are hexadecimal, are numbers.
+inline constexpr const wchar_t* driverExtra = L"dmDriverExtra";
+inline constexpr const wchar_t* modeSize = L"dmSize";
+inline constexpr const wchar_t* specVersion = L"dmSpecVersion";
+inline constexpr const wchar_t* mediaType = L"dmMediaType";
+inline constexpr const wchar_t* defaultSource = L"dmDefaultSource";
+inline constexpr const wchar_t* trueTypeOption = L"dmTTOption";
+inline constexpr const wchar_t* privateData = L"RawPrivateDeviceData";
+
 }  // namespace plot_config

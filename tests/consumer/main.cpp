@@ -1,12 +1,24 @@
 // An application of its own that uses the installed library: writes a plot style table, reads it
-// back and compares. Objects cross the library's border in both directions.
+// back and compares. Objects cross the library's border in both directions. On Windows the loaded
+// library brings printers along.
+#include <plotcfg.h>
 #include <plotstyle.h>
 
 #include <cstdio>
 #include <memory>
 #include <string>
 
+#ifdef _WIN32
+constexpr bool prints = true;
+#else
+constexpr bool prints = false;
+#endif
+
 int main() {
+    if ((registerPrinterSystem(nullptr) != nullptr) != prints) {
+        std::puts(prints ? "no printers came with the library" : "printers came out of nowhere");
+        return 1;
+    }
     const wchar_t* path = L"consumer.ctb";
     const std::wstring description = L"Pens of the \u00e9tage";
 

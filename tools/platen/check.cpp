@@ -5,8 +5,10 @@
 #include "tools/platen/commands.h"
 #include "tools/platen/config_rules.h"
 #include "tools/platen/findings.h"
+#include "tools/platen/installed_printers.h"
 #include "tools/platen/json_lines.h"
 #include "tools/platen/parameters_rules.h"
+#include "tools/platen/printer_rules.h"
 #include "tools/platen/recognise.h"
 #include "tools/platen/source.h"
 #include "tools/platen/table_rules.h"
@@ -28,7 +30,8 @@ void checkRewriting(const PiaBlock& root, FindingList& findings) {
 }
 
 std::optional<FileKind> examine(PiaInput& input, const std::wstring& path,
-                                const PiaReadOptions& reading, FindingList& findings) {
+                                const PiaReadOptions& reading, bool askPrinters,
+                                FindingList& findings) {
     std::optional<FileKind> kind;
     Content content;
     const bool opened = input.root() != nullptr;
@@ -45,6 +48,9 @@ std::optional<FileKind> examine(PiaInput& input, const std::wstring& path,
     }
     if (content.config) {
         checkConfig(input, content, findings);
+        if (askPrinters) {
+            checkPrinter(*content.config, findings);
+        }
     }
     if (content.parameters) {
         checkParameters(input, *content.parameters, findings);
@@ -80,7 +86,7 @@ ExitCode checkFile(const std::string& file, const CheckOptions& options, const C
     PiaInput input;
     static_cast<void>(input.open(path.c_str(), reading));
     FindingList findings;
-    const std::optional<FileKind> kind = examine(input, path, reading, findings);
+    const std::optional<FileKind> kind = examine(input, path, reading, options.printers, findings);
     if (options.json) {
         console.out << checkLine(file, kind, findings) << '\n';
     }
@@ -96,6 +102,9 @@ ExitCode checkFile(const std::string& file, const CheckOptions& options, const C
 }  // namespace
 
 ExitCode check(const CheckOptions& options, const Console& console) {
+    if (const std::string fault = printersFault(); options.printers && !fault.empty()) {
+        return fail(console, "", "--printers cannot be used: " + fault);
+    }
     ExitCode worst = ExitCode::Ok;
     for (const std::string& file : options.files) {
         worst = worse(worst, checkFile(file, options, console));

@@ -60,6 +60,7 @@ public:
         addConvert();
         addCreate();
         addSet();
+        addMigrate();
         addPapers();
         addPaper();
         addPrinters();
@@ -98,6 +99,9 @@ public:
         }
         if (*devmode_) {
             return devmode(devmodeOptions_, console);
+        }
+        if (*migrate_) {
+            return migrate(migrateOptions_, console);
         }
         return *papers_ ? papers(papersOptions_, console) : paper(paperOptions_, console);
     }
@@ -142,6 +146,8 @@ private:
         check_ = add("check", "Verify files and list every finding", help::check);
         takeText(check_->add_option("FILE", checkOptions_.files, "Files"))->required();
         check_->add_flag("--json", checkOptions_.json, "One JSON object a line");
+        check_->add_flag("--printers", checkOptions_.printers,
+                         "Ask the printers of configurations, too (Windows)");
         addMaxBody(check_, checkOptions_.maxBody);
     }
 
@@ -170,6 +176,9 @@ private:
                                      "Description of a table"));
         takeText(create_->add_option("--device", createOptions_.device,
                                      "Device of a configuration, such as \"Print As PDF\""))
+            ->type_name("NAME");
+        takeText(create_->add_option("--printer", createOptions_.printer,
+                                     "Printer of a configuration, instead of a device (Windows)"))
             ->type_name("NAME");
         takeText(create_->add_option("--paper", createOptions_.paper,
                                      "Paper of a configuration; the device's first by default"))
@@ -200,6 +209,21 @@ private:
                 setOptions_.backupSuffix.clear();
             }
         });
+    }
+
+    void addMigrate() {
+        migrate_ = add("migrate", "Move configurations to other printers", help::migrate);
+        takeText(migrate_->add_option("DIR", migrateOptions_.folder,
+                                      "Folder; the folders in it are searched, too"))
+            ->required();
+        takeText(migrate_->add_option("--map", migrateOptions_.maps,
+                                      "Old and new printer; may be repeated"))
+            ->type_name("OLD=NEW")
+            ->required();
+        migrate_->add_flag("--dry-run", migrateOptions_.dryRun, "Say what would change");
+        migrate_->add_flag("--names-only", migrateOptions_.namesOnly,
+                           "Do not ask printers; their drivers stay as they are (always so where "
+                           "printers cannot be asked)");
     }
 
     void addPapers() {
@@ -285,6 +309,7 @@ private:
     CLI::App* create_ = nullptr;
     CLI::App* set_ = nullptr;
     CLI::Option* inPlace_ = nullptr;
+    CLI::App* migrate_ = nullptr;
     CLI::App* papers_ = nullptr;
     CLI::App* paper_ = nullptr;
     CLI::App* printers_ = nullptr;
@@ -295,6 +320,7 @@ private:
     ConvertOptions convertOptions_;
     CreateOptions createOptions_;
     SetOptions setOptions_;
+    MigrateOptions migrateOptions_;
     PapersOptions papersOptions_;
     PaperOptions paperOptions_;
     PrintersOptions printersOptions_;

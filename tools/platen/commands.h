@@ -29,6 +29,8 @@ struct GetOptions {
 struct CheckOptions {
     std::vector<std::string> files;
     bool json = false;
+    /// Ask the printers that configurations name, too.
+    bool printers = false;
     std::uint64_t maxBody = usualMaxBody;
 };
 
@@ -51,6 +53,8 @@ struct CreateOptions {
     /// The device and, unless empty, the paper of a configuration.
     std::string device;
     std::string paper;
+    /// The printer of a configuration, instead of a device.
+    std::string printer;
     /// The configuration that plot model parameters are made for.
     std::string from;
 };
@@ -65,6 +69,15 @@ struct SetOptions {
     bool inPlace = false;
     /// The old file is kept under its name and this, unless it is empty.
     std::string backupSuffix;
+};
+
+struct MigrateOptions {
+    std::string folder;
+    /// "OLD=NEW"
+    std::vector<std::string> maps;
+    bool dryRun = false;
+    /// Change names only, without asking printers.
+    bool namesOnly = false;
 };
 
 struct PapersOptions {
@@ -114,6 +127,8 @@ ExitCode convert(const ConvertOptions& options, const Console& console);
 ExitCode create(const CreateOptions& options, const Console& console);
 /// Changes items of the raw tree.
 ExitCode set(const SetOptions& options, const Console& console);
+/// Moves the configurations of a folder from printers to others.
+ExitCode migrate(const MigrateOptions& options, const Console& console);
 /// Lists the papers of a device, of a printer, of a file or of the catalogue.
 ExitCode papers(const PapersOptions& options, const Console& console);
 /// Edits the custom papers of a configuration or of plot model parameters.

@@ -16,8 +16,9 @@ namespace {
 std::string usageFault(const CreateOptions& options) {
     const bool configuration = options.kind == "pc3";
     const bool parameters = options.kind == "pmp";
-    if (configuration && options.device.empty()) {
-        return "a configuration needs --device NAME, such as --device \"Print As PDF\"";
+    if (configuration && options.device.empty() == options.printer.empty()) {
+        return "a configuration needs either --device NAME, such as --device \"Print As PDF\", or "
+               "--printer NAME";
     }
     if (parameters && options.from.empty()) {
         return "plot model parameters are made for a configuration: add --from FILE.pc3";
@@ -28,6 +29,7 @@ std::string usageFault(const CreateOptions& options) {
         const char* reason;
     } rules[] = {
         {options.device, configuration, "--device goes with pc3 only; leave it out"},
+        {options.printer, configuration, "--printer goes with pc3 only; leave it out"},
         {options.paper, configuration, "--paper goes with pc3 only; leave it out"},
         {options.from, parameters, "--from goes with pmp only; leave it out"},
         {options.description, !configuration && !parameters,

@@ -11,6 +11,7 @@
 #include "plotcfg.h"
 #include "pmp.h"
 #include "tools/platen/device_papers.h"
+#include "tools/platen/installed_printers.h"
 #include "tools/platen/suggest.h"
 #include "utcore.h"
 
@@ -60,20 +61,61 @@ ExitCode choosePaper(const CreateOptions& options, const std::wstring& paper, CP
     return ExitCode::Ok;
 }
 
+/// Null after a message.
+std::unique_ptr<CPlotCfg3> ofDevice(const CreateOptions& options, const Console& console) {
+    std::wstring device;
+    if (!ut::decodeUtf8(options.device, device)) {
+        refuse(options, "the name of the device must be UTF-8", console);
+        return nullptr;
+    }
+    std::unique_ptr<CPlotCfg3> config = configurationFor(device);
+    if (!config) {
+        refuse(options,
+               "there is no device \"" + options.device + '"' + suggestion(device, deviceNames()),
+               console);
+    }
+    return config;
+}
+
+/// Likewise.
+std::unique_ptr<CPlotCfg3> ofPrinter(const CreateOptions& options, const Console& console) {
+    std::wstring printer;
+    if (const std::string fault = printersFault(); !fault.empty()) {
+        refuse(options, "--printer cannot be used: " + fault, console);
+        return nullptr;
+    }
+    if (!ut::decodeUtf8(options.printer, printer)) {
+        refuse(options, "the name of the printer must be UTF-8", console);
+        return nullptr;
+    }
+    if (!askPrinter(printer)) {
+        refuse(
+            options,
+            "there is no printer \"" + options.printer + '"' + suggestion(printer, printerNames()),
+            console);
+        return nullptr;
+    }
+    std::unique_ptr<CPlotCfg3> config = configurationOf(printer);
+    if (!config) {
+        refuse(options,
+               "the printer's settings cannot be taken; print a test page to see whether "
+               "its driver works",
+               console);
+    }
+    return config;
+}
+
 }  // namespace
 
 ExitCode makeConfiguration(const CreateOptions& options, PiaBlock& root, const Console& console) {
-    std::wstring device;
     std::wstring paper;
-    if (!ut::decodeUtf8(options.device, device) || !ut::decodeUtf8(options.paper, paper)) {
-        return refuse(options, "the names of device and paper must be UTF-8", console);
+    if (!ut::decodeUtf8(options.paper, paper)) {
+        return refuse(options, "the name of the paper must be UTF-8", console);
     }
-    const std::unique_ptr<CPlotCfg3> config = configurationFor(device);
+    const std::unique_ptr<CPlotCfg3> config =
+        options.printer.empty() ? ofDevice(options, console) : ofPrinter(options, console);
     if (!config) {
-        return refuse(
-            options,
-            "there is no device \"" + options.device + '"' + suggestion(device, deviceNames()),
-            console);
+        return ExitCode::Error;
     }
     if (!paper.empty() && choosePaper(options, paper, *config, console) != ExitCode::Ok) {
         return ExitCode::Error;

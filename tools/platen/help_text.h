@@ -42,6 +42,7 @@ the place and a remedy. Errors keep the file from being used (exit 2), warnings 
 Examples:
   platen check pens.ctb                 "pens.ctb: ok, ..." or the findings
   platen check plotter.pc3              the PMP that it names is looked for, too
+  platen check --printers plotter.pc3   Windows: is the printer there, and does it take all this?
   platen check --json *.ctb             one JSON object a line, schema platen.check/1)";
 
 inline constexpr const char* convert =
@@ -69,6 +70,7 @@ Examples:
   platen create stb -o named.stb --description "Named pens"     one style, "Normal"
   platen create pc3 --device "Print As PDF" -o pdf.pc3
   platen create pc3 --device "Print As PNG" --paper "XGA (1024.00 x 768.00 Pixels)" -o png.pc3
+  platen create pc3 --printer "Office" -o office.pc3     its defaults (Windows)
   platen create pmp --from pdf.pc3 -o pdf.pmp     no papers yet; platen paper has them)text";
 
 inline constexpr const char* set =
@@ -82,6 +84,19 @@ Examples:
   platen set a.pc3 meta/config_description="Office, 2nd floor" --in-place=.bak
   platen set a.pc3 vendor:block vendor/level:num=3 vendor/key:bin=00FF --in-place
   platen set a.pc3 --delete vendor/key --delete custom --in-place)";
+
+inline constexpr const char* migrate =
+    R"(Configurations are recognised by their content. Each that names printer OLD names NEW
+afterwards; the old file stays beside it with ".bak" at the end of its name, and names that end so
+are passed over, as are symbolic links. Everything else in the files stays as it was.
+
+On Windows NEW is asked for its driver, and what it will not take of a configuration is a warning
+(exit 3). Elsewhere, or with --names-only, the driver's name stays, too: when NEW has another one,
+programs on Windows look for a printer of the old driver.
+
+Examples:
+  platen migrate plotters --map "Old plotter=New plotter" --dry-run
+  platen migrate plotters --map "Old plotter=New plotter" --map Office=Office2)";
 
 inline constexpr const char* papers =
     R"(Lengths are in millimetres and inches, or in pixels for images.

@@ -7,8 +7,8 @@
 #include "tools/platen/document_state.h"
 #include "tools/platen/item_edit.h"
 #include "tools/platen/output.h"
-#include "tools/platen/recognise.h"
 #include "tools/platen/source.h"
+#include "tools/platen/write_source.h"
 
 namespace platen {
 namespace {
@@ -40,41 +40,9 @@ bool edit(const SetOptions& options, ItemEditor& editor, const Console& console)
     return done;
 }
 
-/// A file whose header names no kind gets the kind of what it holds.
-PiaKind headerKind(PiaInput& input) {
-    if (input.container().kind) {
-        return *input.container().kind;
-    }
-    switch (recognise(input).kind) {
-        case FileKind::Ctb:
-            return PiaKind::Ctb;
-        case FileKind::Stb:
-            return PiaKind::Stb;
-        default:
-            return PiaKind::Pc3;
-    }
-}
-
-ExitCode writeResult(Source& source, bool changed, const std::string& file,
-                     const Console& console) {
-    if (!changed) {
-        return writeBytes(source.bytes.view(), file, console);
-    }
-    const PiaBlock& root = *source.input.root();
-    switch (source.form) {
-        case SourceForm::Json:
-            return writeJson(root, file, console);
-        case SourceForm::BodyText:
-            return writeBodyText(root, file, console);
-        case SourceForm::Compressed:
-            break;
-    }
-    return writeCompressed(root, headerKind(source.input), file, console);
-}
-
 ExitCode store(const SetOptions& options, Source& source, bool changed, const Console& console) {
     if (!options.inPlace) {
-        return writeResult(source, changed, options.out, console);
+        return writeSource(source, changed, options.out, console);
     }
     if (!options.backupSuffix.empty()) {
         const std::string backup = options.file + options.backupSuffix;
@@ -82,7 +50,7 @@ ExitCode store(const SetOptions& options, Source& source, bool changed, const Co
             return ExitCode::Error;
         }
     }
-    return changed ? writeResult(source, changed, options.file, console) : ExitCode::Ok;
+    return changed ? writeSource(source, changed, options.file, console) : ExitCode::Ok;
 }
 
 }  // namespace

@@ -1,0 +1,27 @@
+/// The files of a folder and of all folders in it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace platen {
+
+struct FileWalk {
+    /// As `ut::encodePath` gives them, beginning with the folder; sorted folder by folder.
+    std::vector<std::string> files;
+    struct Fault {
+        std::string path;
+        std::string reason;
+    };
+    /// Folders and entries that cannot be looked at.
+    std::vector<Fault> faults;
+};
+
+/// Finds regular files. Symbolic links are not followed: what they lead to may stand elsewhere.
+FileWalk walkFiles(const std::string& folder);
+
+/// The first bytes of a file, at most `count`; fewer when it is shorter or cannot be read.
+std::string beginningOf(const std::string& file, std::size_t count);
+
+}  // namespace platen
