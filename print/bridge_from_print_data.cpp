@@ -31,8 +31,11 @@ bool takeNumber(CCustomNode& custom, const wchar_t* name, int value, bool& chang
                 PiaReport& report) {
     int old = 0;
     const bool same = custom.get(old, name) && old == value;
+    if (!custom.set(value, name, false)) {
+        return missing(name, report);
+    }
     changed = changed || !same;
-    return custom.set(value, name, false) || missing(name, report);
+    return true;
 }
 
 /// Stores a number that a new configuration does not have yet.

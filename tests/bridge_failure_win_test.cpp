@@ -132,7 +132,7 @@ TEST_F(BridgeFailureTest, ANewDriverGetsTheSettingsAndNotTheOldOnesBytes) {
     wut::PrintData empty;
     EXPECT_FALSE(config_->toPrintData(empty, &report));
     EXPECT_EQ(codeOf(report), PiaCode::SettingsRefused);
-    EXPECT_EQ(empty.GetPrinterName(), name);
+    EXPECT_EQ(empty.GetPrinterName().ToStdWstring(), name);
     EXPECT_EQ(bodyOfDocument(*config_), document);
 }
 
@@ -178,7 +178,8 @@ TEST_F(BridgeFailureTest, APaperIsSetAsFarAsTheDriverTakesIt) {
         {DM_PAPERSIZE, L"", L"kept", 9, nullptr},
     };
     for (const auto& [fields, paper, formName, id, warning] : cases) {
-        printer_.devMode.dmFields = fields;
+        // What it is given of a setting that it does not have, a driver throws out.
+        printer_.correct = [only = fields](DEVMODEW& mode) { mode.dmFields = only; };
         CPlotCfg3 config(*config_);
         bool changed = false;
         wut::PrintData defaults(name);

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "pia_report.h"
 #include "print/page_bounds.h"
 #include "tests/bridge_support.h"
 #include "utcore.h"

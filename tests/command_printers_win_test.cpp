@@ -20,6 +20,15 @@ protected:
         spooler_.add(L"Plotter").driver = L"Plot Driver";
     }
 
+    /// A printer in memory has no page that could be measured.
+    void giveA4(const std::string& file) const {
+        const std::string description = "media/size/media_description/";
+        prepare({"set", file, "--in-place", description + "media_bounds/urx=210",
+                 description + "media_bounds/ury=297", description + "printable_bounds_llx=5",
+                 description + "printable_bounds_lly=5", description + "printable_bounds_urx=205",
+                 description + "printable_bounds_ury=292"});
+    }
+
     test_support::FakeSpooler spooler_;
 
 private:
@@ -32,6 +41,7 @@ TEST_F(CommandPrintersTest, AConfigurationIsMadeForAPrinter) {
         run({"get", "@a.pc3", "meta/win_device_name", "meta/win_driver_name", "media/size/name"})
             .out,
         "Office\nFake Driver\nA4\n");
+    giveA4("@a.pc3");
     EXPECT_EQ(run({"check", "--printers", "@a.pc3"}).code, 0);
     const std::string before = read("a.pc3");
     spooler_.find(L"Plotter")->propertiesFail = true;
@@ -58,6 +68,7 @@ TEST_F(CommandPrintersTest, AConfigurationIsMadeForAPrinter) {
 
 TEST_F(CommandPrintersTest, CheckTellsWhatAPrinterWillNotTake) {
     prepare({"create", "pc3", "--printer", "Office", "-o", "@a.pc3"});
+    giveA4("@a.pc3");
     prepare({"create", "pc3", "--device", "Print As PDF", "-o", "@pdf.pc3"});
     EXPECT_EQ(run({"check", "--printers", "@a.pc3", "@pdf.pc3"}).code, 0);
     const struct {
@@ -127,6 +138,7 @@ TEST_F(CommandPrintersTest, AMovedConfigurationSuitsItsNewPrinter) {
     prepare({"create", "pc3", "--printer", "Office", "-o", "@tree/b.pc3"});
     result = run({"migrate", "@tree", "--map", "Office=Office 2"});
     EXPECT_EQ(result.code, 0) << result.err;
+    giveA4("@tree/b.pc3");
     EXPECT_EQ(run({"check", "--printers", "@tree/b.pc3"}).code, 0);
 }
 

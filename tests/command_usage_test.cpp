@@ -48,8 +48,8 @@ TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
 TEST_F(CommandUsageTest, HelpShowsExamplesAndVersionShowsItself) {
     EXPECT_THAT(run({"--version"}).out, testing::MatchesRegex("platen .*\\..*\\..*\n"));
     const std::vector<std::vector<std::string>> commands{
-        {},          {"info"},   {"get"},   {"check"},        {"convert"},  {"create"}, {"set"},
-        {"migrate"}, {"papers"}, {"paper"}, {"paper", "add"}, {"printers"}, {"devmode"}};
+        {},      {"migrate"}, {"info"},  {"get"},          {"check"},    {"convert"}, {"create"},
+        {"set"}, {"papers"},  {"paper"}, {"paper", "add"}, {"printers"}, {"devmode"}};
     for (std::vector<std::string> arguments : commands) {
         std::string name;
         for (const std::string& word : arguments) {

@@ -76,13 +76,19 @@ HANDLE FakeSpooler::open(const wchar_t* printer) {
     if (found == nullptr) {
         return nullptr;
     }
-    ++openHandles;
-    return found;
+    const HANDLE handle = reinterpret_cast<HANDLE>(++handlesGiven_);
+    handles[handle] = found->name;
+    return handle;
 }
 
-void FakeSpooler::close(HANDLE) {
+void FakeSpooler::close(HANDLE printer) {
     ++calls["close"];
-    --openHandles;
+    handles.erase(printer);
+}
+
+FakePrinter* FakeSpooler::of(HANDLE printer) {
+    const auto found = handles.find(printer);
+    return found == handles.end() ? nullptr : find(found->second.c_str());
 }
 
 LONG FakeSpooler::documentProperties(HANDLE, const wchar_t* name, std::span<std::byte> out,
@@ -96,10 +102,15 @@ LONG FakeSpooler::documentProperties(HANDLE, const wchar_t* name, std::span<std:
     // A driver lays out its own structure, whatever it was given, with the settings it was given.
     std::vector<std::byte> filled(sizeof(DEVMODEW) + printer->privateBytes.size());
     if (mode == 0) {
-        return static_cast<LONG>(filled.size());
+        return printer->size.value_or(static_cast<LONG>(filled.size()));
     }
     DEVMODEW result = printer->devMode;
+    std::ranges::copy(std::as_bytes(std::span(printer->privateBytes)),
+                      filled.begin() + sizeof(result));
     if ((mode & DM_IN_BUFFER) != 0 && in != nullptr) {
+        const auto* given = reinterpret_cast<const std::byte*>(in) + in->dmSize;
+        std::copy_n(given, std::min<std::size_t>(in->dmDriverExtra, printer->privateBytes.size()),
+                    filled.begin() + sizeof(result));
         result = *in;
         result.dmSize = printer->devMode.dmSize;
         if (printer->correct) {
@@ -108,8 +119,6 @@ LONG FakeSpooler::documentProperties(HANDLE, const wchar_t* name, std::span<std:
     }
     result.dmDriverExtra = static_cast<WORD>(printer->privateBytes.size() + printer->growsBy);
     std::memcpy(filled.data(), &result, sizeof(result));
-    std::ranges::copy(std::as_bytes(std::span(printer->privateBytes)),
-                      filled.begin() + sizeof(result));
     filled.resize(std::min(filled.size(), out.size()));
     std::ranges::copy(filled, out.begin());
     return IDOK;
@@ -121,6 +130,9 @@ int FakeSpooler::deviceCapabilities(const wchar_t* name, const wchar_t*, WORD ca
     FakePrinter* printer = find(name);
     if (printer == nullptr) {
         return -1;
+    }
+    if (printer->whenAsked) {
+        printer->whenAsked(capability, out.empty());
     }
     const auto wrong = printer->counts.find(capability);
     if (wrong != printer->counts.end()) {
@@ -171,26 +183,33 @@ bool FakeSpooler::enumerate(DWORD flags, DWORD, std::span<std::byte> out, DWORD&
 
 bool FakeSpooler::info(HANDLE printer, DWORD level, std::span<std::byte> out, DWORD& needed) {
     ++calls["info"];
-    const FakePrinter& asked = *static_cast<FakePrinter*>(printer);
+    const FakePrinter* asked = of(printer);
+    if (asked == nullptr) {
+        return false;
+    }
     if (level == 5) {
         PRINTER_INFO_5W record = {};
         TextBlock texts(out, sizeof(record));
-        record.pPrinterName = texts.add(asked.name);
-        record.pPortName = texts.add(asked.port);
+        record.pPrinterName = texts.add(asked->name);
+        record.pPortName = texts.add(asked->port);
         return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
     }
     PRINTER_INFO_2W record = {};
     TextBlock texts(out, sizeof(record));
-    record.pPrinterName = texts.add(asked.name);
-    record.pComment = texts.add(asked.comment);
+    record.pPrinterName = texts.add(asked->name);
+    record.pComment = texts.add(asked->comment);
     return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
 }
 
 bool FakeSpooler::driver(HANDLE printer, DWORD, std::span<std::byte> out, DWORD& needed) {
     ++calls["driver"];
+    const FakePrinter* asked = of(printer);
+    if (asked == nullptr) {
+        return false;
+    }
     DRIVER_INFO_1W record = {};
     TextBlock texts(out, sizeof(record));
-    record.pName = texts.add(static_cast<FakePrinter*>(printer)->driver);
+    record.pName = texts.add(asked->driver);
     return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
 }
 
@@ -216,12 +235,12 @@ bool FakeSpooler::setDefaultPrinter(const wchar_t* name) {
 
 bool FakeSpooler::printDialog(PRINTDLGW& dialog) {
     ++calls["printDialog"];
-    FakePrinter* printer = defaultName.empty() ? nullptr : find(defaultName.c_str());
+    const FakePrinter* printer = find(defaultName.c_str());
     if (printer == nullptr) {
         return false;
     }
     std::vector<std::byte> filled(sizeof(DEVMODEW) + printer->privateBytes.size());
-    if (documentProperties(printer, printer->name.c_str(), filled, nullptr, DM_OUT_BUFFER) !=
+    if (documentProperties(nullptr, printer->name.c_str(), filled, nullptr, DM_OUT_BUFFER) !=
         IDOK) {
         return false;
     }

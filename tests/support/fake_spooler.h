@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,14 +37,19 @@ struct FakePrinter {
 
     /// What the driver does to the settings it is to merge.
     std::function<void(DEVMODEW&)> correct;
+    /// Called at the beginning of each question for a capability, which counts or fills.
+    std::function<void(WORD capability, bool counts)> whenAsked;
 
     /// Faults. A count that the driver reports in place of its number of papers, by capability:
     std::map<WORD, int> counts;
-    /// Properties cannot be had (-1 for every call), or only their size.
+    /// `documentProperties` fails for every call, or for those that are not about the size.
     bool propertiesFail = false;
     bool fillFails = false;
-    /// The device mode that is filled in claims this many private bytes more than were announced.
+    /// The device mode that is filled in claims this many private bytes more than it was said to
+    /// need.
     WORD growsBy = 0;
+    /// What is said to be needed in place of the true size.
+    std::optional<LONG> size;
 };
 
 class FakeSpooler : public wut::Spooler {
@@ -55,8 +61,8 @@ public:
     std::function<void()> whenListing;
     /// How often each function was called: "open", "close", "documentProperties", ...
     std::map<std::string, int> calls;
-    /// Handles that are open now.
-    int openHandles = 0;
+    /// Handles that are open now, by the printers they were opened for.
+    std::map<HANDLE, std::wstring> handles;
     /// Modes of `documentProperties` calls, in order.
     std::vector<DWORD> modes;
 
@@ -80,6 +86,12 @@ public:
     bool setDefaultPrinter(const wchar_t* name) override;
     bool printDialog(PRINTDLGW& dialog) override;
     int escape(HDC device, int number, std::span<const std::byte> in) override;
+
+private:
+    /// Null when the handle is closed or its printer is gone.
+    FakePrinter* of(HANDLE printer);
+
+    std::size_t handlesGiven_ = 0;
 };
 
 }  // namespace test_support

@@ -94,14 +94,14 @@ public:
         if (*set_) {
             return set(setOptions_, console);
         }
+        if (*migrate_) {
+            return migrate(migrateOptions_, console);
+        }
         if (*printers_) {
             return printers(printersOptions_, console);
         }
         if (*devmode_) {
             return devmode(devmodeOptions_, console);
-        }
-        if (*migrate_) {
-            return migrate(migrateOptions_, console);
         }
         return *papers_ ? papers(papersOptions_, console) : paper(paperOptions_, console);
     }

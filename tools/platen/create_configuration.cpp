@@ -12,6 +12,7 @@
 #include "pmp.h"
 #include "tools/platen/device_papers.h"
 #include "tools/platen/installed_printers.h"
+#include "tools/platen/printer_names.h"
 #include "tools/platen/suggest.h"
 #include "utcore.h"
 

@@ -26,7 +26,6 @@ struct InstalledPrinter {
 
 /// Nothing when there is no such printer, or when it cannot be opened.
 std::optional<InstalledPrinter> askPrinter(const std::wstring& name);
-std::vector<std::wstring> printerNames();
 
 /// Moves the configuration to a printer of its driver when its own is gone; true when it did.
 bool moveByDriver(CPlotCfg3& config);

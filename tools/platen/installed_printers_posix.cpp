@@ -1,4 +1,5 @@
 #include "tools/platen/installed_printers.h"
+#include "tools/platen/printer_names.h"
 
 namespace platen {
 

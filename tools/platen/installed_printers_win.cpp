@@ -76,16 +76,6 @@ std::optional<InstalledPrinter> askPrinter(const std::wstring& name) {
     return printer;
 }
 
-std::vector<std::wstring> printerNames() {
-    OdArray<OdString> names;
-    wut::getSystemPrinters(names);
-    std::vector<std::wstring> texts;
-    for (const OdString& name : names) {
-        texts.push_back(name.text());
-    }
-    return texts;
-}
-
 bool moveByDriver(CPlotCfg3& config) {
     const PrintSession session;
     return wut::installedPrinters().resolveByDriver(config);

@@ -15,6 +15,7 @@
 #include "tools/platen/installed_printers.h"
 #include "tools/platen/printer_fit.h"
 #include "tools/platen/printer_map.h"
+#include "tools/platen/printer_names.h"
 #include "tools/platen/recognise.h"
 #include "tools/platen/source.h"
 #include "tools/platen/suggest.h"

@@ -61,7 +61,7 @@ ExitCode listPrinters(bool json, const Console& console) {
     std::vector<std::vector<std::string>> rows{
         {"printer", "default", "driver", "port", "papers", "comment"}};
     ExitCode code = ExitCode::Ok;
-    for (const std::wstring& name : distinctPrinters()) {
+    for (const std::wstring& name : printerNames()) {
         ShownPrinter printer;
         if (!ask(name, defaultName, printer)) {
             code = warn(console, ut::encodeUtf8(name),

@@ -9,7 +9,7 @@
 namespace platen {
 
 /// Each once, in the spooler's order.
-std::vector<std::wstring> distinctPrinters();
+std::vector<std::wstring> printerNames();
 
 bool sameNoCase(const std::wstring& left, const std::wstring& right);
 

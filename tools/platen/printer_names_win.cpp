@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "print.h"
-#include "tools/platen/installed_printers.h"
 #include "tools/platen/printer_names.h"
 #include "tools/platen/suggest.h"
 #include "utcore.h"
@@ -12,12 +11,14 @@ bool sameNoCase(const std::wstring& left, const std::wstring& right) {
     return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-std::vector<std::wstring> distinctPrinters() {
+std::vector<std::wstring> printerNames() {
+    OdArray<OdString> found;
+    wut::getSystemPrinters(found);
     std::vector<std::wstring> names;
-    for (const std::wstring& name : printerNames()) {
+    for (const OdString& name : found) {
         // A printer that is local and shared is reported twice.
-        if (std::find(names.begin(), names.end(), name) == names.end()) {
-            names.push_back(name);
+        if (std::find(names.begin(), names.end(), name.text()) == names.end()) {
+            names.push_back(name.text());
         }
     }
     return names;
@@ -31,7 +32,7 @@ bool findPrinter(const std::string& printer, std::wstring& name, const Console& 
     if (CPrnHelper(name.c_str()).isValid()) {
         return true;
     }
-    const std::vector<std::wstring> names = distinctPrinters();
+    const std::vector<std::wstring> names = printerNames();
     fail(console, printer,
          names.empty()
              ? "there is no such printer; none is installed"
