@@ -63,7 +63,7 @@ TEST_F(BridgeDocumentsTest, ANewConfigurationDescribesItsPrinter) {
         EXPECT_EQ(value, expected) << ut::encodeUtf8(key);
     }
     // Every handle is given back.
-    EXPECT_EQ(spooler_.openHandles, 0);
+    EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
 TEST_F(BridgeDocumentsTest, WhatCannotBeAskedMakesNoConfiguration) {
@@ -81,7 +81,7 @@ TEST_F(BridgeDocumentsTest, WhatCannotBeAskedMakesNoConfiguration) {
     const auto config = create(L"Fake");
     ASSERT_NE(config, nullptr);
     EXPECT_EQ(config->media.size.name, L"User300");
-    EXPECT_EQ(spooler_.openHandles, 0);
+    EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
 TEST_F(BridgeDocumentsTest, ALostPrinterGivesWayToTheNextOfItsDriver) {
@@ -111,7 +111,7 @@ TEST_F(BridgeDocumentsTest, ALostPrinterGivesWayToTheNextOfItsDriver) {
         EXPECT_EQ(config->meta.winDeviceName, expected) << what;
         EXPECT_EQ(printerChanged, moved) << what;
         EXPECT_EQ(config->meta.friendlyNetName, L"friendly") << what;
-        EXPECT_EQ(spooler_.openHandles, 0) << what;
+        EXPECT_EQ(spooler_.handles.size(), 0U) << what;
     }
     // A printer that both lists have is asked once.
     bool printerChanged = false;

@@ -63,7 +63,7 @@ TEST_F(CommandPrintersTest, AConfigurationIsMadeForAPrinter) {
         EXPECT_THAT(result.err, HasSubstr(message));
         EXPECT_EQ(read("a.pc3"), before);
     }
-    EXPECT_EQ(spooler_.openHandles, 0);
+    EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
 TEST_F(CommandPrintersTest, CheckTellsWhatAPrinterWillNotTake) {
@@ -102,7 +102,7 @@ TEST_F(CommandPrintersTest, CheckTellsWhatAPrinterWillNotTake) {
     EXPECT_EQ(result.code, 3);
     EXPECT_THAT(result.out, AllOf(HasSubstr("[private-data-left-out]"),
                                   HasSubstr("custom/RawPrivateDeviceData")));
-    EXPECT_EQ(spooler_.openHandles, 0);
+    EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
 TEST_F(CommandPrintersTest, AMovedConfigurationSuitsItsNewPrinter) {
@@ -133,9 +133,14 @@ TEST_F(CommandPrintersTest, AMovedConfigurationSuitsItsNewPrinter) {
                 AllOf(HasSubstr("[private-data-left-out]"), Not(HasSubstr("[printer-moved]"))));
     EXPECT_THAT(run({"info", "@tree/a.pc3"}).out, HasSubstr("RawPrivateDeviceData"));
     EXPECT_EQ(read("tree/a.pc3.bak"), before);
+    // Bytes of the same length are applied, whoever's they are.
+    spooler_.add(L"Other").driver = L"Other Driver";
+    prepare({"create", "pc3", "--printer", "Office", "-o", "@tree/b.pc3"});
+    result = run({"migrate", "@tree", "--dry-run", "--map", "Office=Other"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_THAT(result.err, HasSubstr("will take the 8 bytes of the old one's own settings"));
     // A printer of the same driver and settings takes everything.
     spooler_.add(L"Office 2");
-    prepare({"create", "pc3", "--printer", "Office", "-o", "@tree/b.pc3"});
     result = run({"migrate", "@tree", "--map", "Office=Office 2"});
     EXPECT_EQ(result.code, 0) << result.err;
     giveA4("@tree/b.pc3");
