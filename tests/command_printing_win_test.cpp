@@ -69,7 +69,7 @@ TEST_F(CommandPrintingTest, EachPrinterIsListedOnce) {
     EXPECT_THAT(run({"printers"}).out,
                 AllOf(HasSubstr("\nPlotter           Roll driver  LPT1:  3       Second floor\n"),
                       HasSubstr("\nOffice   yes      Fake Driver  LPT1:  2\n")));
-    EXPECT_EQ(spooler_.openHandles, 0);
+    EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
 TEST_F(CommandPrintingTest, APrinterThatVanishedIsAWarning) {
