@@ -119,7 +119,7 @@ public:
     /// Takes the printer's default settings; knows no printer when that fails.
     explicit PrintData(const wchar_t* printerName);
     PrintData(const PrintData&) = default;
-    PrintData& operator=(const PrintData& other);
+    PrintData& operator=(const PrintData&) = default;
 
     bool isMergeColors() const { return mergeColors_; }
     void setMergeColors(bool on) { mergeColors_ = on; }

@@ -14,7 +14,7 @@ namespace wut {
 /// A call that fills memory or says how many bytes it needs.
 using SpoolerCall = std::function<bool(std::span<std::byte> out, DWORD& needed)>;
 
-/// Asks for the size, then for the data; once more when they have grown in between. Empty when
+/// Asks for the size, then for the data; again when they have grown in between. Empty when
 /// there is nothing or the call fails.
 std::vector<std::byte> spoolerData(const SpoolerCall& call);
 

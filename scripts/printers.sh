@@ -37,6 +37,8 @@ printers_start() {
     printers_record "$folder" $$
     chmod 711 "$folder"
     mkdir "$folder"/{etc,state,cache,spool,tmp,out}
+    # The filters keep their temporary files there, as another user.
+    chmod 1777 "$folder/tmp"
     printers_configure "$folder"
     printers_serve "$folder"
     printers_add_queues "$folder"
@@ -70,6 +72,7 @@ DefaultAuthType None
 Browsing Off
 WebInterface No
 PreserveJobFiles Yes
+DirtyCleanInterval 0
 <Location />
   Order allow,deny
   Allow all
@@ -118,17 +121,18 @@ printers_serve() {
 
 printers_add_queues() {
     local folder=$1
-    printers_add "$folder" Plotter plotter.prn drv:///cupsfilters.drv/dsgnjt1050cpcl.ppd
-    printers_add "$folder" Office office.ps drv:///sample.drv/generic.ppd
+    printers_add "$folder" Plotter 'Roll plotter' plotter.prn \
+        drv:///cupsfilters.drv/dsgnjt1050cpcl.ppd
+    printers_add "$folder" Office 'Office printer' office.ps drv:///sample.drv/generic.ppd
     CUPS_SERVER=$folder/cups.sock "$printers_lpadmin" -d Office >>"$folder/lpadmin.out" 2>&1 ||
         printers_complain "$folder" "no default queue can be set"
 }
 
-# printers_add FOLDER QUEUE FILE DRIVER
+# printers_add FOLDER QUEUE COMMENT FILE DRIVER
 printers_add() {
-    CUPS_SERVER=$1/cups.sock "$printers_lpadmin" -p "$2" -E -v "file://$1/out/$3" -m "$4" \
+    CUPS_SERVER=$1/cups.sock "$printers_lpadmin" -p "$2" -E -D "$3" -v "file://$1/out/$4" -m "$5" \
         >>"$1/lpadmin.out" 2>&1 ||
-        printers_complain "$1" "the queue $2 cannot be made with the driver $4"
+        printers_complain "$1" "the queue $2 cannot be made with the driver $5"
 }
 
 # Ends the script with the spooler's own words; its logs are kept.

@@ -25,7 +25,11 @@ TEST_F(SpoolerPrintersTest, BothQueuesAreListedAndOfficeIsTheDefault) {
 }
 
 TEST_F(SpoolerPrintersTest, AQueueTellsItsDriverPortAndComment) {
-    for (const std::wstring name : {L"Plotter", L"Office"}) {
+    const struct {
+        std::wstring name;
+        const wchar_t* comment;
+    } queues[] = {{L"Plotter", L"Roll plotter"}, {L"Office", L"Office printer"}};
+    for (const auto& [name, comment] : queues) {
         const CPrnHelper printer(name.c_str());
         ASSERT_TRUE(printer.isValid());
         std::wstring text = L"before";
@@ -35,7 +39,7 @@ TEST_F(SpoolerPrintersTest, AQueueTellsItsDriverPortAndComment) {
         EXPECT_TRUE(printer.getPorts(text));
         EXPECT_EQ(text, L"CUPS:" + name);
         EXPECT_EQ(wut::getPrinterPorts(wut::PrinterHandle(OdString(name))).text(), text);
-        EXPECT_EQ(wut::getPrinterComment(printer.handle()), OdString(L"?"));
+        EXPECT_EQ(wut::getPrinterComment(printer.handle()), OdString(comment));
     }
 }
 

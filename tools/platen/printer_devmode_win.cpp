@@ -1,9 +1,14 @@
+#include <memory>
 #include <string>
 
+#include "pia.h"
+#include "plotcfg.h"
 #include "print.h"
 #include "tools/platen/devmode_text.h"
+#include "tools/platen/print_session.h"
 #include "tools/platen/printer_names.h"
 #include "tools/platen/printing.h"
+#include "utcore.h"
 
 namespace platen {
 
@@ -21,9 +26,35 @@ ExitCode showDevMode(const std::string& printer, bool json, const Console& conso
     return ExitCode::Ok;
 }
 
-ExitCode showDevModeOfConfiguration(const std::string& file, bool /*json*/,
-                                    const Console& console) {
-    return fail(console, file, "configurations have no device mode here yet; name a printer");
+ExitCode showDevModeOfConfiguration(const std::string& file, bool json, const Console& console) {
+    PiaInput input;
+    bool printerChanged = false;
+    std::unique_ptr<CPlotCfg3> config;
+    if (input.open(ut::decodePath(file).c_str())) {
+        config = CPlotCfg3::fromInput(input, printerChanged);
+    }
+    if (!config) {
+        return fail(console, file, input.report());
+    }
+    if (config->builtInDevice() != nullptr) {
+        return fail(console, file,
+                    "a configuration of a built-in device has no printer, and so no device mode");
+    }
+    const PrintSession session;
+    if (!session.isOk()) {
+        return fail(console, file, "the print system of wxWidgets does not start");
+    }
+    wut::PrintData data(config->meta.winDeviceName.c_str());
+    PiaReport report;
+    if (!config->toPrintData(data, &report)) {
+        return fail(console, file, report);
+    }
+    wut::DEVMODE_RAII devMode(data);
+    if (!devMode) {
+        return fail(console, file, "its printer's driver gives no device mode");
+    }
+    printDevMode(*devMode.get(), file, json, console);
+    return worse(warn(console, file, input.report()), warn(console, file, report));
 }
 
 }  // namespace platen
