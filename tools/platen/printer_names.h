@@ -1,4 +1,4 @@
-/// Installed printers by name (Windows).
+/// Installed printers by name.
 #pragma once
 
 #include <string>
@@ -8,9 +8,10 @@
 
 namespace platen {
 
-/// Each once, in the spooler's order.
+/// Each once, in the spooler's order. None on systems other than Windows.
 std::vector<std::wstring> printerNames();
 
+// Windows only, as what follows.
 bool sameNoCase(const std::wstring& left, const std::wstring& right);
 
 /// Decodes the name of a printer that can be opened. False after a message.
