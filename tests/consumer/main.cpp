@@ -1,6 +1,6 @@
 // An application of its own that uses the installed library: writes a plot style table, reads it
-// back and compares. Objects cross the library's border in both directions. On Windows the loaded
-// library brings printers along.
+// back and compares. Objects cross the library's border in both directions. Where the library can
+// print, loading it brings printers along.
 #include <plotcfg.h>
 #include <plotstyle.h>
 
@@ -8,13 +8,8 @@
 #include <memory>
 #include <string>
 
-#ifdef _WIN32
-constexpr bool prints = true;
-#else
-constexpr bool prints = false;
-#endif
-
 int main() {
+    constexpr bool prints = LIBRARY_PRINTS;
     if ((registerPrinterSystem(nullptr) != nullptr) != prints) {
         std::puts(prints ? "no printers came with the library" : "printers came out of nowhere");
         return 1;
