@@ -1,0 +1,19 @@
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "gui_images.h"
+#include "utcore.h"
+
+namespace wut {
+
+bool isSupportedImageType(const wchar_t* extension) {
+    constexpr std::wstring_view supported =
+        L"bmp;jpg;jpeg;pcx;png;gif;tga;tif;jp2;j2k;ecw;sid;mti;";
+    std::wstring entry(extension);
+    std::ranges::transform(entry, entry.begin(), ut::toLower);
+    entry += L';';
+    return supported.find(entry) != std::wstring_view::npos;
+}
+
+}  // namespace wut
