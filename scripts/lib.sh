@@ -183,6 +183,17 @@ wine_services() {
     wine cmd /c exit </dev/null >/dev/null 2>&1
 }
 
+# The same until wineserver -k. Wine's desktop ends a moment after the last program, and the next one
+# starts it anew: while programs follow each other without a pause, the one that started it would
+# seem to run on.
+wine_keep() {
+    local never=$TMPDIR/never
+    [[ -p $never ]] || mkfifo "$never"
+    wine_services
+    # It waits for a line that never comes.
+    wine cmd /c 'set /p line=' <>"$never" >/dev/null 2>&1 &
+}
+
 # The prefix moves once it is complete, so its server has to end first. Its registry is kept as it
 # is now, before any program has left something in it: no printer of this machine is known there.
 make_wine_prefix() {

@@ -159,7 +159,7 @@ printers_wine_prefix() {
     (
         printers_environment
         wineserver -p
-        wine_services
+        wine_keep
     )
 }
 

@@ -82,7 +82,7 @@ ExitCode create(const CreateOptions& options, const Console& console) {
     if (made == ExitCode::Error) {
         return made;
     }
-    const std::vector<std::wstring> lost = lostItems(options.out, tree.root());
+    const std::vector<std::wstring> lost = lostWith(options.out, tree.root());
     const ExitCode written =
         writeCompressed(tree.root(), headerOf(options.kind), options.out, console);
     if (written == ExitCode::Error) {

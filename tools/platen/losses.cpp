@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "pia/dropped_items.h"
+#include "tools/platen/dropped_items.h"
 #include "utcore.h"
 
 namespace platen {
 
-std::vector<std::wstring> lostItems(const std::string& file, const PiaBlock& replacement) {
+std::vector<std::wstring> lostWith(const std::string& file, const PiaBlock& replacement) {
     PiaInput before;
     if (!before.open(ut::decodePath(file).c_str())) {
         return {};
     }
-    return piaDroppedItems(*before.root(), replacement);
+    return droppedItems(*before.root(), replacement);
 }
 
 ExitCode warnOfLosses(const std::vector<std::wstring>& lost, const std::string& file,
@@ -27,7 +27,7 @@ ExitCode warnOfLosses(const std::vector<std::wstring>& lost, const std::string& 
         reason += (index == 0 ? " " : ", ") + ut::encodeUtf8(lost[index]);
     }
     if (lost.size() > shown) {
-        const bool more = lost.size() >= piaMaxDroppedItems;
+        const bool more = lost.size() >= mostDroppedItems;
         reason += " and " + std::string(more ? "at least " : "") +
                   std::to_string(lost.size() - shown) + " more";
     }

@@ -9,9 +9,9 @@
 
 namespace platen {
 
-/// The paths of the items of the plotter file at `file` that `replacement` does not carry; none
-/// when there is no such file.
-std::vector<std::wstring> lostItems(const std::string& file, const PiaBlock& replacement);
+/// The paths of the items that go with the plotter file at `file` when `replacement` takes its
+/// place; none when there is no such file.
+std::vector<std::wstring> lostWith(const std::string& file, const PiaBlock& replacement);
 
 /// Lists them once the file was replaced. `Ok` when there are none.
 ExitCode warnOfLosses(const std::vector<std::wstring>& lost, const std::string& file,

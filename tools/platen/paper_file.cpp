@@ -4,10 +4,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "pia/body_writer.h"
-#include "pia/dropped_items.h"
 #include "tools/platen/losses.h"
+#include "tools/platen/lost_items.h"
 #include "tools/platen/output.h"
 #include "tools/platen/recognise.h"
 #include "utcore.h"
@@ -25,11 +26,11 @@ std::string bodyOf(const Document& document) {
 
 template <class Document>
 std::vector<std::wstring> lostFrom(const PiaBlock& file, const Document& document) {
-    PiaTree tree;
-    if (!document.writeToBlock(tree.root())) {
-        return {};
+    std::vector<std::wstring> paths;
+    for (LostItem& item : lostItems(file, document, PiaReport())) {
+        paths.push_back(std::move(item.path));
     }
-    return piaDroppedItems(file, tree.root());
+    return paths;
 }
 
 std::string countInWords(std::size_t papers) {

@@ -1,4 +1,4 @@
-#include "pia/dropped_items.h"
+#include "tools/platen/dropped_items.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ std::string dropped(const std::string& before, const std::string& after) {
     PiaInput other;
     EXPECT_TRUE(one.openBody(before) && other.openBody(after));
     std::string text;
-    for (const std::wstring& path : piaDroppedItems(*one.root(), *other.root())) {
+    for (const std::wstring& path : platen::droppedItems(*one.root(), *other.root())) {
         text += ut::encodeUtf8(path) + ' ';
     }
     return text;
@@ -51,12 +51,12 @@ TEST(DroppedItems, PropertiesAreToldApartByTheirNames) {
 
 TEST(DroppedItems, AreBoundedInNumberAndDepth) {
     std::string many;
-    for (std::size_t number = 0; number < 2 * piaMaxDroppedItems; ++number) {
+    for (std::size_t number = 0; number < 2 * platen::mostDroppedItems; ++number) {
         many += 'n' + std::to_string(number) + "=1\n";
     }
     PiaInput wide;
     ASSERT_TRUE(wide.openBody(many));
-    EXPECT_EQ(piaDroppedItems(*wide.root(), PiaBlock(L"")).size(), piaMaxDroppedItems);
+    EXPECT_EQ(platen::droppedItems(*wide.root(), PiaBlock(L"")).size(), platen::mostDroppedItems);
 
     constexpr int depth = 200000;
     PiaTree one;
@@ -68,7 +68,7 @@ TEST(DroppedItems, AreBoundedInNumberAndDepth) {
         otherInner = otherInner->addBlock(L"b");
     }
     ASSERT_TRUE(inner->addInt(L"last", 1));
-    const auto paths = piaDroppedItems(one.root(), other.root());
+    const auto paths = platen::droppedItems(one.root(), other.root());
     ASSERT_EQ(paths.size(), 1u);
     EXPECT_TRUE(paths[0].ends_with(L"b/b/last"));
 }

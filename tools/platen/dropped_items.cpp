@@ -1,4 +1,4 @@
-#include "pia/dropped_items.h"
+#include "tools/platen/dropped_items.h"
 
 #include <map>
 #include <optional>
@@ -7,6 +7,7 @@
 
 #include "utcore.h"
 
+namespace platen {
 namespace {
 
 /// The block of named properties: its entries are numbered anew whenever it is written, and a
@@ -83,12 +84,12 @@ std::wstring pathOf(const std::vector<Level>& levels, std::wstring_view name) {
 
 }  // namespace
 
-std::vector<std::wstring> piaDroppedItems(const PiaBlock& before, const PiaBlock& after) {
+std::vector<std::wstring> droppedItems(const PiaBlock& before, const PiaBlock& after) {
     std::vector<std::wstring> dropped;
     const Counterparts counterparts(after);
     // Blocks on the way to the item that is looked at: no recursion on depth.
     std::vector<Level> levels{{&before, &after, 0}};
-    while (!levels.empty() && dropped.size() < piaMaxDroppedItems) {
+    while (!levels.empty() && dropped.size() < mostDroppedItems) {
         Level& level = levels.back();
         if (level.next == level.before->items.size()) {
             levels.pop_back();
@@ -107,3 +108,5 @@ std::vector<std::wstring> piaDroppedItems(const PiaBlock& before, const PiaBlock
     }
     return dropped;
 }
+
+}  // namespace platen

@@ -1,0 +1,25 @@
+/// What the options of several commands have in common.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <string>
+
+namespace platen {
+
+/// The argument as the parser has to see it so that it takes it for one text.
+std::string marked(const std::string& argument);
+
+/// Gives `option` the text as it was before `marked`. Everything that may hold any text needs this:
+/// names of files, names of papers, values.
+CLI::Option* takeText(CLI::Option* option);
+
+/// A command of `program`; `footer` is shown below its options.
+CLI::App* addCommand(CLI::App& program, const char* name, const char* purpose, const char* footer);
+
+/// Every command that reads files of others takes it.
+void addMaxBody(CLI::App* command, std::uint64_t& bytes);
+
+CLI::Option* addOutput(CLI::App* command, std::string& out);
+
+}  // namespace platen

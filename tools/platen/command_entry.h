@@ -1,0 +1,41 @@
+/// The commands as the command line finds them.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "tools/platen/console.h"
+
+namespace CLI {
+class App;
+}
+
+namespace platen {
+
+/// A command, and how it is run once its arguments were read.
+struct CommandEntry {
+    /// Belongs to the program that it was added to.
+    CLI::App* app;
+    std::function<ExitCode(const Console&)> run;
+};
+
+template <class Options>
+CommandEntry entryOf(CLI::App* app, std::shared_ptr<Options> options,
+                     ExitCode (*run)(const Options&, const Console&)) {
+    return {app, [options, run](const Console& console) { return run(*options, console); }};
+}
+
+// Each adds a command with its options to `program`.
+CommandEntry addInfo(CLI::App& program);
+CommandEntry addGet(CLI::App& program);
+CommandEntry addCheck(CLI::App& program);
+CommandEntry addConvert(CLI::App& program);
+CommandEntry addCreate(CLI::App& program);
+CommandEntry addSet(CLI::App& program);
+CommandEntry addMigrate(CLI::App& program);
+CommandEntry addPapers(CLI::App& program);
+CommandEntry addPaper(CLI::App& program);
+CommandEntry addPrinters(CLI::App& program);
+CommandEntry addDevmode(CLI::App& program);
+
+}  // namespace platen
