@@ -1,0 +1,15 @@
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
+#include <wx/window.h>
+
+#include "tests/support/gui.h"
+
+wxImage screenshot(const wxWindow& window) {
+    const wxRect place = window.GetScreenRect();
+    wxBitmap bitmap(place.GetSize());
+    wxMemoryDC target(bitmap);
+    wxScreenDC screen;
+    target.Blit(wxPoint(0, 0), place.GetSize(), &screen, place.GetPosition());
+    target.SelectObject(wxNullBitmap);
+    return bitmap.ConvertToImage();
+}
