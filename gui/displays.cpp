@@ -10,8 +10,8 @@ namespace {
 /// How far frames of windows may overhang a display.
 constexpr std::int64_t overhang = 4;
 
-/// One dimension of a rectangle. Places of windows can be anything an int holds, so what is computed
-/// from them is wider.
+/// One dimension of a rectangle. Places of windows can be anything an int holds, so what is
+/// computed from them is wider.
 struct Span {
     std::int64_t start;
     std::int64_t length;
@@ -37,8 +37,7 @@ std::optional<std::size_t> displayAt(const std::vector<Display>& displays, std::
 std::size_t displayOf(const wxRect& rect, const Displays& displays) {
     const Span x = horizontal(rect);
     const Span y = vertical(rect);
-    const auto ofCentre =
-        displayAt(displays.all, x.start + x.length / 2, y.start + y.length / 2);
+    const auto ofCentre = displayAt(displays.all, x.start + x.length / 2, y.start + y.length / 2);
     if (ofCentre) {
         return *ofCentre;
     }

@@ -26,8 +26,8 @@ struct Displays {
 /// The system's, as they are now.
 Displays systemDisplays();
 
-/// What `adjustWindowRectangleToDisplay` makes of `rect`. A place that coordinates cannot express is
-/// replaced by the nearest that they can.
+/// What `adjustWindowRectangleToDisplay` makes of `rect`. A place that coordinates cannot express
+/// is replaced by the nearest that they can.
 wxRect fitToDisplay(const wxRect& rect, const Displays& displays, bool clientAreaOnly);
 
 }  // namespace wut

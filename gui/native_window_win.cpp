@@ -47,8 +47,8 @@ bool HWND_wxWrapper::Destroy() {
     return wxTopLevelWindow::Destroy();
 }
 
-// Not SubclassWin or AssociateHandle: a handle can have one window of wx only, and the active window
-// may well be one; and a window procedure that is replaced can only be put back in order.
+// Not SubclassWin or AssociateHandle: a handle can have one window of wx only, and the active
+// window may well be one; and a window procedure that is replaced can only be put back in order.
 void HWND_wxWrapper::attach(HWND handle) {
     SetHWND(handle);
     AdoptAttributesFromHWND();

@@ -60,8 +60,8 @@ private:
 
 #ifdef _WIN32
 
-/// A window of the toolkit that stands for a native window which is not its own, so that dialogs can
-/// have that one as their parent.
+/// A window of the toolkit that stands for a native window which is not its own, so that dialogs
+/// can have that one as their parent.
 ///
 /// The native window keeps its window procedure and stays the native window's owner's: the wrapper
 /// takes no messages, and destroying it leaves the native window alone. Dialogs that still have it
@@ -88,9 +88,9 @@ private:
 /// A new wrapper of the native window `handle`, or, when that is null, of this thread's active
 /// window. It wraps nothing when there is none, or when `handle` is no window (any more).
 ///
-/// `addToTopLevelList` makes one that wraps a window known as a top-level window of the application:
-/// a modal dialog disables it with the others and enables it afterwards. While it is known,
-/// the application counts as having that window open.
+/// `addToTopLevelList` makes one that wraps a window known as a top-level window of the
+/// application: a modal dialog disables it with the others and enables it afterwards. While it is
+/// known, the application counts as having that window open.
 ///
 /// The caller owns the result.
 PLATEN_API wxWindow* getWxWrappedWindow(HWND handle, bool addToTopLevelList);
@@ -99,18 +99,18 @@ PLATEN_API wxWindow* getWxWrappedWindow(HWND handle, bool addToTopLevelList);
 /// enabled; destroying it restores all that. Meanwhile it has a wrapper of the active window, known
 /// as a top-level window, for dialogs to have as their parent.
 ///
-/// A copy remembers the same and shares the wrapper, which goes with the last of them; each restores
-/// when it is destroyed. Assigning drops what was remembered before without restoring it.
+/// A copy remembers the same and shares the wrapper, which goes with the last of them; each
+/// restores when it is destroyed. Assigning drops what was remembered before without restoring it.
 class PLATEN_API WindowRestore {
 public:
-    /// Without an active window, `window` counts as the active one; when that is null, too, there is
-    /// nothing to restore and no wrapper.
+    /// Without an active window, `window` counts as the active one; when that is null, too, there
+    /// is nothing to restore and no wrapper.
     explicit WindowRestore(HWND window);
     WindowRestore(const WindowRestore&) = default;
     WindowRestore& operator=(const WindowRestore&) = default;
     /// Enables or disables the given window, then the parent, then the window that was active, as
-    /// they were, and makes the latter active again unless it is the given one. Nothing happens when
-    /// the window that was active is gone; other windows that are gone are left out.
+    /// they were, and makes the latter active again unless it is the given one. Nothing happens
+    /// when the window that was active is gone; other windows that are gone are left out.
     virtual ~WindowRestore();
 
     /// The wrapper; null when there is nothing to restore. Borrowed.

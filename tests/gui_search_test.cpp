@@ -74,7 +74,8 @@ TEST_F(SearchField, ShowsTheCancelButtonWhileItHoldsText) {
         {"removed the rest", [&] { field_->Remove(0, 1); }, "", 1},
         {"written", [&] { field_->WriteText(" "); }, " ", 1},
         {"cleared", [&] { field_->Clear(); }, "", 1},
-        {"set again", [&] { field_->SetValue(wxString(L"\x00e9\x4e00")); }, "\xc3\xa9\xe4\xb8\x80", 1},
+        {"set again", [&] { field_->SetValue(wxString(L"\x00e9\x4e00")); }, "\xc3\xa9\xe4\xb8\x80",
+         1},
         {"set to nothing", [&] { field_->SetValue(""); }, "", 1},
     };
     for (const auto& step : steps) {
@@ -163,11 +164,9 @@ TEST_F(SearchField, IsMadeByTheNameOfItsClass) {
     auto* made = wxDynamicCast(object.get(), wut::QuorSearchCtrl);
     ASSERT_NE(made, nullptr);
     EXPECT_TRUE(made->IsKindOf(wxCLASSINFO(wxSearchCtrl)));
-    ASSERT_TRUE(made->Create(panel_, 7001, "text", wxPoint(3, 4), wxSize(150, -1), 0,
-                             wxDefaultValidator, "name"));
+    ASSERT_TRUE(made->Create(panel_, 7001, "text"));
     EXPECT_EQ(made->GetId(), 7001);
     EXPECT_EQ(made->GetValue(), "text");
-    EXPECT_EQ(made->GetName(), "name");
     made->SetValue("");
     EXPECT_FALSE(made->IsCancelButtonVisible());
     made->SetValue("more");
