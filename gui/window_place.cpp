@@ -1,0 +1,28 @@
+#include <wx/app.h>
+#include <wx/display.h>
+#include <wx/window.h>
+
+#include "gui/displays.h"
+#include "gui_windows.h"
+
+namespace wut {
+
+Displays systemDisplays() {
+    Displays displays;
+    for (unsigned index = 0; index < wxDisplay::GetCount(); ++index) {
+        const wxDisplay display(index);
+        displays.all.push_back({display.GetGeometry(), display.GetClientArea()});
+    }
+    const wxWindow* top = wxTheApp != nullptr ? wxTheApp->GetTopWindow() : nullptr;
+    const int ofTopWindow = top != nullptr ? wxDisplay::GetFromWindow(top) : wxNOT_FOUND;
+    if (ofTopWindow != wxNOT_FOUND) {
+        displays.ofTopWindow = static_cast<std::size_t>(ofTopWindow);
+    }
+    return displays;
+}
+
+void adjustWindowRectangleToDisplay(wxRect& rect, bool clientAreaOnly) {
+    rect = fitToDisplay(rect, systemDisplays(), clientAreaOnly);
+}
+
+}  // namespace wut
