@@ -29,11 +29,11 @@ wxFont makeFont(int points, wxFontWeight weight) {
 
 const wxFont& fontOf(ImageUtils::EFont font) {
     if (font == ImageUtils::EF_Small) {
-        static const wxFont& small = kept(makeFont(8, wxFONTWEIGHT_NORMAL));
-        return small;
+        static const wxFont& normal = kept(makeFont(8, wxFONTWEIGHT_NORMAL));
+        return normal;
     }
-    static const wxFont& large = kept(makeFont(11, wxFONTWEIGHT_BOLD));
-    return large;
+    static const wxFont& bold = kept(makeFont(11, wxFONTWEIGHT_BOLD));
+    return bold;
 }
 
 const wxColour& colourOf(ImageUtils::EColor colour) {

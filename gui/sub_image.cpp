@@ -201,14 +201,11 @@ std::optional<sub_image::Place> find(const sub_image::Picture& image,
     if (sub.height > image.height) {
         return std::nullopt;
     }
-    if (sub.height == 0) {
+    if (sub.width == 0 || sub.height == 0) {
         return sub_image::Place{};
     }
     if (sub.width > image.width) {
         return std::nullopt;
-    }
-    if (sub.width == 0) {
-        return sub_image::Place{};
     }
     const sub_image::Comparison comparison =
         sub_image::findByComparing(image, sub, comparisonsPerPixel);
@@ -233,8 +230,8 @@ bool eraseSubImage(wxImage& image, const wxImage& sub, int& x, int& y) {
     if (!findSubImage(image, sub, x, y)) {
         return false;
     }
-    // wxWidgets takes an empty rectangle for the whole image.
-    if (!sub.IsOk() || sub.GetWidth() == 0 || sub.GetHeight() == 0) {
+    // Found without a pixel: wxWidgets would take the empty rectangle for the whole image.
+    if (!sub.IsOk()) {
         return true;
     }
     const wxRect place(wxPoint(x, y), sub.GetSize());
