@@ -110,7 +110,7 @@ TEST(DrawText, PutsInkOfTheColourWhereItBelongs) {
         for (const bool clear : {false, true}) {
             int inkWidth[2] = {};
             for (const bool highQuality : {false, true}) {
-                // Plain text says nothing of alpha.
+                // Only the graphics context knows of alpha everywhere.
                 if (clear && !highQuality) {
                     continue;
                 }

@@ -6,6 +6,8 @@
 #include <wx/image.h>
 #include <wx/tokenzr.h>
 
+#include <vector>
+
 #include "gui_text.h"
 #include "tests/support/gui.h"
 
@@ -31,6 +33,23 @@ void expectWrapped(const wxString& wrapped, int width, wxDC& dc) {
     EXPECT_EQ(joined, expected);
 }
 
+const wxColour ink(150, 0, 30);
+
+/// Whether a pixel in `place` is of the ink's colour, or, when not `all` of it, tinged with it.
+bool hasInk(const wxImage& image, const wxRect& place, bool all) {
+    const wxRect inside = wxRect(place).Intersect(wxRect(image.GetSize()));
+    for (int y = inside.GetTop(); y <= inside.GetBottom(); ++y) {
+        for (int x = inside.GetLeft(); x <= inside.GetRight(); ++x) {
+            const int red = image.GetRed(x, y);
+            const int green = image.GetGreen(x, y);
+            if (all ? red == ink.Red() && green == ink.Green() : red - green > 40) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 TEST(TextWrapper, WrapsWithTheFontItGivesToTheWindow) {
     wxFrame frame(nullptr, wxID_ANY, "Wrapped");
     const wxFont before = frame.GetFont();
@@ -49,10 +68,11 @@ TEST(TextWrapper, WrapsWithTheFontItGivesToTheWindow) {
 TEST(WrappedString, FitsItsWidthAndKnowsItsSize) {
     wxFrame frame(nullptr, wxID_ANY, "Untouched");
     const wxFont before = frame.GetFont();
-    wxBitmap bitmap(900, 260);
+    wxBitmap bitmap(960, 260);
     wxMemoryDC dc(bitmap);
     dc.SetBackground(*wxWHITE_BRUSH);
     dc.Clear();
+    std::vector<wxRect> places;
     int x = 10;
     for (const int width : {90, 200, 400}) {
         wut::WrappedString wrapped(&frame, text, width, testFont());
@@ -65,19 +85,20 @@ TEST(WrappedString, FitsItsWidthAndKnowsItsSize) {
         dc.SetPen(*wxLIGHT_GREY_PEN);
         dc.DrawLine(x + width, 0, x + width, 260);
         const wxRect place(wxPoint(x, 10), wrapped.extents());
-        wrapped.drawText(dc, place.GetPosition(), wxColour(150, 0, 30));
-        const wxImage drawn =
-            bitmap.GetSubBitmap(wxRect(place).Intersect(wxRect(0, 0, 900, 260))).ConvertToImage();
-        bool ink = false;
-        for (int at = 0; at < drawn.GetWidth() * drawn.GetHeight(); ++at) {
-            ink = ink || (drawn.GetData()[at * 3] == 150 && drawn.GetData()[at * 3 + 1] == 0);
-        }
-        EXPECT_TRUE(ink);
-        x += width + 60;
+        wrapped.drawText(dc, place.GetPosition(), ink);
+        places.push_back(place);
+        x += width + 110;
     }
     EXPECT_EQ(frame.GetFont(), before);
     dc.SelectObject(wxNullBitmap);
-    leavePicture("text_wrapped", bitmap.ConvertToImage());
+    const wxImage drawn = bitmap.ConvertToImage();
+    leavePicture("text_wrapped", drawn);
+    for (const wxRect& place : places) {
+        EXPECT_TRUE(hasInk(drawn, place, true)) << place.x;
+        wxRect below = place;
+        below.Offset(0, place.height + 1);
+        EXPECT_FALSE(hasInk(drawn, below, false)) << place.x;
+    }
 }
 
 TEST(WrappedString, IsEmptyWithoutText) {
