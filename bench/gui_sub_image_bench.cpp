@@ -47,6 +47,10 @@ Search first() {
     return search;
 }
 
+Search firstPixel() { return {noise(8, 8, 1), noise(1, 1, 1)}; }
+
+Search tiny() { return {noise(16, 16, 1), noise(4, 4, 2)}; }
+
 /// A single pixel, of a colour that is not there.
 Search absentPixel() {
     Search search{wxImage(width, height), wxImage(1, 1)};
@@ -91,6 +95,8 @@ constexpr std::array cases{
     Case{"first", first, true},
     Case{"present", present, true},
     Case{"absent", absent, false},
+    Case{"first_pixel", firstPixel, true},
+    Case{"tiny", tiny, false},
     Case{"pixel", absentPixel, false},
     Case{"uniform_1", uniform<1>, false},
     Case{"uniform_2", uniform<2>, false},
@@ -102,6 +108,9 @@ constexpr std::array cases{
 };
 
 bool findSubImageNaively(const wxImage& image, const wxImage& sub, int& foundX, int& foundY) {
+    if (!image.IsOk() || !sub.IsOk()) {
+        return false;
+    }
     const unsigned char* const pixels = image.GetData();
     const unsigned char* const wanted = sub.GetData();
     const std::ptrdiff_t imageWidth = image.GetWidth();

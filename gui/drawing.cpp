@@ -155,8 +155,7 @@ wxBitmap drawOnBitmap(const wxBitmap& bottom, const wxBitmap& top, const wxSize&
     }
     wxImage picture(size);
     picture.InitAlpha();
-    std::fill_n(picture.GetAlpha(), static_cast<std::size_t>(size.x) * size.y,
-                wxIMAGE_ALPHA_TRANSPARENT);
+    std::fill_n(picture.GetAlpha(), std::ptrdiff_t{size.x} * size.y, wxIMAGE_ALPHA_TRANSPARENT);
     // The context draws on the image no later than when it is destroyed.
     std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(picture));
     if (!context) {

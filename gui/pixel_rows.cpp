@@ -1,13 +1,13 @@
 #include "gui/pixel_rows.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace pixel_rows {
 namespace {
 
 template <std::size_t Bytes>
 void copyRow(const unsigned char* source, unsigned char* target, std::size_t width, unsigned char) {
-    std::memcpy(target, source, width * Bytes);
+    std::copy_n(source, width * Bytes, target);
 }
 
 Kernel portable() {

@@ -134,35 +134,47 @@ private:
     std::size_t compared_ = 0;
 };
 
+/// Looks at many places together for as many first pixels as said, or, with none, at each alone.
 template <std::size_t Pixels>
 Comparison compareAll(const Picture& image, const Picture& sub, std::size_t limit) {
     const std::size_t columns = image.width - sub.width + 1;
     const std::size_t rows = image.height - sub.height + 1;
     const Start<Pixels> start(sub.pixels);
+    const unsigned char first = sub.pixels[0];
+    const unsigned char second = sub.pixels[1];
+    const unsigned char third = sub.pixels[2];
     Comparer comparer(image, sub);
     for (std::size_t y = 0; y < rows; ++y) {
         const std::size_t most =
             limit * (image.width * (image.height - y) + sub.width * sub.height);
+        const unsigned char* const row = image.at(0, y);
         std::size_t x = 0;
-        while (x < columns) {
-            if (x + placesAtOnce <= columns && x + pixelsAtOnce <= image.width) {
+        if constexpr (Pixels > 0) {
+            for (; x + placesAtOnce <= columns && x + pixelsAtOnce <= image.width;
+                 x += placesAtOnce) {
                 std::array<Equal, 3> places;
-                if (start.find(image.at(x, y), places)) {
-                    std::array<signed char, bytesAtOnce> hits{};
-                    std::memcpy(hits.data(), places.data(), sizeof hits);
-                    for (std::size_t place = 0; place < placesAtOnce; ++place) {
-                        if (hits[place * 3] != 0 && comparer.equalAt(x + place, y)) {
-                            return {Place{x + place, y}, y};
-                        }
+                if (!start.find(row + x * 3, places)) {
+                    continue;
+                }
+                std::array<signed char, bytesAtOnce> hits{};
+                std::memcpy(hits.data(), places.data(), sizeof hits);
+                for (std::size_t place = 0; place < placesAtOnce; ++place) {
+                    if (hits[place * 3] != 0 && comparer.equalAt(x + place, y)) {
+                        return {Place{x + place, y}, y};
                     }
                 }
-                x += placesAtOnce;
-            } else {
-                if (std::equal(sub.pixels, sub.pixels + 3, image.at(x, y)) &&
-                    comparer.equalAt(x, y)) {
-                    return {Place{x, y}, y};
+                if (comparer.compared() > most) {
+                    return {std::nullopt, y};
                 }
-                ++x;
+            }
+        }
+        for (; x < columns; ++x) {
+            const unsigned char* const pixel = row + x * 3;
+            if (pixel[0] != first || pixel[1] != second || pixel[2] != third) {
+                continue;
+            }
+            if (comparer.equalAt(x, y)) {
+                return {Place{x, y}, y};
             }
             if (comparer.compared() > most) {
                 return {std::nullopt, y};
@@ -175,6 +187,9 @@ Comparison compareAll(const Picture& image, const Picture& sub, std::size_t limi
 }  // namespace
 
 Comparison findByComparing(const Picture& image, const Picture& sub, std::size_t limit) {
+    if (image.width - sub.width + 1 < placesAtOnce) {
+        return compareAll<0>(image, sub, limit);
+    }
     return sub.width == 1 ? compareAll<1>(image, sub, limit) : compareAll<2>(image, sub, limit);
 }
 
