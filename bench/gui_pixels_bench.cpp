@@ -91,12 +91,24 @@ void addPair(PixelFormat from, PixelFormat to) {
     add("plainLoop", [=](const unsigned char* source, unsigned char* target) {
         plainLoop(source, from, target, to);
     });
-    add("memcpy", [=](const unsigned char* source, unsigned char* target) {
-        std::memcpy(target, source, larger);
-    });
+}
+
+/// What a pair is measured against has as many bytes a pixel as the larger of its sides.
+void addCopy(std::size_t bytes) {
+    benchmark::RegisterBenchmark(
+        ("memcpy/" + std::to_string(bytes) + "_bytes").c_str(),
+        [=](benchmark::State& state) {
+            const std::size_t size = pixels * bytes;
+            measure(state, size, [=](const unsigned char* source, unsigned char* target) {
+                std::memcpy(target, source, size);
+            });
+        })
+        ->Unit(benchmark::kMillisecond);
 }
 
 const bool added = [] {
+    addCopy(3);
+    addCopy(4);
     for (const PixelFormat from : formats) {
         for (const PixelFormat to : formats) {
             addPair(from, to);

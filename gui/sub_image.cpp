@@ -222,6 +222,10 @@ std::optional<sub_image::Place> find(const sub_image::Picture& image,
     if (sub.width > image.width) {
         return std::nullopt;
     }
+    // A search that ends at its first place is over before anything is prepared for others.
+    if (sub_image::Comparer(image, sub).equalAt(0, 0)) {
+        return sub_image::Place{};
+    }
     const sub_image::Comparison comparison =
         sub_image::findByComparing(image, sub, comparisonsPerPixel);
     if (comparison.found || comparison.nextRow + sub.height > image.height) {
