@@ -6,3 +6,4 @@
 
 #include "gui_images.h"
 #include "gui_windows.h"
+#include "gui_text.h"

@@ -1,0 +1,7 @@
+#include "gui/pixel_rows.h"
+
+namespace pixel_rows {
+
+bool useProcessor(Kernel&) { return false; }
+
+}  // namespace pixel_rows

@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "gui/pixel_rows.h"
+#include "gui_images.h"
+
+namespace {
+
+using namespace wut::ImageUtils;
+
+using Buffer = std::vector<unsigned char>;
+
+constexpr std::array formats{PF_RGB, PF_RGBA, PF_BGR, PF_BGRA};
+constexpr unsigned char alpha = 200;
+
+int bytesOf(PixelFormat format) { return format == PF_RGB || format == PF_BGR ? 3 : 4; }
+
+/// The rule for one pixel, byte by byte.
+void convertPixel(const unsigned char* source, PixelFormat from, unsigned char* target,
+                  PixelFormat to) {
+    const bool fromBlueFirst = from == PF_BGR || from == PF_BGRA;
+    const bool toBlueFirst = to == PF_BGR || to == PF_BGRA;
+    for (int byte = 0; byte < 3; ++byte) {
+        target[byte] = source[fromBlueFirst == toBlueFirst ? byte : 2 - byte];
+    }
+    if (bytesOf(to) == 4) {
+        target[3] = bytesOf(from) == 4 ? source[3] : alpha;
+    }
+}
+
+Buffer filled(std::size_t size, unsigned seed) {
+    Buffer bytes(size);
+    for (std::size_t at = 0; at < size; ++at) {
+        bytes[at] = static_cast<unsigned char>(at * 37 + at / 7 + seed);
+    }
+    return bytes;
+}
+
+// Sources end where their memory ends, so that the sanitizer sees what is read behind them.
+TEST(PixelRows, EveryKernelConvertsTheRowAndNothingElse) {
+    constexpr std::size_t guard = 64;
+    for (const pixel_rows::Kernel& kernel : pixel_rows::kernels()) {
+        for (const PixelFormat from : formats) {
+            for (const PixelFormat to : formats) {
+                for (std::size_t width = 0; width <= 70; ++width) {
+                    const std::size_t shift = width * 7 % 16;
+                    const std::size_t toShift = width * 11 / 3 % 16;
+                    const Buffer source =
+                        filled(shift + width * static_cast<std::size_t>(bytesOf(from)), 5);
+                    Buffer target = filled(
+                        guard + toShift + width * static_cast<std::size_t>(bytesOf(to)) + guard, 9);
+                    Buffer expected = target;
+                    for (std::size_t x = 0; x < width; ++x) {
+                        convertPixel(
+                            source.data() + shift + x * static_cast<std::size_t>(bytesOf(from)),
+                            from,
+                            expected.data() + guard + toShift +
+                                x * static_cast<std::size_t>(bytesOf(to)),
+                            to);
+                    }
+                    kernel.at(from, to)(source.data() + shift, target.data() + guard + toShift,
+                                        width, alpha);
+                    ASSERT_EQ(target, expected)
+                        << from << " to " << to << ", " << width << " pixels, kernel "
+                        << &kernel - pixel_rows::kernels().data();
+                }
+            }
+        }
+    }
+}
+
+/// A picture in memory: where its pixels are, said once for all tests.
+struct Picture {
+    PixelFormat format;
+    VerticalDir direction;
+    int width;
+    int height;
+    int stride;
+
+    int step() const { return stride < 1 ? width * bytesOf(format) : stride; }
+    /// Without padding behind the last row.
+    std::size_t size() const {
+        return static_cast<std::size_t>(step() * (height - 1) + width * bytesOf(format));
+    }
+    std::size_t at(int x, int y) const {
+        return static_cast<std::size_t>((direction == VD_TopDown ? y : height - 1 - y) * step() +
+                                        x * bytesOf(format));
+    }
+};
+
+/// All layouts of a picture of that size.
+std::vector<Picture> layouts(int width, int height) {
+    std::vector<Picture> all;
+    for (const PixelFormat format : formats) {
+        for (const VerticalDir direction : {VD_BottomUp, VD_TopDown}) {
+            for (const int stride : {0, width * bytesOf(format) + 5}) {
+                all.push_back({format, direction, width, height, stride});
+            }
+        }
+    }
+    return all;
+}
+
+TEST(CopyPixels, KeepsThePictureAndThePadding) {
+    for (const Picture& from : layouts(5, 3)) {
+        for (const Picture& to : layouts(5, 3)) {
+            const Buffer source = filled(from.size(), 1);
+            Buffer target = filled(to.size(), 2);
+            Buffer expected = target;
+            if (from.format == to.format && from.direction == to.direction &&
+                from.stride == to.stride) {
+                // One block of as many bytes as the pixels have, padding or not.
+                std::copy_n(source.begin(), 5 * 3 * bytesOf(from.format), expected.begin());
+            } else {
+                for (int y = 0; y < 3; ++y) {
+                    for (int x = 0; x < 5; ++x) {
+                        convertPixel(source.data() + from.at(x, y), from.format,
+                                     expected.data() + to.at(x, y), to.format);
+                    }
+                }
+            }
+            copyPixels(5, 3, source.data(), from.format, from.direction, target.data(), to.format,
+                       to.direction, alpha, from.stride, to.stride);
+            ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
+                                        << from.stride << " and " << to.stride;
+        }
+    }
+}
+
+TEST(CopySubimagePixels, CopiesTheRectangleAndNothingElse) {
+    for (const Picture& from : layouts(9, 6)) {
+        for (const Picture& to : layouts(7, 8)) {
+            const Buffer source = filled(from.size(), 1);
+            Buffer target = filled(to.size(), 2);
+            Buffer expected = target;
+            for (int y = 0; y < 4; ++y) {
+                for (int x = 0; x < 3; ++x) {
+                    convertPixel(source.data() + from.at(5 + x, 1 + y), from.format,
+                                 expected.data() + to.at(4 + x, 3 + y), to.format);
+                }
+            }
+            copySubimagePixels(9, 6, source.data(), from.format, from.direction, 7, 8,
+                               target.data(), to.format, to.direction, 5, 1, 4, 3, 3, 4, alpha,
+                               from.stride, to.stride);
+            ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
+                                        << from.stride << " and " << to.stride;
+        }
+    }
+}
+
+TEST(CopyPixels, FillsAlphaAndSwapsColours) {
+    const Buffer source{1, 2, 3, 4, 5, 6};
+    Buffer target(8);
+    copyPixels(2, 1, source.data(), PF_RGB, VD_TopDown, target.data(), PF_BGRA, VD_TopDown, alpha,
+               0, 0);
+    EXPECT_EQ(target, (Buffer{3, 2, 1, 200, 6, 5, 4, 200}));
+}
+
+TEST(CopyPixels, CopiesNothingWithoutPixelsOrBuffers) {
+    const Buffer source = filled(64, 1);
+    const Buffer before = filled(64, 2);
+    Buffer target = before;
+    for (const auto& [width, height] : {std::pair(0, 2), {2, 0}, {-2, -2}, {2, -1}, {-1, 2}}) {
+        for (const PixelFormat to : {PF_RGB, PF_RGBA}) {
+            copyPixels(width, height, source.data(), PF_RGB, VD_TopDown, target.data(), to,
+                       VD_TopDown, alpha, 0, 0);
+            copySubimagePixels(4, 4, source.data(), PF_RGB, VD_TopDown, 4, 4, target.data(), to,
+                               VD_TopDown, 0, 0, 0, 0, width, height, alpha, 0, 0);
+        }
+    }
+    copyPixels(2, 2, nullptr, PF_RGB, VD_TopDown, target.data(), PF_RGB, VD_TopDown, alpha, 0, 0);
+    copyPixels(2, 2, source.data(), PF_RGB, VD_TopDown, nullptr, PF_RGB, VD_TopDown, alpha, 0, 0);
+    copySubimagePixels(4, 4, nullptr, PF_RGB, VD_TopDown, 4, 4, target.data(), PF_RGB, VD_TopDown,
+                       0, 0, 0, 0, 2, 2, alpha, 0, 0);
+    copySubimagePixels(4, 4, source.data(), PF_RGB, VD_TopDown, 4, 4, nullptr, PF_RGB, VD_TopDown,
+                       0, 0, 0, 0, 2, 2, alpha, 0, 0);
+    EXPECT_EQ(target, before);
+}
+
+}  // namespace
