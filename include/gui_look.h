@@ -88,8 +88,9 @@ PLATEN_API bool setGuiFont(wxFont* font);
 PLATEN_API void setGuiFont(wxWindow* window);
 /// The same for what is drawn next.
 PLATEN_API void setGuiFont(wxDC* dc);
-/// The same for the font that a menu item is drawn in, which is then owner-drawn: call it before the
-/// item joins its menu. Only Windows draws menu items so; elsewhere they keep the desktop's font.
+/// The same for the font that a menu item is drawn in, which is then owner-drawn: call it before
+/// the item joins its menu. Only Windows draws menu items so; elsewhere they keep the desktop's
+/// font.
 PLATEN_API void setGuiFont(wxMenuItem* item);
 
 /// Sets the size of the window's font, and makes it bold when `bold`; otherwise the weight stays.
@@ -106,8 +107,8 @@ PLATEN_API int toDIP(int value);
 // XML resources
 
 // Windows are loaded from what the application has given to `wxXmlResource::Get()`. When that fails
-// an error box says so, and that is all the user sees: what wxWidgets has to say about the reason is
-// logged as debug messages. The window given is not created then.
+// an error box says so, and that is all the user sees: what wxWidgets has to say about the reason
+// is logged as debug messages. The window given is not created then.
 
 [[nodiscard]] PLATEN_API bool loadDialog(wxDialog* dialog, wxWindow* parent, const wchar_t* name);
 /// `wizard` is a `wxWizard`.
@@ -118,9 +119,9 @@ PLATEN_API int toDIP(int value);
 [[nodiscard]] PLATEN_API wxPanel* loadPanel(wxWindow* parent, const wchar_t* name);
 
 /// The bytes of a picture among the resources, as they are stored: of a PNG file, say, all of it.
-/// On Windows `name` is looked up among the resources of type RCDATA of the program first. Then, and
-/// elsewhere, it is a location as `wxFileSystem` knows them: a file, or "memory:plotter.png" with
-/// the handlers that the application has added.
+/// On Windows `name` is looked up among the resources of type RCDATA of the program first. Then,
+/// and elsewhere, it is a location as `wxFileSystem` knows them: a file, or "memory:plotter.png"
+/// with the handlers that the application has added.
 ///
 /// Returns the number of bytes; the caller owns them and destroys them with delete[]. When there is
 /// no such resource, or it holds nothing or more than 256 MiB, returns 0 and sets `bytes` to null.

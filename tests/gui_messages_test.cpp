@@ -1,18 +1,17 @@
 #include <gmock/gmock.h>
 #include <wx/dirdlg.h>
+#include <wx/filename.h>
 #include <wx/frame.h>
-#include <wx/platinfo.h>
-#include <wx/stdpaths.h>
 #include <wx/timer.h>
 #include <wx/translation.h>
 #include <wx/uiaction.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <string>
 
 #include "gui_look.h"
 #include "tests/gui_boxes.h"
+#include "tests/gui_screen.h"
+#include "tests/support/files.h"
 #include "tests/support/gui.h"
 #include "utcore.h"
 
@@ -23,13 +22,7 @@ using Box = BoxCatcher::Box;
 
 class Messages : public testing::Test {
 protected:
-    void SetUp() override {
-        frame_.Show();
-        settle();
-        // The window manager decides when it is there.
-        wxMilliSleep(300);
-        settle();
-    }
+    void SetUp() override { frame_.Show(); }
     void TearDown() override { ut::Config::setRegProduct(L""); }
 
     wxFrame frame_{nullptr, wxID_ANY, "Messages"};
@@ -47,7 +40,8 @@ TEST_F(Messages, HaveTheProductForACaption) {
     const BoxCatcher catcher(wxID_NO);
     EXPECT_EQ(wut::messageBox(text.c_str(), nullptr, question, &frame_, -1, -1), wxNO);
     EXPECT_EQ(wut::messageBox(L"", L"", wxYES_NO | wxICON_WARNING, nullptr, 5, 5), wxNO);
-    EXPECT_EQ(wut::messageBox(L"Replace?", L"Plot", question | wxNO_DEFAULT, &frame_, -1, -1), wxNO);
+    EXPECT_EQ(wut::messageBox(L"Replace?", L"Plot", question | wxNO_DEFAULT, &frame_, -1, -1),
+              wxNO);
     EXPECT_THAT(catcher.boxes,
                 ElementsAre(Box{text, L"Pl\u00E4ne 7", question, &frame_},
                             Box{L"", L"Pl\u00E4ne 7", wxYES_NO | wxICON_WARNING, &frame_},
@@ -65,61 +59,10 @@ TEST_F(Messages, OfPoliciesAreErrors) {
                                            Box{L"Copies: 1 to 99", L"Platen", 517, &frame_}));
 }
 
-/// What the whole display shows, with what its window manager adds: the X window dump that
-/// scripts/display.sh tells the place of.
-wxImage display() {
-    wxString path;
-    wxGetEnv("PLATEN_TEST_SCREEN", &path);
-    if (wxPlatformInfo::Get().GetOperatingSystemId() & wxOS_WINDOWS) {
-        path = "Z:" + path;
-    }
-    ut::ByteBuffer dump;
-    bool tooLarge = false;
-    EXPECT_FALSE(ut::readFile(path.ToStdWstring(), 1 << 28, dump, tooLarge)) << path;
-    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(dump.view().at(at)); };
-    const auto field = [&](std::size_t index) {
-        std::size_t value = 0;
-        for (std::size_t at = index * 4; at < index * 4 + 4; ++at) {
-            value = value << 8 | byte(at);
-        }
-        return value;
-    };
-    const std::size_t width = field(4);
-    const std::size_t height = field(5);
-    const std::size_t lineLength = field(12);
-    // The header, and twelve bytes for each colour of a palette.
-    const std::size_t start = field(0) + field(19) * 12;
-    wxImage image(static_cast<int>(width), static_cast<int>(height));
-    unsigned char* target = image.GetData();
-    for (std::size_t y = 0; y < height; ++y) {
-        for (std::size_t x = 0; x < width; ++x) {
-            const std::size_t pixel = start + y * lineLength + x * 4;
-            for (const std::size_t channel : {2, 1, 0}) {
-                *target++ = byte(pixel + channel);
-            }
-        }
-    }
-    return image;
-}
-
-/// The smallest rectangle with everything that differs.
-wxRect difference(const wxImage& one, const wxImage& other) {
-    wxRect changed;
-    for (int y = 0; y < one.GetHeight(); ++y) {
-        for (int x = 0; x < one.GetWidth(); ++x) {
-            const auto at = static_cast<std::size_t>(y * one.GetWidth() + x) * 3;
-            if (!std::equal(one.GetData() + at, one.GetData() + at + 3, other.GetData() + at)) {
-                changed.Union(wxRect(x, y, 1, 1));
-            }
-        }
-    }
-    return changed;
-}
-
-/// Waits within a modal box until it is drawn, keeps its picture, and presses Return.
+/// Waits within a modal box until it is drawn, keeps its picture, types a text and presses Return.
 class Watcher : public wxTimer {
 public:
-    Watcher() { Start(100); }
+    explicit Watcher(const wxString& typed = wxString()) : typed_(typed) { Start(100); }
 
     void Notify() override {
         const wxImage now = display();
@@ -128,18 +71,20 @@ public:
             last_ = now;
             return;
         }
+        wxUIActionSimulator user;
         if (!picture.IsOk()) {
             picture = now.GetSubImage(changed);
+            user.MouseMove(changed.GetPosition() + changed.GetSize() / 2);
+            user.Text(typed_);
         }
-        wxUIActionSimulator user;
-        user.MouseMove(changed.GetPosition() + changed.GetSize() / 2);
         user.Char(WXK_RETURN);
     }
 
     wxImage picture;
 
 private:
-    wxImage before_ = display();
+    wxString typed_;
+    wxImage before_ = settledDisplay();
     wxImage last_ = before_;
 };
 
@@ -206,15 +151,18 @@ protected:
 };
 
 TEST_F(Messages, AskForAFolder) {
-    const wxString before = wxStandardPaths::Get().GetTempDir();
+    const TemporaryFolder chosen;
+    const wxString before = chosen.path("").wstring();
     wxString folder = before;
     {
-        Watcher watcher;
+        // Wine's folder chooser opens at the desktop, whatever it is told.
+        Watcher watcher(onWindows() ? folder : wxString());
         EXPECT_TRUE(wut::selectFolderDlg(folder, &frame_));
-        EXPECT_EQ(folder, before);
+        EXPECT_TRUE(wxFileName::DirName(folder).SameAs(wxFileName::DirName(before))) << folder;
         ASSERT_TRUE(watcher.picture.IsOk());
         leavePicture("folder_chooser", watcher.picture);
     }
+    folder = before;
     auto* translations = new wxTranslations;
     wxTranslations::Set(translations);
     translations->SetLoader(new OneMessage);

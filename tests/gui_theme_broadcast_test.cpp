@@ -83,7 +83,8 @@ TEST_F(Broadcast, GoesOnWhenTopLevelWindowsGo) {
     panel(first_, "a");
     listen(second_, "second");
     listen(last_, "last");
-    panel(last_, "b", [this] { wxTheApp->SetTopWindow(first_), delete std::exchange(last_, nullptr); });
+    panel(last_, "b",
+          [this] { wxTheApp->SetTopWindow(first_), delete std::exchange(last_, nullptr); });
     panel(last_, "c");
     EXPECT_THAT(broadcast(), ElementsAre("first", "a", "last", "b"));
 }
