@@ -201,6 +201,15 @@ PLATEN_API std::wstring fullPath(std::wstring_view path);
 PLATEN_API std::wstring getSetting(std::wstring_view name);
 PLATEN_API void setSetting(std::wstring_view name, std::wstring_view value);
 
+/// What the application says about itself.
+class PLATEN_API Config {
+public:
+    /// The product's name, which message boxes have for a caption: the setting "RegProduct", or
+    /// "Platen" when it is empty. May be called from any thread.
+    static std::wstring regProduct();
+    static void setRegProduct(std::wstring_view name);
+};
+
 // ---------------------------------------------------------------------------------------------
 // Compression
 

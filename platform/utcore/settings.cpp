@@ -9,6 +9,8 @@ namespace ut {
 
 namespace {
 
+constexpr std::wstring_view productSetting = L"RegProduct";
+
 struct Settings {
     std::mutex mutex;
     std::map<std::wstring, std::wstring, std::less<>> values;
@@ -49,5 +51,12 @@ void setSetting(std::wstring_view name, std::wstring_view value) {
     const std::lock_guard lock(all.mutex);
     all.values.insert_or_assign(std::wstring(name), std::wstring(value));
 }
+
+std::wstring Config::regProduct() {
+    std::wstring name = getSetting(productSetting);
+    return name.empty() ? L"Platen" : name;
+}
+
+void Config::setRegProduct(std::wstring_view name) { setSetting(productSetting, name); }
 
 }  // namespace ut

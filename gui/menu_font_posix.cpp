@@ -1,0 +1,7 @@
+#include "gui/font_face.h"
+
+namespace wut {
+
+void setFace(wxMenuItem&, const wchar_t*) {}
+
+}  // namespace wut

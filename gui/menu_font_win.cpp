@@ -1,0 +1,9 @@
+#include <wx/menuitem.h>
+
+#include "gui/font_face.h"
+
+namespace wut {
+
+void setFace(wxMenuItem& item, const wchar_t* face) { setFaceOf(item, face); }
+
+}  // namespace wut

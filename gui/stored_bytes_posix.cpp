@@ -1,0 +1,7 @@
+#include "gui/stored_bytes.h"
+
+namespace wut {
+
+std::span<const unsigned char> programResource(const wxString&) { return {}; }
+
+}  // namespace wut

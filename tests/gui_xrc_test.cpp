@@ -1,0 +1,202 @@
+#include <gmock/gmock.h>
+#include <wx/dialog.h>
+#include <wx/frame.h>
+#include <wx/fs_mem.h>
+#include <wx/log.h>
+#include <wx/panel.h>
+#include <wx/wizard.h>
+#include <wx/xrc/xmlres.h>
+
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gui_look.h"
+#include "tests/gui_boxes.h"
+#include "tests/gui_plot_dialog.h"
+#include "tests/gui_screen.h"
+#include "tests/support/files.h"
+#include "tests/support/gui.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Box = BoxCatcher::Box;
+
+constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
+<resource xmlns="http://www.wxwidgets.org/wxxrc" version="2.5.3.0">
+  <object class="wxDialog" name="MyDialog"><title>A dialog</title></object>
+  <object class="wxFrame" name="MyFrame"><title>A frame</title></object>
+  <object class="wxPanel" name="MyPanel">
+    <object class="wxButton" name="MyButton"><label>Plot</label></object>
+  </object>
+  <object class="wxWizard" name="MyWizard"><title>A wizard</title>
+    <object class="wxWizardPageSimple" name="MyPage"/>
+  </object>
+  <object class="wxPanel" name="OddPanel">
+    <object class="NoSuchClass" name="MyUnknown"/>
+  </object>
+</resource>)";
+
+/// Keeps what is logged.
+class LogKeeper : public wxLog {
+public:
+    LogKeeper() : before_(wxLog::SetActiveTarget(this)) {}
+    ~LogKeeper() override { wxLog::SetActiveTarget(before_); }
+
+    std::vector<wxLogLevel> levels;
+    wxString texts;
+
+protected:
+    void DoLogRecord(wxLogLevel level, const wxString& text, const wxLogRecordInfo&) override {
+        levels.push_back(level);
+        texts << text << '\n';
+    }
+
+private:
+    wxLog* before_;
+};
+
+class XmlResources : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        wxFileSystem::AddHandler(new wxMemoryFSHandler);
+        wxMemoryFSHandler::AddFile("look.xrc", resources);
+        wxMemoryFSHandler::AddFile("plot.xrc", plotDialogResource);
+        wxXmlResource::Get()->InitAllHandlers();
+        ASSERT_TRUE(wxXmlResource::Get()->Load("memory:look.xrc"));
+        ASSERT_TRUE(wxXmlResource::Get()->Load("memory:plot.xrc"));
+    }
+    static void TearDownTestSuite() {
+        delete wxXmlResource::Set(nullptr);
+        wxMemoryFSHandler::RemoveFile("look.xrc");
+        wxMemoryFSHandler::RemoveFile("plot.xrc");
+    }
+
+    wxFrame parent_{nullptr, wxID_ANY, "Parent"};
+};
+
+TEST_F(XmlResources, BecomeWindows) {
+    const BoxCatcher catcher;
+    wxDialog dialog;
+    EXPECT_TRUE(wut::loadDialog(&dialog, &parent_, L"MyDialog"));
+    EXPECT_EQ(dialog.GetTitle(), "A dialog");
+    wxWizard wizard;
+    EXPECT_TRUE(wut::loadWizard(&wizard, &parent_, L"MyWizard"));
+    EXPECT_EQ(wizard.GetTitle(), "A wizard");
+    wxFrame frame;
+    EXPECT_TRUE(wut::loadFrame(&frame, &parent_, L"MyFrame"));
+    EXPECT_EQ(frame.GetTitle(), "A frame");
+    auto* given = new wxPanel;
+    EXPECT_TRUE(wut::loadPanel(given, &parent_, L"MyPanel"));
+    wxPanel* made = wut::loadPanel(&parent_, L"MyPanel");
+    for (const wxPanel* panel :
+         {static_cast<const wxPanel*>(given), static_cast<const wxPanel*>(made)}) {
+        ASSERT_NE(panel, nullptr);
+        EXPECT_EQ(panel->GetParent(), &parent_);
+        EXPECT_NE(panel->FindWindow("MyButton"), nullptr);
+    }
+    EXPECT_THAT(catcher.boxes, IsEmpty());
+}
+
+TEST_F(XmlResources, ThatCannotBeLoadedAreNamedInOneBox) {
+    wxDialog dialog;
+    wxFrame frame;
+    wxWizard wizard;
+    wxPanel panel;
+    const struct {
+        const wchar_t* kind;
+        std::function<bool(const wchar_t*)> load;
+    } loaders[] = {
+        {L"dialog", [&](auto name) { return wut::loadDialog(&dialog, &parent_, name); }},
+        {L"wizard", [&](auto name) { return wut::loadWizard(&wizard, &parent_, name); }},
+        {L"frame", [&](auto name) { return wut::loadFrame(&frame, &parent_, name); }},
+        {L"panel", [&](auto name) { return wut::loadPanel(&panel, &parent_, name); }},
+        {L"panel", [&](auto name) { return wut::loadPanel(&parent_, name) != nullptr; }},
+    };
+    // The user sees what is logged to this target as soon as the application is idle.
+    wxLogGui shown;
+    wxLog* before = wxLog::SetActiveTarget(&shown);
+    for (const auto& loader : loaders) {
+        // (There is a button of the last name, but no window of any of these kinds.)
+        for (const std::wstring name :
+             {L"Missing", L"100% %s%n \u0416\u00E4 \U0001F4D0 \"q\"", L"", L"MyButton"}) {
+            const BoxCatcher catcher;
+            EXPECT_FALSE(loader.load(name.c_str()));
+            settle();
+            wxLog::FlushActive();
+            EXPECT_THAT(catcher.boxes,
+                        ElementsAre(Box{L"Failed to load " + std::wstring(loader.kind) + L" \"" +
+                                            name + L"\" from XRC",
+                                        L"Platen", 517, nullptr}));
+            EXPECT_THAT(catcher.others, IsEmpty());
+        }
+    }
+    wxLog::SetActiveTarget(before);
+}
+
+TEST_F(XmlResources, LeaveTheReasonInTheLog) {
+    const BoxCatcher catcher;
+    LogKeeper log;
+    EXPECT_EQ(wut::loadPanel(&parent_, L"Missing"), nullptr);
+    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Debug}));
+    EXPECT_TRUE(log.texts.Contains("Missing")) << log.texts;
+    EXPECT_EQ(wxLog::GetActiveTarget(), &log);
+    log.levels.clear();
+    // What is wrong with a window that was loaded all the same stays an error.
+    EXPECT_NE(wut::loadPanel(&parent_, L"OddPanel"), nullptr);
+    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Error}));
+    EXPECT_TRUE(log.texts.Contains("NoSuchClass")) << log.texts;
+    EXPECT_EQ(catcher.boxes.size(), 1u);
+}
+
+TEST_F(XmlResources, AreShownInBothThemes) {
+    const wxImage before = settledDisplay();
+    wxDialog dialog;
+    ASSERT_TRUE(wut::loadDialog(&dialog, nullptr, L"PlotDialog"));
+    useGuiFont(dialog);
+    dialog.Fit();
+    dialog.Bind(wxEVT_COLOR_THEME_CHANGED,
+                [&](wxColorThemeChangedEvent&) { useGuiColors(dialog); });
+    dialog.Show();
+    for (const auto theme : {ut::EGuiColorTheme::Light, ut::EGuiColorTheme::Dark}) {
+        wut::guiSetColorTheme(theme);
+        wxColorThemeChangedEvent::BroadcastColorThemeChanged();
+        const wxImage picture = settledDisplay();
+        const wxPoint corner = dialog.ClientToScreen(wxPoint(4, 4));
+        EXPECT_EQ(wxColour(picture.GetRed(corner.x, corner.y), picture.GetGreen(corner.x, corner.y),
+                           picture.GetBlue(corner.x, corner.y)),
+                  wut::guiColor(ut::EGuiColor::WindowBackground));
+        leavePicture(theme == ut::EGuiColorTheme::Dark ? "plot_dialog_dark" : "plot_dialog_light",
+                     picture.GetSubImage(difference(before, picture)));
+    }
+    wut::guiSetColorTheme(ut::EGuiColorTheme::Light);
+}
+
+TEST_F(XmlResources, GiveTheBytesOfPictures) {
+    const TemporaryFolder folder;
+    const std::string content("\x89PNG\r\n\x1A\n\0\xFF raw", 14);
+    writeBytes(folder.path("logo.png"), content);
+    writeBytes(folder.path("empty.png"), "");
+    wxMemoryFSHandler::AddFile("logo.png", content.data(), content.size());
+    const auto read = [](const std::wstring& name) {
+        unsigned char* bytes = reinterpret_cast<unsigned char*>(1);
+        const std::size_t size = wut::getRawBitmap(bytes, name.c_str());
+        const std::unique_ptr<unsigned char[]> owner(bytes);
+        EXPECT_EQ(bytes == nullptr, size == 0);
+        return std::string(reinterpret_cast<const char*>(bytes), size);
+    };
+    EXPECT_EQ(read(folder.wide("logo.png")), content);
+    EXPECT_EQ(read(L"memory:logo.png"), content);
+    for (const std::wstring& none :
+         {folder.wide("empty.png"), folder.wide("missing.png"), folder.wide(""),
+          std::wstring(L"memory:missing.png"), std::wstring(), std::wstring(L"/dev/zero")}) {
+        EXPECT_EQ(read(none), "");
+    }
+    wxMemoryFSHandler::RemoveFile("logo.png");
+}
+
+}  // namespace
