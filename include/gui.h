@@ -5,3 +5,4 @@
 #pragma once
 
 #include "gui_images.h"
+#include "gui_os.h"
