@@ -2,7 +2,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <wx/cmdline.h>
@@ -121,7 +121,8 @@ unsigned long OsShell::executeCommand(const wchar_t*, const wchar_t* commandLine
     if (const int error = Start()(arguments.data(), process); error != 0) {
         return static_cast<unsigned long>(error);
     }
-    const Descriptor watched(::pidfd_open(process, 0));
+    // The header of the function is no C++ in every C library.
+    const Descriptor watched(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
     if (!watched.isOpen()) {
         // A program that cannot be waited for could not be cancelled either.
         const unsigned long error = ut::sysErrorCode();
