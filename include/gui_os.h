@@ -134,9 +134,9 @@ using FormattingErrorHandler = void (*)(const wchar_t* reason);
 /// otherwise; null brings that back. Returns the function that was set before. Process-wide.
 ///
 /// It is called when wxWidgets' checks find that an argument does not fit its format; they would
-/// ask the user whether to go on. Windows: also when the C library is given arguments that it must
-/// not be given, such as a format that it does not know; it would end the program. Elsewhere the C
-/// library reports that by its results alone.
+/// ask the user whether to go on. Windows: also when the universal C library, if that is loaded, is
+/// given arguments that it must not be given, such as a format that it does not know; it would end
+/// the program. Other C libraries report that by their results alone.
 PLATEN_API FormattingErrorHandler setFormattingErrorHandler(FormattingErrorHandler handler);
 
 // ---------------------------------------------------------------------------------------------

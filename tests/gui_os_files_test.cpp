@@ -91,8 +91,8 @@ TEST(Folders, OfThePlacesBar) {
     const struct {
         int index;
         int identifier;
-    } cases[] = {{0, 0},  {1, 17}, {2, 5},  {3, 6},   {4, 18},
-                 {5, 8},  {6, 17}, {9, 17}, {-1, 17}, {std::numeric_limits<int>::max(), 17}};
+    } cases[] = {{0, 0}, {1, 17}, {2, 5},  {3, 6},   {4, 18},
+                 {5, 8}, {6, 17}, {9, 17}, {-1, 17}, {std::numeric_limits<int>::max(), 17}};
     for (const auto& entry : cases) {
         EXPECT_EQ(wut::placesBarFolderCSIDLByIndex(entry.index), entry.identifier) << entry.index;
     }
@@ -138,9 +138,9 @@ protected:
         config_.SetPath("/Recent");
         for (bool more = config_.GetFirstEntry(entry, cookie); more;
              more = config_.GetNextEntry(entry, cookie)) {
-            entries += entry.utf8_string() + "=" +
-                       std::filesystem::path(config_.Read(entry).ToStdWstring()).filename().string() +
-                       " ";
+            entries +=
+                entry.utf8_string() + "=" +
+                std::filesystem::path(config_.Read(entry).ToStdWstring()).filename().string() + " ";
         }
         config_.SetPath("/");
         return entries;

@@ -118,9 +118,17 @@ TEST(KeyEvents, OfCharactersAreTold) {
         int last;
         bool isCharacter;
     } ranges[] = {
-        {0, 126, true},    {127, 127, false}, {128, 300, true},  {301, 323, false},
-        {324, 339, true},  {340, 367, false}, {368, 370, true},  {371, 385, false},
-        {386, 392, true},  {393, 420, false}, {WXK_SPECIAL1, WXK_SPECIAL20, false},
+        {0, 126, true},
+        {127, 127, false},
+        {128, 300, true},
+        {301, 323, false},
+        {324, 339, true},
+        {340, 367, false},
+        {368, 370, true},
+        {371, 385, false},
+        {386, 392, true},
+        {393, 420, false},
+        {WXK_SPECIAL1, WXK_SPECIAL20, false},
     };
     for (const auto& range : ranges) {
         for (int code = range.first; code <= range.last; ++code) {
@@ -133,8 +141,9 @@ TEST(KeyEvents, OfCharactersAreTold) {
         }
     }
     // By the names of keys: what the ranges are about.
-    for (const int code : {WXK_F1, WXK_F24, WXK_LEFT, WXK_DELETE, WXK_NUMPAD_DELETE, WXK_WINDOWS_MENU,
-                           WXK_SHIFT, WXK_PAGEDOWN, WXK_NUMPAD_F1, WXK_NUMPAD_HOME}) {
+    for (const int code :
+         {WXK_F1, WXK_F24, WXK_LEFT, WXK_DELETE, WXK_NUMPAD_DELETE, WXK_WINDOWS_MENU, WXK_SHIFT,
+          WXK_PAGEDOWN, WXK_NUMPAD_F1, WXK_NUMPAD_HOME}) {
         wxKeyEvent event(wxEVT_KEY_DOWN);
         event.m_keyCode = code;
         EXPECT_FALSE(wut::isCharKeyDown(event)) << code;

@@ -46,16 +46,32 @@ TEST(Numbers, MultiplyAndDivideLikeTheSystem) {
         int denominator;
         int result;
     } cases[] = {
-        {7, 3, 2, 11},        {-7, 3, 2, -11},       {7, -3, 2, -11},
-        {7, 3, -2, -11},      {-7, -3, -2, -11},     {1, 1, 2, 1},
-        {-1, 1, 2, -1},       {1, 1, 3, 0},          {2, 1, 3, 1},
-        {5, 1, 3, 2},         {0, 5, 7, 0},          {254, 96, 254, 96},
-        {1, 1, 0, -1},        {0, 0, 0, -1},         {largest, largest, largest, largest},
-        {largest, 2, 2, largest},                    {largest, 2, 1, -1},
-        {largest, 3, 2, -1},  {smallest, 1, 1, -1},  {smallest, -1, 1, -1},
-        {smallest, 1, 2, -1073741824},               {smallest, smallest, 1, -1},
-        {smallest, smallest, largest, -1},           {largest, 1, -1, -largest},
-        {smallest, largest, largest, -1},            {largest, 1, smallest, -1},
+        {7, 3, 2, 11},
+        {-7, 3, 2, -11},
+        {7, -3, 2, -11},
+        {7, 3, -2, -11},
+        {-7, -3, -2, -11},
+        {1, 1, 2, 1},
+        {-1, 1, 2, -1},
+        {1, 1, 3, 0},
+        {2, 1, 3, 1},
+        {5, 1, 3, 2},
+        {0, 5, 7, 0},
+        {254, 96, 254, 96},
+        {1, 1, 0, -1},
+        {0, 0, 0, -1},
+        {largest, largest, largest, largest},
+        {largest, 2, 2, largest},
+        {largest, 2, 1, -1},
+        {largest, 3, 2, -1},
+        {smallest, 1, 1, -1},
+        {smallest, -1, 1, -1},
+        {smallest, 1, 2, -1073741824},
+        {smallest, smallest, 1, -1},
+        {smallest, smallest, largest, -1},
+        {largest, 1, -1, -largest},
+        {smallest, largest, largest, -1},
+        {largest, 1, smallest, -1},
         {smallest, 1, smallest, 1},
     };
     for (const auto& entry : cases) {
@@ -92,11 +108,13 @@ TEST(EnvironmentVariables, AreReplacedInTexts) {
         // The exact room does, one less is told and not exceeded.
         std::wstring exact(needed, L'x');
         EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, exact.data(),
-                                                static_cast<unsigned long>(needed)), needed);
+                                                static_cast<unsigned long>(needed)),
+                  needed);
         EXPECT_EQ(std::wstring_view(exact.c_str()), entry.result);
         target[needed - 1] = L'x';
         EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, target,
-                                                static_cast<unsigned long>(needed - 1)), needed);
+                                                static_cast<unsigned long>(needed - 1)),
+                  needed);
         EXPECT_EQ(target[needed - 1], L'x');
     }
     EXPECT_EQ(wut::expandEnvironmentStrings(L"%PLATEN_TEST_A%", nullptr, 0), 8u);

@@ -28,15 +28,16 @@ TEST_F(Mail, HasTheFileAttached) {
     answer(0);
     const HWND parent = reinterpret_cast<HWND>(std::uintptr_t{4660});
     EXPECT_EQ(wut::sendByMail(L"sub/../Pl\x00E4ne 1.pdf", parent), wut::MS_Sent);
+    // In the ANSI code page.
     const std::string path = std::filesystem::current_path().string() + "\\Pl\xE4ne 1.pdf";
-    // The letters of the ANSI code page, and the name as it was given.
     EXPECT_EQ(readBytes(folder_.path("record")),
               "session 0 window 4660 flags 11 reserved 0\n"
               "subject Pl\xE4ne 1.pdf\n"
               "note < >\n"
               "message flags 4 recipients 0 files 1\n"
               "zero otherwise 1\n"
-              "path " + path + "\nname " + path + "\n");
+              "path " +
+                  path + "\nname " + path + "\n");
     EXPECT_FALSE(isServiceLoaded());
 }
 
@@ -45,7 +46,10 @@ TEST_F(Mail, IsSentWhenTheUserCancelsToo) {
         unsigned long result;
         wut::EMailStatus status;
     } cases[] = {
-        {0, wut::MS_Sent}, {1, wut::MS_Sent}, {2, wut::MS_Failed}, {26, wut::MS_Failed},
+        {0, wut::MS_Sent},
+        {1, wut::MS_Sent},
+        {2, wut::MS_Failed},
+        {26, wut::MS_Failed},
         {0xFFFFFFFF, wut::MS_Failed},
     };
     for (const auto& entry : cases) {

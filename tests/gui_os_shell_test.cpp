@@ -72,8 +72,8 @@ TEST_F(OsShell, IsCancelledBeforeTheWait) {
 }
 
 TEST_F(OsShell, IsCancelledWithAllThatTheProgramStarted) {
-    EXPECT_EQ(run(Shell([&] { return exists("a") && exists("b"); }), {"nest", path("a"), path("b")}),
-              0u);
+    EXPECT_EQ(
+        run(Shell([&] { return exists("a") && exists("b"); }), {"nest", path("a"), path("b")}), 0u);
     for (const char* const name : {"a", "b"}) {
         EXPECT_TRUE(settleUntil([&] { return !isRunning(process(name)); })) << name;
     }

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <iterator>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -16,24 +18,22 @@
 
 namespace {
 
-/// A class of files or of addresses of the user's own, which `command` opens, while it lives.
+/// A class of files or of addresses, which `command` opens, while it lives.
 class FileClass {
 public:
     FileClass(const std::wstring& name, const std::wstring& text, const std::wstring& command)
-        : path_(root + name) {
+        : path_(name) {
         set(L"", nullptr, text);
         set(L"", L"URL Protocol", L"");
         set(L"\\shell\\open\\command", nullptr, command);
     }
     FileClass(const FileClass&) = delete;
     FileClass& operator=(const FileClass&) = delete;
-    ~FileClass() { RegDeleteTreeW(HKEY_CURRENT_USER, path_.c_str()); }
+    ~FileClass() { RegDeleteTreeW(HKEY_CLASSES_ROOT, path_.c_str()); }
 
 private:
-    static constexpr const wchar_t* root = L"Software\\Classes\\";
-
     void set(const std::wstring& below, const wchar_t* value, const std::wstring& text) const {
-        RegSetKeyValueW(HKEY_CURRENT_USER, (path_ + below).c_str(), value, REG_SZ, text.c_str(),
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, (path_ + below).c_str(), value, REG_SZ, text.c_str(),
                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
 
@@ -98,10 +98,10 @@ TEST(Drives, AreOfTheKindsThatTheApplicationKnows) {
         wut::EFSVolumeKind kind;
         int value;
     } cases[] = {
-        {DRIVE_UNKNOWN, wut::FSV_Unknown, 5}, {DRIVE_NO_ROOT_DIR, wut::FSV_Unknown, 5},
+        {DRIVE_UNKNOWN, wut::FSV_Unknown, 5},     {DRIVE_NO_ROOT_DIR, wut::FSV_Unknown, 5},
         {DRIVE_REMOVABLE, wut::FSV_Removable, 0}, {DRIVE_FIXED, wut::FSV_Fixed, 1},
-        {DRIVE_REMOTE, wut::FSV_Remote, 4}, {DRIVE_CDROM, wut::FSV_CdRom, 2},
-        {DRIVE_RAMDISK, wut::FSV_Unknown, 5}, {7, wut::FSV_Unknown, 5},
+        {DRIVE_REMOTE, wut::FSV_Remote, 4},       {DRIVE_CDROM, wut::FSV_CdRom, 2},
+        {DRIVE_RAMDISK, wut::FSV_Unknown, 5},     {7, wut::FSV_Unknown, 5},
     };
     for (const auto& entry : cases) {
         EXPECT_EQ(wut::volumeKind(entry.type), entry.kind);
@@ -180,9 +180,14 @@ TEST(Numbers, MultiplyAndDivideAsMulDivDoes) {
         ASSERT_EQ(wut::mulDiv(a, b, c), MulDiv(a, b, c)) << a << " * " << b << " / " << c;
     }
     constexpr int smallest = std::numeric_limits<int>::min();
+    // Wine changes the signs of the first number and the divisor when that is negative, and the
+    // smallest number stays what it is: that pair is left out.
     for (const int a : {smallest, smallest + 1, -1, 0, 1, -(smallest + 1)}) {
         for (const int b : {smallest, smallest + 1, -1, 0, 1, -(smallest + 1)}) {
             for (const int c : {smallest + 1, -2, -1, 0, 1, 2, -(smallest + 1)}) {
+                if (a == smallest && c < 0) {
+                    continue;
+                }
                 EXPECT_EQ(wut::mulDiv(a, b, c), MulDiv(a, b, c)) << a << " * " << b << " / " << c;
             }
         }
@@ -194,14 +199,22 @@ std::wstring reported;
 void takeReport(const wchar_t* reason) { reported = reason; }
 
 TEST(FormattingErrors, OfTheCLibraryGoToTheHandler) {
-    const _invalid_parameter_handler before = _get_invalid_parameter_handler();
+    // The library of most hosts; these tests are built with another one.
+    const ut::DynamicLibrary library(L"ucrtbase.dll", ut::DynamicLibrary::Now);
+    auto* const format =
+        library.function<std::size_t(wchar_t*, std::size_t, const wchar_t*, const std::tm*)>(
+            "wcsftime");
+    auto* const handler = library.function<void*()>("_get_invalid_parameter_handler");
+    ASSERT_TRUE(format != nullptr && handler != nullptr);
+    void* const before = handler();
     wut::setFormattingErrorHandler(takeReport);
+    reported.clear();
     wchar_t text[32];
     const std::tm time{};
-    EXPECT_EQ(wcsftime(text, std::size(text), L"%!", &time), 0u);
+    EXPECT_EQ(format(text, std::size(text), L"%!", &time), 0u);
     EXPECT_EQ(reported, L"the C library refused an argument");
     wut::setFormattingErrorHandler(nullptr);
-    EXPECT_EQ(_get_invalid_parameter_handler(), before);
+    EXPECT_EQ(handler(), before);
 }
 
 }  // namespace

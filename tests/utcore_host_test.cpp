@@ -31,7 +31,10 @@ TEST(HostText, ReadsLinesOfEveryEnding) {
         {"12345", {"12345"}},
         {"1234567\nx", {"12345", "67", "x"}},
         {"1234567890\n", {"12345", "67890"}},
-        {"a\0b\n\0"s, {"a\x1A" "b", "\x1A"}},
+        {"a\0b\n\0"s,
+         {"a\x1A"
+          "b",
+          "\x1A"}},
         {"\xFF\xFE\n", {"\xFF\xFE"}},
     };
     const TemporaryFolder folder;
@@ -83,15 +86,9 @@ TEST(HostFileName, ComparesFullPaths) {
         std::wstring right;
         bool same;
     } cases[] = {
-        {L"b", here + L"/b", true},
-        {L"b/", L"b", true},
-        {L"b//", L"x/../b", true},
-        {L"b", L"b/c", false},
-        {L"b", L"bb", false},
-        {L".", here, true},
-        {L"/", L"/..", true},
-        {L"/", L"/b", false},
-        {L"", here, false},
+        {L"b", here + L"/b", true}, {L"b/", L"b", true},  {L"b//", L"x/../b", true},
+        {L"b", L"b/c", false},      {L"b", L"bb", false}, {L".", here, true},
+        {L"/", L"/..", true},       {L"/", L"/b", false}, {L"", here, false},
         {L"", L"", true},
     };
     for (const auto& entry : cases) {

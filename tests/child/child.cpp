@@ -23,7 +23,8 @@ namespace {
 /// A file is there once it is complete.
 class Output {
 public:
-    explicit Output(std::string path) : path_(std::move(path)), file_(path_ + ".part", std::ios::binary) {}
+    explicit Output(std::string path)
+        : path_(std::move(path)), file_(path_ + ".part", std::ios::binary) {}
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
     ~Output() {

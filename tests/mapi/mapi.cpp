@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <fstream>
 
-extern "C" __declspec(dllexport) ULONG WINAPI MAPISendMail(LHANDLE session, ULONG_PTR window,
-                                                           lpMapiMessage message, FLAGS flags,
-                                                           ULONG reserved) {
+extern "C" __declspec(dllexport) ULONG WINAPI
+    MAPISendMail(LHANDLE session, ULONG_PTR window, lpMapiMessage message, FLAGS flags,
+                 ULONG reserved) {
     std::ofstream record(_wgetenv(L"PLATEN_TEST_MAIL_RECORD"), std::ios::binary);
     record << "session " << session << " window " << window << " flags " << flags << " reserved "
            << reserved << '\n';

@@ -4,8 +4,7 @@
 
 std::filesystem::path childProgram() {
     // Beside the test program, and called like it: with ".exe" where that has it.
-    const std::filesystem::path own =
-        wxStandardPaths::Get().GetExecutablePath().utf8_string();
+    const std::filesystem::path own = wxStandardPaths::Get().GetExecutablePath().utf8_string();
     return (own.parent_path() / "platen_test_child").replace_extension(own.extension());
 }
 
