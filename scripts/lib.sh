@@ -158,7 +158,8 @@ wine_environment() {
     mkdir -p "$TMPDIR"
     export WINEDEBUG=-all
     # Wine's own helpers for .NET and HTML would be asked for in dialogs; nothing here needs them.
-    export WINEDLLOVERRIDES='mscoree=;mshtml='
+    # Tests have a mail service of their own, which Wine would otherwise take for its.
+    export WINEDLLOVERRIDES='mscoree=;mshtml=;mapi32=n,b'
 }
 
 # Makes this checkout's Wine prefix if it is missing. Several tests may come here at once.

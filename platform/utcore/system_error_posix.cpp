@@ -1,6 +1,8 @@
+#include <cerrno>
 #include <system_error>
 
 #include "utcore.h"
+#include "utcore_host.h"
 
 namespace ut {
 
@@ -11,5 +13,7 @@ std::string SystemError::message() const {
     const std::error_code error(static_cast<int>(code), std::generic_category());
     return std::string(action) + ": " + error.message();
 }
+
+unsigned long sysErrorCode() { return static_cast<unsigned long>(errno); }
 
 }  // namespace ut

@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include "utcore.h"
+#include "utcore_host.h"
 
 namespace ut {
 
@@ -19,5 +20,7 @@ std::string SystemError::message() const {
            (length > 0 ? encodeUtf8(std::wstring_view(text, length))
                        : "error " + std::to_string(code));
 }
+
+unsigned long sysErrorCode() { return GetLastError(); }
 
 }  // namespace ut

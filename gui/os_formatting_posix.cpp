@@ -1,0 +1,9 @@
+#include "gui/os_formatting.h"
+
+namespace wut {
+
+void hookFormatting(FormattingHook) {
+    // This C library calls nobody: a formatting function returns its error.
+}
+
+}  // namespace wut

@@ -1,0 +1,220 @@
+// What only Windows has.
+#include <gtest/gtest.h>
+#include <wx/utils.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <iterator>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "gui/os_folders_win.h"
+#include "gui_os.h"
+#include "tests/support/files.h"
+#include "tests/support/gui.h"
+#include "tests/support/processes.h"
+
+namespace {
+
+/// A class of files or of addresses, which `command` opens, while it lives.
+class FileClass {
+public:
+    FileClass(const std::wstring& name, const std::wstring& text, const std::wstring& command)
+        : path_(name) {
+        set(L"", nullptr, text);
+        set(L"", L"URL Protocol", L"");
+        set(L"\\shell\\open\\command", nullptr, command);
+    }
+    FileClass(const FileClass&) = delete;
+    FileClass& operator=(const FileClass&) = delete;
+    ~FileClass() { RegDeleteTreeW(HKEY_CLASSES_ROOT, path_.c_str()); }
+
+private:
+    void set(const std::wstring& below, const wchar_t* value, const std::wstring& text) const {
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, (path_ + below).c_str(), value, REG_SZ, text.c_str(),
+                        static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+    }
+
+    std::wstring path_;
+};
+
+/// Changes a setting of the user's locale while it lives.
+class UserSetting {
+public:
+    UserSetting(LCTYPE setting, const wchar_t* value) : setting_(setting) {
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, setting, before_, static_cast<int>(std::size(before_)));
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, setting, value);
+    }
+    UserSetting(const UserSetting&) = delete;
+    UserSetting& operator=(const UserSetting&) = delete;
+    ~UserSetting() { SetLocaleInfoW(LOCALE_USER_DEFAULT, setting_, before_); }
+
+private:
+    LCTYPE setting_;
+    wchar_t before_[16] = L"";
+};
+
+TEST(Programs, StartAsTheFlagsSay) {
+    const struct {
+        int flags;
+        int show;
+    } cases[] = {{0, SW_SHOWDEFAULT}, {1, SW_SHOWDEFAULT}, {2, SW_MINIMIZE},
+                 {4, SW_HIDE},        {6, SW_MINIMIZE},    {8 | 4, SW_HIDE}};
+    const TemporaryFolder folder;
+    for (const auto& entry : cases) {
+        wut::OsShell().executeCommand(
+            L"A title", childCommand({"start", folder.path("start").string()}).c_str(),
+            entry.flags);
+        EXPECT_EQ(readBytes(folder.path("start")),
+                  "title: A title\nshow: " + std::to_string(entry.show) + "\npriority: 32\n");
+        std::filesystem::remove(folder.path("start"));
+    }
+}
+
+TEST(Programs, OpenDocumentsAndPages) {
+    const TemporaryFolder folder;
+    const auto opened = [&] { return readBytes(folder.path("opened")); };
+    const std::wstring command =
+        childCommand({"arguments", folder.path("opened").string()}) + L" \"%1\"";
+    const FileClass extension(L".platentest", L"platentest", L"");
+    const FileClass documents(L"platentest", L"", command);
+
+    writeBytes(folder.path("a.platentest"), "");
+    const std::string document = folder.path("a.platentest").string();
+    EXPECT_TRUE(wut::LaunchDefaultApplication(OdString(folder.wide("a.platentest"))));
+    EXPECT_TRUE(settleUntil([&] { return opened() == document + "\n"; })) << opened();
+
+    std::filesystem::remove(folder.path("opened"));
+    EXPECT_TRUE(wut::LaunchDefaultBrowser(L"platentest://page/1", false));
+    EXPECT_TRUE(settleUntil([&] { return opened() == "platentest://page/1\n"; })) << opened();
+    EXPECT_TRUE(settleUntil([] { return childCount() == 0; }));
+}
+
+TEST(Drives, AreOfTheKindsThatTheApplicationKnows) {
+    const struct {
+        unsigned type;
+        wut::EFSVolumeKind kind;
+        int value;
+    } cases[] = {
+        {DRIVE_UNKNOWN, wut::FSV_Unknown, 5},     {DRIVE_NO_ROOT_DIR, wut::FSV_Unknown, 5},
+        {DRIVE_REMOVABLE, wut::FSV_Removable, 0}, {DRIVE_FIXED, wut::FSV_Fixed, 1},
+        {DRIVE_REMOTE, wut::FSV_Remote, 4},       {DRIVE_CDROM, wut::FSV_CdRom, 2},
+        {DRIVE_RAMDISK, wut::FSV_Unknown, 5},     {7, wut::FSV_Unknown, 5},
+    };
+    for (const auto& entry : cases) {
+        EXPECT_EQ(wut::volumeKind(entry.type), entry.kind);
+        EXPECT_EQ(static_cast<int>(entry.kind), entry.value);
+    }
+    EXPECT_EQ(wut::getDriveType(L"C:\\"), wut::FSV_Fixed);
+    EXPECT_EQ(wut::getDriveType(L"Q:\\"), wut::FSV_Unknown);
+}
+
+TEST(Folders, OfTheShellHavePaths) {
+    const std::wstring documents =
+        wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Personal)).text();
+    EXPECT_TRUE(std::filesystem::is_directory(documents));
+    EXPECT_NE(documents,
+              wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Desktop)).text());
+    // The drives are no folder, and nothing has this number.
+    EXPECT_TRUE(
+        wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Drives)).isEmpty());
+    EXPECT_TRUE(wut::folderPathByCSIDL(0x7FF).isEmpty());
+}
+
+TEST(Separators, AreTheUsers) {
+    const struct {
+        const wchar_t* setting;
+        wchar_t character;
+    } cases[] = {{L";", L';'}, {L",", L','}, {L"|#", L'|'}};
+    for (const auto& entry : cases) {
+        const UserSetting list(LOCALE_SLIST, entry.setting);
+        EXPECT_EQ(wut::getSystemDefaultSeparator(), entry.character);
+    }
+    for (const auto& entry : cases) {
+        const UserSetting decimal(LOCALE_SDECIMAL, entry.setting);
+        EXPECT_EQ(wut::getSystemDecimalSeparator(), entry.character);
+    }
+}
+
+TEST(KeyboardState, IsReadAndSet) {
+    unsigned char before[256];
+    ASSERT_TRUE(wut::getKeyboardState(before));
+    unsigned char states[256];
+    std::copy(std::begin(before), std::end(before), states);
+    states[VK_F9] = 0x80;
+    ASSERT_TRUE(wut::setKeyboardState(states));
+    unsigned char after[256] = {};
+    ASSERT_TRUE(wut::getKeyboardState(after));
+    EXPECT_EQ(after[VK_F9] & 0x80, 0x80);
+    EXPECT_LT(GetKeyState(VK_F9), 0);
+    ASSERT_TRUE(wut::setKeyboardState(before));
+    EXPECT_GE(GetKeyState(VK_F9), 0);
+}
+
+TEST(Keys, TellAltGrFromAlt) {
+    const auto press = [](DWORD flags) {
+        INPUT input{};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = VK_RMENU;
+        input.ki.dwFlags = KEYEVENTF_EXTENDEDKEY | flags;
+        SendInput(1, &input, sizeof(input));
+    };
+    press(0);
+    EXPECT_TRUE(settleUntil(wut::isAltGrDown));
+    press(KEYEVENTF_KEYUP);
+    EXPECT_TRUE(settleUntil([] { return !wut::isAltGrDown(); }));
+}
+
+TEST(Numbers, MultiplyAndDivideAsMulDivDoes) {
+    std::mt19937 random(20240229);
+    // Numbers of all sizes: small ones make halves, large ones overflow.
+    const auto number = [&] {
+        return static_cast<int>(random()) >> std::uniform_int_distribution(0, 31)(random);
+    };
+    for (int i = 0; i < 200000; ++i) {
+        const int a = number();
+        const int b = number();
+        const int c = number();
+        ASSERT_EQ(wut::mulDiv(a, b, c), MulDiv(a, b, c)) << a << " * " << b << " / " << c;
+    }
+    constexpr int smallest = std::numeric_limits<int>::min();
+    // Wine changes the signs of the first number and the divisor when that is negative, and the
+    // smallest number stays what it is: that pair is left out.
+    for (const int a : {smallest, smallest + 1, -1, 0, 1, -(smallest + 1)}) {
+        for (const int b : {smallest, smallest + 1, -1, 0, 1, -(smallest + 1)}) {
+            for (const int c : {smallest + 1, -2, -1, 0, 1, 2, -(smallest + 1)}) {
+                if (a == smallest && c < 0) {
+                    continue;
+                }
+                EXPECT_EQ(wut::mulDiv(a, b, c), MulDiv(a, b, c)) << a << " * " << b << " / " << c;
+            }
+        }
+    }
+}
+
+std::wstring reported;
+
+void takeReport(const wchar_t* reason) { reported = reason; }
+
+TEST(FormattingErrors, OfTheCLibraryGoToTheHandler) {
+    // The library of most hosts; these tests are built with another one.
+    const ut::DynamicLibrary library(L"ucrtbase.dll", ut::DynamicLibrary::Now);
+    auto* const format =
+        library.function<std::size_t(wchar_t*, std::size_t, const wchar_t*, const std::tm*)>(
+            "wcsftime");
+    auto* const handler = library.function<void*()>("_get_invalid_parameter_handler");
+    ASSERT_TRUE(format != nullptr && handler != nullptr);
+    void* const before = handler();
+    wut::setFormattingErrorHandler(takeReport);
+    reported.clear();
+    wchar_t text[32];
+    const std::tm time{};
+    EXPECT_EQ(format(text, std::size(text), L"%!", &time), 0u);
+    EXPECT_EQ(reported, L"the C library refused an argument");
+    wut::setFormattingErrorHandler(nullptr);
+    EXPECT_EQ(handler(), before);
+}
+
+}  // namespace
