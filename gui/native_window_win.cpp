@@ -52,8 +52,7 @@ bool HWND_wxWrapper::Destroy() {
 void HWND_wxWrapper::attach(HWND handle) {
     SetHWND(handle);
     AdoptAttributesFromHWND();
-    // Else a modal dialog would enable at its end what was disabled at its beginning.
-    m_isEnabled = ::IsWindowEnabled(handle);
+    // Whether it is enabled the base asks the system each time.
     m_isShown = ::IsWindowVisible(handle);
     SetName(wrapperName);
 }

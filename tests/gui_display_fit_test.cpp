@@ -111,6 +111,7 @@ TEST(DisplayFit, AsksTheSystemForItsDisplays) {
     wut::adjustWindowRectangleToDisplay(rect, false);
     EXPECT_EQ(rect, wxRect(geometry.GetRight() + 5 - 400, geometry.y + 70, 400, 300));
 
+    settle();
     EXPECT_EQ(wut::systemDisplays().ofTopWindow, std::nullopt);
     wxFrame frame(nullptr, wxID_ANY, "Top", wxPoint(50, 60), wxSize(300, 200));
     frame.Show();

@@ -73,6 +73,8 @@ using WindowWrapper = NativeWindows;
 TEST_F(WindowWrapper, LeavesTheNativeWindowAsItIs) {
     NativeWindow native(L"Native");
     const auto procedure = ::GetWindowLongPtrW(native.handle(), GWLP_WNDPROC);
+    const HMENU menu = ::CreateMenu();
+    ASSERT_TRUE(::SetMenu(native.handle(), menu));
     for (const bool known : {true, false}) {
         Wrapper wrapper = wrap(native.handle(), known);
         EXPECT_EQ(wrapper->GetHWND(), native.handle());
@@ -88,7 +90,18 @@ TEST_F(WindowWrapper, LeavesTheNativeWindowAsItIs) {
     EXPECT_TRUE(::IsWindowVisible(native.handle()));
     EXPECT_TRUE(native.enabled());
     EXPECT_EQ(::GetWindowLongPtrW(native.handle(), GWLP_WNDPROC), procedure);
+    EXPECT_EQ(::GetMenu(native.handle()), menu);
     EXPECT_THAT(NativeWindow::changes(), IsEmpty());
+}
+
+TEST_F(WindowWrapper, HidesAndShowsTheNativeWindow) {
+    NativeWindow native(L"Native");
+    const Wrapper wrapper = wrap(native.handle());
+    EXPECT_TRUE(wrapper->Hide());
+    EXPECT_FALSE(::IsWindowVisible(native.handle()));
+    EXPECT_FALSE(wrapper->IsShown());
+    ::ShowWindow(native.handle(), SW_SHOWNOACTIVATE);
+    EXPECT_TRUE(wrapper->IsShown());
 }
 
 TEST_F(WindowWrapper, TakesTheActiveWindowForNull) {
