@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <cstring>
@@ -27,6 +28,47 @@ Rows fromTop(VerticalDir direction, int height, int y, std::ptrdiff_t stride) {
     return {(std::ptrdiff_t{height} - y - 1) * stride, -stride};
 }
 
+/// A buffer from the first row that is copied on; `step` is negative when rows are copied upwards.
+template <class Byte>
+struct Side {
+    Byte* row;
+    std::ptrdiff_t step;
+    std::size_t bytesPerPixel;
+};
+
+/// Asks the processor for memory that is about to be written.
+void fetch(unsigned char* from, std::size_t size) {
+    constexpr std::size_t cacheLine = 64;
+    for (std::size_t at = 0; at < size; at += cacheLine) {
+        __builtin_prefetch(from + at, 1, 2);
+    }
+}
+
+void convertRows(pixel_rows::Converter convert, Side<const unsigned char> source,
+                 Side<unsigned char> target, std::size_t width, std::ptrdiff_t height,
+                 unsigned char alpha) {
+    if (source.step < 0 && target.step < 0) {
+        source = {source.row + (height - 1) * source.step, -source.step, source.bytesPerPixel};
+        target = {target.row + (height - 1) * target.step, -target.step, target.bytesPerPixel};
+    }
+    // Processors foresee memory that is used upwards. Of rows in the other direction, the next one
+    // is fetched while the one before it is converted.
+    const bool foreseen = (source.step < 0) == (target.step < 0);
+    const std::size_t pixelsAtOnce = foreseen ? width : 256;
+    for (std::ptrdiff_t row = 0; row < height; ++row) {
+        for (std::size_t x = 0; x < width; x += pixelsAtOnce) {
+            const std::size_t pixels = std::min(pixelsAtOnce, width - x);
+            const unsigned char* const from =
+                source.row + row * source.step + x * source.bytesPerPixel;
+            unsigned char* const to = target.row + row * target.step + x * target.bytesPerPixel;
+            if (!foreseen && row + 1 < height) {
+                fetch(to + target.step, pixels * target.bytesPerPixel);
+            }
+            convert(from, to, pixels, alpha);
+        }
+    }
+}
+
 [[maybe_unused]] bool liesInside(int width, int height, int x, int y, int pictureWidth,
                                  int pictureHeight) {
     return x >= 0 && y >= 0 && std::ptrdiff_t{x} + width <= pictureWidth &&
@@ -50,12 +92,12 @@ void copyPixels(int width, int height, const unsigned char* src, PixelFormat src
             pixel_rows::bytesPerPixel(srcFormat) * columns * static_cast<std::size_t>(height));
         return;
     }
-    const pixel_rows::Converter convert = pixel_rows::converter(srcFormat, dstFormat);
     const Rows target = srcDir == dstDir ? Rows{0, dstStep}
                                          : Rows{(std::ptrdiff_t{height} - 1) * dstStep, -dstStep};
-    for (std::ptrdiff_t row = 0; row < height; ++row) {
-        convert(src + row * srcStep, dst + target.first + row * target.step, columns, alpha);
-    }
+    convertRows(pixel_rows::converter(srcFormat, dstFormat),
+                {src, srcStep, pixel_rows::bytesPerPixel(srcFormat)},
+                {dst + target.first, target.step, pixel_rows::bytesPerPixel(dstFormat)}, columns,
+                height, alpha);
 }
 
 void copySubimagePixels(int srcWidth, int srcHeight, const unsigned char* src,
@@ -68,15 +110,15 @@ void copySubimagePixels(int srcWidth, int srcHeight, const unsigned char* src,
     }
     assert(liesInside(width, height, srcX, srcY, srcWidth, srcHeight));
     assert(liesInside(width, height, dstX, dstY, dstWidth, dstHeight));
-    const auto columns = static_cast<std::size_t>(width);
     const Rows source = fromTop(srcDir, srcHeight, srcY, strideOf(srcStride, srcFormat, srcWidth));
     const Rows target = fromTop(dstDir, dstHeight, dstY, strideOf(dstStride, dstFormat, dstWidth));
-    src += source.first + static_cast<std::ptrdiff_t>(pixel_rows::bytesPerPixel(srcFormat)) * srcX;
-    dst += target.first + static_cast<std::ptrdiff_t>(pixel_rows::bytesPerPixel(dstFormat)) * dstX;
-    const pixel_rows::Converter convert = pixel_rows::converter(srcFormat, dstFormat);
-    for (std::ptrdiff_t row = 0; row < height; ++row) {
-        convert(src + row * source.step, dst + row * target.step, columns, alpha);
-    }
+    const std::size_t srcBytes = pixel_rows::bytesPerPixel(srcFormat);
+    const std::size_t dstBytes = pixel_rows::bytesPerPixel(dstFormat);
+    convertRows(
+        pixel_rows::converter(srcFormat, dstFormat),
+        {src + source.first + srcBytes * static_cast<std::size_t>(srcX), source.step, srcBytes},
+        {dst + target.first + dstBytes * static_cast<std::size_t>(dstX), target.step, dstBytes},
+        static_cast<std::size_t>(width), height, alpha);
 }
 
 }  // namespace wut::ImageUtils
