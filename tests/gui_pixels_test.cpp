@@ -82,15 +82,16 @@ struct Picture {
     int height;
     int stride;
 
-    int step() const { return stride < 1 ? width * bytesOf(format) : stride; }
-    /// Without padding behind the last row.
-    std::size_t size() const {
-        return static_cast<std::size_t>(step() * (height - 1) + width * bytesOf(format));
+    std::size_t step() const {
+        return static_cast<std::size_t>(stride < 1 ? width * bytesOf(format) : stride);
     }
     std::size_t at(int x, int y) const {
-        return static_cast<std::size_t>((direction == VD_TopDown ? y : height - 1 - y) * step() +
-                                        x * bytesOf(format));
+        const int row = direction == VD_TopDown ? y : height - 1 - y;
+        return static_cast<std::size_t>(row) * step() +
+               static_cast<std::size_t>(x) * static_cast<std::size_t>(bytesOf(format));
     }
+    /// Without padding behind the last row.
+    std::size_t size() const { return at(width, direction == VD_TopDown ? height - 1 : 0); }
 };
 
 /// All layouts of a picture of that size.
