@@ -84,9 +84,9 @@ Search adversarial() {
 }
 
 struct Case {
-    const char* name;
-    Search (*make)();
-    bool found;
+    const char* name = nullptr;
+    Search (*make)() = nullptr;
+    bool found = false;
     /// Naively many seconds.
     bool takesLong = false;
 };

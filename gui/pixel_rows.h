@@ -26,14 +26,17 @@ using Converter = void (*)(const unsigned char* source, unsigned char* target, s
 class Kernel {
 public:
     Converter& at(std::size_t fromBytes, std::size_t toBytes, bool swap) {
-        return converters_[(fromBytes - 3) * 4 + (toBytes - 3) * 2 + (swap ? 1 : 0)];
+        return converters_[index(fromBytes, toBytes, swap)];
     }
     Converter at(wut::ImageUtils::PixelFormat from, wut::ImageUtils::PixelFormat to) const {
-        return converters_[(bytesPerPixel(from) - 3) * 4 + (bytesPerPixel(to) - 3) * 2 +
-                           (swapped(from, to) ? 1 : 0)];
+        return converters_[index(bytesPerPixel(from), bytesPerPixel(to), swapped(from, to))];
     }
 
 private:
+    static constexpr std::size_t index(std::size_t fromBytes, std::size_t toBytes, bool swap) {
+        return (fromBytes - 3) * 4 + (toBytes - 3) * 2 + (swap ? 1 : 0);
+    }
+
     std::array<Converter, 8> converters_{};
 };
 

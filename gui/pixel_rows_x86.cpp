@@ -2,6 +2,9 @@
 // x86-64. Four pixels of four bytes fill a register, sixteen pixels of three bytes fill three.
 #include <tmmintrin.h>
 
+#include <algorithm>
+#include <array>
+
 #include "gui/pixel_rows.h"
 
 #define WITH_SSSE3 __attribute__((target("ssse3")))
@@ -22,10 +25,11 @@ WITH_SSSE3 inline void store(unsigned char* target, int number, __m128i bytes) {
 /// Where the bytes of four pixels come from; a negative number makes a byte 0.
 template <std::size_t FromBytes, std::size_t ToBytes, bool Swap>
 WITH_SSSE3 inline __m128i order() {
+    constexpr std::size_t common = std::min(FromBytes, ToBytes);
     std::array<signed char, 16> from{};
     from.fill(-1);
     for (std::size_t pixel = 0; pixel < 4; ++pixel) {
-        for (std::size_t byte = 0; byte < ToBytes && byte < FromBytes; ++byte) {
+        for (std::size_t byte = 0; byte < common; ++byte) {
             const std::size_t origin = Swap && byte != 3 ? 2 - byte : byte;
             from[pixel * ToBytes + byte] = static_cast<signed char>(pixel * FromBytes + origin);
         }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <cstring>
@@ -8,10 +9,13 @@
 namespace wut::ImageUtils {
 namespace {
 
-/// The rows of one buffer in the order in which they are copied.
-struct Rows {
-    std::ptrdiff_t first;
+/// The rectangle of one buffer, from the row that is copied first; `step` is negative when the next
+/// one stands before it.
+template <class Byte>
+struct Side {
+    Byte* row;
     std::ptrdiff_t step;
+    std::size_t bytesPerPixel;
 };
 
 std::ptrdiff_t strideOf(int stride, PixelFormat format, int width) {
@@ -19,12 +23,50 @@ std::ptrdiff_t strideOf(int stride, PixelFormat format, int width) {
                       : stride;
 }
 
-/// The rows from the top of the picture down, starting with row `y`.
-Rows fromTop(VerticalDir direction, int height, int y, std::ptrdiff_t stride) {
-    if (direction == VD_TopDown) {
-        return {y * stride, stride};
+/// From the pixel at (`x`, `y`) of a picture downwards.
+template <class Byte>
+Side<Byte> sideOf(Byte* buffer, PixelFormat format, VerticalDir direction, int height, int x, int y,
+                  std::ptrdiff_t stride) {
+    const std::size_t bytes = pixel_rows::bytesPerPixel(format);
+    const bool down = direction == VD_TopDown;
+    const std::ptrdiff_t row = down ? y : std::ptrdiff_t{height} - y - 1;
+    return {buffer + row * stride + static_cast<std::ptrdiff_t>(bytes) * x, down ? stride : -stride,
+            bytes};
+}
+
+/// Asks the processor for memory that is about to be written.
+void fetch(unsigned char* from, std::size_t size) {
+    constexpr std::size_t cacheLine = 64;
+    for (std::size_t at = 0; at < size; at += cacheLine) {
+        __builtin_prefetch(from + at, 1, 2);
     }
-    return {(std::ptrdiff_t{height} - y - 1) * stride, -stride};
+}
+
+void convertRows(pixel_rows::Converter convert, Side<const unsigned char> source,
+                 Side<unsigned char> target, std::size_t width, std::ptrdiff_t height,
+                 unsigned char alpha) {
+    if (source.step < 0) {
+        source.row += (height - 1) * source.step;
+        source.step = -source.step;
+        target.row += (height - 1) * target.step;
+        target.step = -target.step;
+    }
+    // Processors foresee memory that is used upwards. Where the target is written the other way,
+    // its next row is fetched while the one before it is converted.
+    const bool foreseen = target.step > 0;
+    const std::size_t pixelsAtOnce = foreseen ? width : 256;
+    for (std::ptrdiff_t row = 0; row < height; ++row) {
+        for (std::size_t x = 0; x < width; x += pixelsAtOnce) {
+            const std::size_t pixels = std::min(pixelsAtOnce, width - x);
+            const unsigned char* const from =
+                source.row + row * source.step + x * source.bytesPerPixel;
+            unsigned char* const to = target.row + row * target.step + x * target.bytesPerPixel;
+            if (!foreseen && row + 1 < height) {
+                fetch(to + target.step, pixels * target.bytesPerPixel);
+            }
+            convert(from, to, pixels, alpha);
+        }
+    }
 }
 
 [[maybe_unused]] bool liesInside(int width, int height, int x, int y, int pictureWidth,
@@ -41,21 +83,16 @@ void copyPixels(int width, int height, const unsigned char* src, PixelFormat src
     if (src == nullptr || dst == nullptr || width < 1 || height < 1) {
         return;
     }
-    const auto columns = static_cast<std::size_t>(width);
     const std::ptrdiff_t srcStep = strideOf(srcStride, srcFormat, width);
     const std::ptrdiff_t dstStep = strideOf(dstStride, dstFormat, width);
     if (srcFormat == dstFormat && srcDir == dstDir && srcStep == dstStep) {
-        std::memcpy(
-            dst, src,
-            pixel_rows::bytesPerPixel(srcFormat) * columns * static_cast<std::size_t>(height));
+        std::memcpy(dst, src,
+                    pixel_rows::bytesPerPixel(srcFormat) * static_cast<std::size_t>(width) *
+                        static_cast<std::size_t>(height));
         return;
     }
-    const pixel_rows::Converter convert = pixel_rows::converter(srcFormat, dstFormat);
-    const Rows target = srcDir == dstDir ? Rows{0, dstStep}
-                                         : Rows{(std::ptrdiff_t{height} - 1) * dstStep, -dstStep};
-    for (std::ptrdiff_t row = 0; row < height; ++row) {
-        convert(src + row * srcStep, dst + target.first + row * target.step, columns, alpha);
-    }
+    copySubimagePixels(width, height, src, srcFormat, srcDir, width, height, dst, dstFormat, dstDir,
+                       0, 0, 0, 0, width, height, alpha, srcStride, dstStride);
 }
 
 void copySubimagePixels(int srcWidth, int srcHeight, const unsigned char* src,
@@ -68,15 +105,12 @@ void copySubimagePixels(int srcWidth, int srcHeight, const unsigned char* src,
     }
     assert(liesInside(width, height, srcX, srcY, srcWidth, srcHeight));
     assert(liesInside(width, height, dstX, dstY, dstWidth, dstHeight));
-    const auto columns = static_cast<std::size_t>(width);
-    const Rows source = fromTop(srcDir, srcHeight, srcY, strideOf(srcStride, srcFormat, srcWidth));
-    const Rows target = fromTop(dstDir, dstHeight, dstY, strideOf(dstStride, dstFormat, dstWidth));
-    src += source.first + static_cast<std::ptrdiff_t>(pixel_rows::bytesPerPixel(srcFormat)) * srcX;
-    dst += target.first + static_cast<std::ptrdiff_t>(pixel_rows::bytesPerPixel(dstFormat)) * dstX;
-    const pixel_rows::Converter convert = pixel_rows::converter(srcFormat, dstFormat);
-    for (std::ptrdiff_t row = 0; row < height; ++row) {
-        convert(src + row * source.step, dst + row * target.step, columns, alpha);
-    }
+    convertRows(pixel_rows::converter(srcFormat, dstFormat),
+                sideOf(src, srcFormat, srcDir, srcHeight, srcX, srcY,
+                       strideOf(srcStride, srcFormat, srcWidth)),
+                sideOf(dst, dstFormat, dstDir, dstHeight, dstX, dstY,
+                       strideOf(dstStride, dstFormat, dstWidth)),
+                static_cast<std::size_t>(width), height, alpha);
 }
 
 }  // namespace wut::ImageUtils

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
 #include "gui_images.h"
 
@@ -15,7 +14,7 @@ namespace {
 
 /// Bytes that are compared at once, on every processor of the family.
 using Bytes = unsigned char __attribute__((vector_size(16)));
-using Equal = decltype(std::declval<Bytes>() == std::declval<Bytes>());
+using Equal = signed char __attribute__((vector_size(16)));
 
 /// How many places are looked at together for the first pixels of the sub-image, the bytes of them,
 /// and the pixels that have to be there, because bytes behind the places are read.
@@ -152,7 +151,7 @@ Comparison compareAll(const Picture& image, const Picture& sub, std::size_t limi
         if constexpr (Pixels > 0) {
             for (; x + placesAtOnce <= columns && x + pixelsAtOnce <= image.width;
                  x += placesAtOnce) {
-                std::array<Equal, 3> places;
+                std::array<Equal, 3> places{};
                 if (!start.find(row + x * 3, places)) {
                     continue;
                 }

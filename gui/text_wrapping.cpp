@@ -2,8 +2,6 @@
 #include <wx/dcclient.h>
 #include <wx/frame.h>
 
-#include <utility>
-
 #include "gui_text.h"
 
 namespace wut {
@@ -42,8 +40,10 @@ void TextWrapper::OnOutputLine(const wxString& line) { wrappedText_ += line; }
 
 void TextWrapper::OnNewLine() { wrappedText_ += '\n'; }
 
+// wxWidgets' values share what they hold, so that a copy costs nothing.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 WrappedString::WrappedString(wxWindow*, const wxString& text, int widthMax, wxFont font)
-    : font_(std::move(font)) {
+    : font_(font) {
     const KeepsRunning running;
     wxFrame frame(nullptr, wxID_ANY, wxEmptyString);
     text_ = TextWrapper(&frame, text, widthMax, &font_).wrappedText();
@@ -56,5 +56,6 @@ void WrappedString::drawText(wxDC& dc, wxPoint position, wxColour colour) {
     dc.SetFont(font_);
     dc.DrawText(text_, position);
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 }  // namespace wut

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "gui/pixel_rows.h"
@@ -81,15 +82,16 @@ struct Picture {
     int height;
     int stride;
 
-    int step() const { return stride < 1 ? width * bytesOf(format) : stride; }
-    /// Without padding behind the last row.
-    std::size_t size() const {
-        return static_cast<std::size_t>(step() * (height - 1) + width * bytesOf(format));
+    std::size_t step() const {
+        return static_cast<std::size_t>(stride < 1 ? width * bytesOf(format) : stride);
     }
     std::size_t at(int x, int y) const {
-        return static_cast<std::size_t>((direction == VD_TopDown ? y : height - 1 - y) * step() +
-                                        x * bytesOf(format));
+        const int row = direction == VD_TopDown ? y : height - 1 - y;
+        return static_cast<std::size_t>(row) * step() +
+               static_cast<std::size_t>(x) * static_cast<std::size_t>(bytesOf(format));
     }
+    /// Without padding behind the last row.
+    std::size_t size() const { return at(width, direction == VD_TopDown ? height - 1 : 0); }
 };
 
 /// All layouts of a picture of that size.
@@ -106,27 +108,31 @@ std::vector<Picture> layouts(int width, int height) {
 }
 
 TEST(CopyPixels, KeepsThePictureAndThePadding) {
-    for (const Picture& from : layouts(5, 3)) {
-        for (const Picture& to : layouts(5, 3)) {
-            const Buffer source = filled(from.size(), 1);
-            Buffer target = filled(to.size(), 2);
-            Buffer expected = target;
-            if (from.format == to.format && from.direction == to.direction &&
-                from.stride == to.stride) {
-                // One block of as many bytes as the pixels have, padding or not.
-                std::copy_n(source.begin(), 5 * 3 * bytesOf(from.format), expected.begin());
-            } else {
-                for (int y = 0; y < 3; ++y) {
-                    for (int x = 0; x < 5; ++x) {
-                        convertPixel(source.data() + from.at(x, y), from.format,
-                                     expected.data() + to.at(x, y), to.format);
+    // Long rows are copied in pieces.
+    for (const auto& [width, height] : {std::pair(5, 3), {600, 2}}) {
+        for (const Picture& from : layouts(width, height)) {
+            for (const Picture& to : layouts(width, height)) {
+                const Buffer source = filled(from.size(), 1);
+                Buffer target = filled(to.size(), 2);
+                Buffer expected = target;
+                if (from.format == to.format && from.direction == to.direction &&
+                    from.stride == to.stride) {
+                    // One block of as many bytes as the pixels have, padding or not.
+                    std::copy_n(source.begin(), width * height * bytesOf(from.format),
+                                expected.begin());
+                } else {
+                    for (int y = 0; y < height; ++y) {
+                        for (int x = 0; x < width; ++x) {
+                            convertPixel(source.data() + from.at(x, y), from.format,
+                                         expected.data() + to.at(x, y), to.format);
+                        }
                     }
                 }
+                copyPixels(width, height, source.data(), from.format, from.direction, target.data(),
+                           to.format, to.direction, alpha, from.stride, to.stride);
+                ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
+                                            << from.stride << " and " << to.stride;
             }
-            copyPixels(5, 3, source.data(), from.format, from.direction, target.data(), to.format,
-                       to.direction, alpha, from.stride, to.stride);
-            ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
-                                        << from.stride << " and " << to.stride;
         }
     }
 }
