@@ -3,9 +3,9 @@
 #include <wx/dcmemory.h>
 #include <wx/graphics.h>
 #include <wx/image.h>
+#include <wx/math.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <memory>
 
@@ -65,6 +65,22 @@ wxString fitted(const wxString& text, const wxRect& rect, wxDC& dc) {
     wxString wrapped = ImageUtils::wrapText(text, rect, dc);
     wrapped.Replace("\r\n", "\n");
     return wrapped;
+}
+
+/// The bitmap in another size, what its mask hides transparent. Graphics contexts scale, too, but
+/// some let the edges fade.
+wxBitmap scaled(const wxBitmap& bitmap, const wxSize& size) {
+    if (bitmap.GetSize() == size) {
+        return bitmap;
+    }
+    wxImage image = bitmap.ConvertToImage();
+    if (!image.HasAlpha()) {
+        image.InitAlpha();
+    }
+    // Of the two ways to enlarge, the one that rounds colours to the nearest.
+    const bool enlarges = size.x >= image.GetWidth() && size.y >= image.GetHeight();
+    return wxBitmap(image.Scale(size.x, size.y,
+                                enlarges ? wxIMAGE_QUALITY_BILINEAR : wxIMAGE_QUALITY_BOX_AVERAGE));
 }
 
 }  // namespace
@@ -162,16 +178,16 @@ wxBitmap drawOnBitmap(const wxBitmap& bottom, const wxBitmap& top, const wxSize&
         return {};
     }
     if (bottom.IsOk()) {
-        context->DrawBitmap(bottom, 0, 0, size.x, size.y);
+        context->DrawBitmap(scaled(bottom, size), 0, 0, size.x, size.y);
     }
     if (top.IsOk()) {
         const double scale = std::min({1.0, static_cast<double>(size.x) / top.GetWidth(),
                                        static_cast<double>(size.y) / top.GetHeight()});
-        const double width = std::max(1.0, std::round(top.GetWidth() * scale));
-        const double height = std::max(1.0, std::round(top.GetHeight() * scale));
+        const wxSize shown(std::max(1, wxRound(top.GetWidth() * scale)),
+                           std::max(1, wxRound(top.GetHeight() * scale)));
         // At whole pixels: a top in its own size stays sharp.
-        context->DrawBitmap(top, std::floor((size.x - width) / 2),
-                            std::floor((size.y - height) / 2), width, height);
+        context->DrawBitmap(scaled(top, shown), (size.x - shown.x) / 2, (size.y - shown.y) / 2,
+                            shown.x, shown.y);
     }
     context.reset();
     return wxBitmap(picture);

@@ -226,6 +226,15 @@ TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
     }
     leavePicture("images_on_bitmap", image.Scale(320, 240));
 
+    wxImage plain(5, 5);
+    plain.SetRGB(wxRect(0, 0, 5, 5), 200, 100, 50);
+    const wxImage filled =
+        wut::drawOnBitmap(wxBitmap(plain), wxBitmap(), wxSize(40, 40)).ConvertToImage();
+    for (const int corner : {0, 39}) {
+        EXPECT_EQ(filled.GetAlpha(corner, corner), 255);
+        EXPECT_EQ(filled.GetRed(corner, corner), 200);
+    }
+
     const wxImage shrunk = wut::drawOnBitmap(wxBitmap(), top, wxSize(8, 40)).ConvertToImage();
     EXPECT_EQ(shrunk.GetSize(), wxSize(8, 40));
     EXPECT_GT(shrunk.GetAlpha(4, 20), 250);
