@@ -108,9 +108,9 @@ inline void useGuiFont(wxWindow& window) {
 inline void useGuiColors(wxWindow& window) {
     using enum ut::EGuiColor;
     const wxString name = window.GetName();
-    const bool isChoice = wxDynamicCast(&window, wxChoice) != nullptr;
+    const bool isChoice = dynamic_cast<const wxChoice*>(&window) != nullptr;
     const bool isField = isChoice || name == "copies" || name == "setup";
-    const bool isButton = wxDynamicCast(&window, wxButton) != nullptr;
+    const bool isButton = dynamic_cast<const wxButton*>(&window) != nullptr;
     // GTK paints choices over what colour they are given, but for the text's place.
     if (!isChoice || onWindows()) {
         window.SetBackgroundColour(wut::guiColor(isField    ? FieldBackground

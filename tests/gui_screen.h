@@ -45,7 +45,7 @@ inline wxImage display() {
     for (std::size_t y = 0; y < height; ++y) {
         for (std::size_t x = 0; x < width; ++x) {
             const std::size_t pixel = start + y * lineLength + x * 4;
-            for (const std::size_t channel : {2, 1, 0}) {
+            for (const std::size_t channel : {2u, 1u, 0u}) {
                 *target++ = byte(pixel + channel);
             }
         }
