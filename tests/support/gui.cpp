@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
-#include <wx/dcmemory.h>
-#include <wx/dcscreen.h>
 #include <wx/evtloop.h>
-#include <wx/window.h>
 
 #include <string>
 
@@ -26,16 +23,6 @@ void settle() {
             loop->Dispatch();
         }
     } while (loop->ProcessIdle());
-}
-
-wxImage screenshot(const wxWindow& window) {
-    const wxRect place = window.GetScreenRect();
-    wxBitmap bitmap(place.GetSize());
-    wxMemoryDC target(bitmap);
-    wxScreenDC screen;
-    target.Blit(wxPoint(0, 0), place.GetSize(), &screen, place.GetPosition());
-    target.SelectObject(wxNullBitmap);
-    return bitmap.ConvertToImage();
 }
 
 bool picturesWanted() { return !pictureFolder().empty(); }

@@ -24,7 +24,7 @@ template <class Condition>
     return false;
 }
 
-/// What the display shows of `window` and its frame.
+/// What is shown of `window`; on Windows with its frame and what covers it.
 wxImage screenshot(const wxWindow& window);
 
 /// True when ./test was asked for pictures.
