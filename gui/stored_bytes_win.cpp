@@ -1,4 +1,4 @@
-#include <windows.h>
+#include <wx/msw/private.h>
 #include <wx/string.h>
 
 #include "gui/stored_bytes.h"
@@ -6,7 +6,8 @@
 namespace wut {
 
 std::span<const unsigned char> programResource(const wxString& name) {
-    const HMODULE program = ::GetModuleHandleW(nullptr);
+    // Where wxWidgets takes icons and menus from.
+    const HINSTANCE program = wxGetInstance();
     const HRSRC found = ::FindResourceW(program, name.wc_str(), MAKEINTRESOURCEW(10));
     const HGLOBAL loaded = found == nullptr ? nullptr : ::LoadResource(program, found);
     if (loaded == nullptr) {

@@ -3,6 +3,9 @@
 #include <wx/frame.h>
 #include <wx/menu.h>
 
+#include <memory>
+#include <string>
+
 #include "gui/font_face.h"
 #include "gui_look.h"
 
@@ -17,6 +20,14 @@ TEST(MenuItems, AreDrawnInTheFaceOfTheGui) {
     wut::setGuiFont(&item);
     EXPECT_EQ(item.GetFont().GetFaceName(), "Open Sans");
     EXPECT_TRUE(item.IsOwnerDrawn());
+}
+
+TEST(ProgramResources, GiveTheirBytes) {
+    unsigned char* bytes = nullptr;
+    ASSERT_EQ(wut::getRawBitmap(bytes, L"PLOT_LOGO"), 4u);
+    const std::unique_ptr<unsigned char[]> owner(bytes);
+    EXPECT_EQ(std::string(bytes, bytes + 4), std::string("B\0\xFFM", 4));
+    EXPECT_EQ(wut::getRawBitmap(bytes, L"PLOT_LOGO_2"), 0u);
 }
 
 /// As on a display of twice the usual resolution.

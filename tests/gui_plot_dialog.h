@@ -2,10 +2,11 @@
 #pragma once
 
 #include <wx/button.h>
-#include <wx/dialog.h>
+#include <wx/choice.h>
 #include <wx/window.h>
 
 #include "gui_look.h"
+#include "tests/gui_screen.h"
 
 inline constexpr const char* plotDialogResource = R"(<?xml version="1.0" encoding="UTF-8"?>
 <resource xmlns="http://www.wxwidgets.org/wxxrc" version="2.5.3.0">
@@ -107,15 +108,18 @@ inline void useGuiFont(wxWindow& window) {
 inline void useGuiColors(wxWindow& window) {
     using enum ut::EGuiColor;
     const wxString name = window.GetName();
-    const bool isField =
-        name == "printer" || name == "paper" || name == "copies" || name == "setup";
-    const bool isButton = wxDynamicCast(&window, wxButton) != nullptr;
-    window.SetBackgroundColour(wut::guiColor(isField    ? FieldBackground
-                                             : isButton ? ButtonBackground
-                                                        : WindowBackground));
-    window.SetForegroundColour(wut::guiColor(name == "warning" ? Warning
-                                             : name == "link"  ? Link
-                                                               : Text));
+    const bool isChoice = dynamic_cast<const wxChoice*>(&window) != nullptr;
+    const bool isField = isChoice || name == "copies" || name == "setup";
+    const bool isButton = dynamic_cast<const wxButton*>(&window) != nullptr;
+    // GTK paints choices over what colour they are given, but for the text's place.
+    if (!isChoice || onWindows()) {
+        window.SetBackgroundColour(wut::guiColor(isField    ? FieldBackground
+                                                 : isButton ? ButtonBackground
+                                                            : WindowBackground));
+        window.SetForegroundColour(wut::guiColor(name == "warning" ? Warning
+                                                 : name == "link"  ? Link
+                                                                   : Text));
+    }
     for (wxWindow* child : window.GetChildren()) {
         useGuiColors(*child);
     }

@@ -45,7 +45,7 @@ inline wxImage display() {
     for (std::size_t y = 0; y < height; ++y) {
         for (std::size_t x = 0; x < width; ++x) {
             const std::size_t pixel = start + y * lineLength + x * 4;
-            for (const std::size_t channel : {2, 1, 0}) {
+            for (const std::size_t channel : {2u, 1u, 0u}) {
                 *target++ = byte(pixel + channel);
             }
         }
@@ -67,16 +67,21 @@ inline wxRect difference(const wxImage& one, const wxImage& other) {
     return changed;
 }
 
+/// True when nothing differs, or only what a caret is that blinks.
+inline bool alike(const wxImage& one, const wxImage& other) {
+    const wxRect changed = difference(one, other);
+    return changed.GetWidth() <= 2 && changed.GetHeight() <= 40;
+}
+
 /// What the display shows once nothing moves any more.
 inline wxImage settledDisplay() {
     wxImage last = display();
-    for (int tries = 0; tries < 50; ++tries) {
+    int quiet = 0;
+    for (int tries = 0; tries < 100 && quiet < 3; ++tries) {
         settle();
         wxMilliSleep(100);
         const wxImage now = display();
-        if (difference(last, now).IsEmpty()) {
-            break;
-        }
+        quiet = alike(last, now) ? quiet + 1 : 0;
         last = now;
     }
     return last;

@@ -142,7 +142,7 @@ TEST_F(Broadcast, DrawsTopLevelWindowsAnew) {
 
 TEST(ThemeChangedEvent, IsMadeByNameAndCopied) {
     const std::unique_ptr<wxObject> made(wxCreateDynamicObject("wxColorThemeChangedEvent"));
-    const auto* event = wxDynamicCast(made.get(), wxColorThemeChangedEvent);
+    const auto* event = dynamic_cast<const wxColorThemeChangedEvent*>(made.get());
     ASSERT_NE(event, nullptr);
     EXPECT_EQ(event->GetEventType(), wxEVT_COLOR_THEME_CHANGED);
     EXPECT_FALSE(event->ShouldPropagate());
