@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <wx/cmdline.h>
-#include <wx/utils.h>
 
 #include <cerrno>
 #include <string>
