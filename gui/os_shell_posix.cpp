@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <wx/cmdline.h>
+#include <wx/utils.h>
 
 #include <cerrno>
 #include <string>
