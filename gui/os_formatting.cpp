@@ -23,7 +23,7 @@ void report(const wchar_t* reason) {
 /// Takes the checks of arguments against formats, which stand in one header of wxWidgets.
 void onAssert(const wxString& file, int line, const wxString& function, const wxString& condition,
               const wxString& message) {
-    if (file.EndsWith("strvararg.h")) {
+    if (current.load() != nullptr && file.EndsWith("strvararg.h")) {
         report(message.wc_str());
     } else if (assertsBefore != nullptr) {
         assertsBefore(file, line, function, condition, message);
@@ -39,7 +39,11 @@ FormattingErrorHandler setFormattingErrorHandler(FormattingErrorHandler handler)
         hookFormatting(report);
     } else if (handler == nullptr && previous != nullptr) {
         hookFormatting(nullptr);
-        wxSetAssertHandler(assertsBefore);
+        const wxAssertHandler_t last = wxSetAssertHandler(assertsBefore);
+        if (last != onAssert) {
+            // Somebody else's, set meanwhile, who may call the one before.
+            wxSetAssertHandler(last);
+        }
     }
     return previous;
 }

@@ -46,7 +46,7 @@ unsigned long OsShell::executeCommand(const wchar_t* title, const wchar_t* comma
 
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
-    startup.lpTitle = titleCopy.data();
+    startup.lpTitle = title != nullptr ? titleCopy.data() : nullptr;
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = showMode(flags);
     PROCESS_INFORMATION started{};

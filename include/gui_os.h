@@ -55,7 +55,7 @@ PLATEN_API bool LaunchDefaultApplication(const OdString& document);
 [[nodiscard]] PLATEN_API bool isUnderWine();
 
 /// Starts wxWidgets, without arguments, for a program that does not do it itself, or ends it.
-/// Process-wide.
+/// Process-wide. Windows can be shown if `wxApp::SetInstance` was given an application before.
 PLATEN_API void initWxWidgets(bool start);
 
 // ---------------------------------------------------------------------------------------------

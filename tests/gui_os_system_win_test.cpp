@@ -1,8 +1,7 @@
 // What only Windows has.
 #include <gtest/gtest.h>
-#include <wx/utils.h>
 
-#include <cstdlib>
+#include <clocale>
 #include <ctime>
 #include <filesystem>
 #include <iterator>
@@ -136,6 +135,22 @@ TEST(Separators, AreTheUsers) {
         const UserSetting decimal(LOCALE_SDECIMAL, entry.setting);
         EXPECT_EQ(wut::getSystemDecimalSeparator(), entry.character);
     }
+}
+
+TEST(PositionFile, HasPointsInEveryLocale) {
+    const TemporaryFolder folder;
+    const std::string before = std::setlocale(LC_NUMERIC, nullptr);
+    ASSERT_NE(std::setlocale(LC_NUMERIC, "German"), nullptr);
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+    double a = 0, b = 0, c = 0, d = 0, e = 0, f = 0;
+    writeBytes(folder.path("points"), "1.5\n-2.25\n3\n4\n5\n6\n");
+    EXPECT_TRUE(wut::readPositionFile(OdString(folder.wide("points")), a, b, c, d, e, f));
+    EXPECT_EQ(c, 1.5);
+    EXPECT_EQ(f, -2.25);
+    writeBytes(folder.path("commas"), "1,5\n2\n3\n4\n5\n6\n");
+    EXPECT_FALSE(wut::readPositionFile(OdString(folder.wide("commas")), a, b, c, d, e, f));
+    EXPECT_EQ(c, 1.5);
+    std::setlocale(LC_NUMERIC, before.c_str());
 }
 
 TEST(KeyboardState, IsReadAndSet) {

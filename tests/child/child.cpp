@@ -71,9 +71,9 @@ int main(int count, char** words) {
     } else if (action == "wx") {
         Output output(path);
         wut::initWxWidgets(true);
-        output.text() << (wxTheApp != nullptr ? "started" : "not started");
+        output.text() << (wxAppConsole::GetInstance() != nullptr ? "started" : "not started");
         wut::initWxWidgets(false);
-        output.text() << (wxTheApp == nullptr ? " ended" : " not ended");
+        output.text() << (wxAppConsole::GetInstance() == nullptr ? " ended" : " not ended");
     } else {
         return 2;
     }
