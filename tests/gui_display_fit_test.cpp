@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "gui/displays.h"
+#include "gui/windows/displays.h"
 #include "gui_windows.h"
 #include "tests/support/gui.h"
 

@@ -5,7 +5,7 @@
 #include <wx/frame.h>
 #include <wx/stattext.h>
 
-#include "gui/font_face.h"
+#include "gui/look/font_face.h"
 #include "gui_look.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "gui/font_face.h"
+#include "gui/look/font_face.h"
 #include "gui_look.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Mail, sent with the MAPI32.DLL that stands beside the test program.
-#include "gui/os_mail_win.h"
+#include "gui/os/mail_win.h"
 
 #include <gtest/gtest.h>
 #include <wx/utils.h>

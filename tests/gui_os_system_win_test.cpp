@@ -9,7 +9,7 @@
 #include <random>
 #include <string>
 
-#include "gui/os_folders_win.h"
+#include "gui/os/folders_win.h"
 #include "gui_os.h"
 #include "tests/support/files.h"
 #include "tests/support/gui.h"

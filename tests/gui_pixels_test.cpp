@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "gui/pixel_rows.h"
+#include "gui/images/pixel_rows.h"
 #include "gui_images.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <random>
 
-#include "gui/sub_image.h"
+#include "gui/images/sub_image.h"
 #include "gui_images.h"
 
 namespace {

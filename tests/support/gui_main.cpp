@@ -42,8 +42,10 @@ int main(int count, char** arguments) {
     }
     wxApp::SetInstance(new TestApplication);
     if (!wxEntryStart(count, arguments) || !wxTheApp->CallOnInit()) {
-        std::fputs("error: the tests of the GUI need a display; ./test and "
-                   "scripts/with-display start one\n", stderr);
+        std::fputs(
+            "error: the tests of the GUI need a display; ./test and "
+            "scripts/with-display start one\n",
+            stderr);
         return 1;
     }
     const int result = wxTheApp->OnRun();

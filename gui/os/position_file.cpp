@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "gui/os_text_file.h"
+#include "gui/os/text_file.h"
 #include "gui_os.h"
 
 namespace wut {

@@ -2,7 +2,7 @@
 #include <wx/display.h>
 #include <wx/window.h>
 
-#include "gui/displays.h"
+#include "gui/windows/displays.h"
 #include "gui_windows.h"
 
 namespace wut {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "gui/pixel_rows.h"
+#include "gui/images/pixel_rows.h"
 
 #define WITH_SSSE3 __attribute__((target("ssse3")))
 

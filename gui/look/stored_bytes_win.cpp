@@ -1,7 +1,7 @@
 #include <wx/msw/private.h>
 #include <wx/string.h>
 
-#include "gui/stored_bytes.h"
+#include "gui/look/stored_bytes.h"
 
 namespace wut {
 

@@ -3,7 +3,7 @@
 #include <wx/panel.h>
 #include <wx/xrc/xmlres.h>
 
-#include "gui/held_log.h"
+#include "gui/look/held_log.h"
 #include "gui_look.h"
 
 namespace wut {

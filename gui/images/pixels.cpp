@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "gui/pixel_rows.h"
+#include "gui/images/pixel_rows.h"
 #include "gui_images.h"
 
 namespace wut::ImageUtils {

@@ -1,4 +1,4 @@
-#include "gui/pixel_rows.h"
+#include "gui/images/pixel_rows.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "gui/theme_broadcast.h"
+#include "gui/look/theme_broadcast.h"
 
 // wx/weakref.h relies on it.
 #include <type_traits>

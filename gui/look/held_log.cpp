@@ -1,4 +1,4 @@
-#include "gui/held_log.h"
+#include "gui/look/held_log.h"
 
 #include <string>
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "gui/theme_broadcast.h"
+#include "gui/look/theme_broadcast.h"
 
 namespace wut {
 

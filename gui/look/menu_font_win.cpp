@@ -1,6 +1,6 @@
 #include <wx/menuitem.h>
 
-#include "gui/font_face.h"
+#include "gui/look/font_face.h"
 
 namespace wut {
 

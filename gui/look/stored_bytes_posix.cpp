@@ -1,4 +1,4 @@
-#include "gui/stored_bytes.h"
+#include "gui/look/stored_bytes.h"
 
 namespace wut {
 

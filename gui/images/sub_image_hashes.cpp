@@ -9,8 +9,8 @@
 #include <random>
 #include <vector>
 
-#include "gui/pixel_rows.h"
-#include "gui/sub_image.h"
+#include "gui/images/pixel_rows.h"
+#include "gui/images/sub_image.h"
 
 namespace sub_image {
 namespace {

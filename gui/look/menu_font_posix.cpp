@@ -1,4 +1,4 @@
-#include "gui/font_face.h"
+#include "gui/look/font_face.h"
 
 namespace wut {
 

@@ -3,7 +3,7 @@
 #include <wx/fontenum.h>
 #include <wx/window.h>
 
-#include "gui/font_face.h"
+#include "gui/look/font_face.h"
 #include "gui_look.h"
 
 namespace wut {

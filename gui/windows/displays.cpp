@@ -1,4 +1,4 @@
-#include "gui/displays.h"
+#include "gui/windows/displays.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "gui/os_formatting.h"
+#include "gui/os/formatting.h"
 
 namespace wut {
 

@@ -1,4 +1,4 @@
-#include "gui/os_folders_win.h"
+#include "gui/os/folders_win.h"
 // Behind the header, which brings windows.h as wxWidgets wants it.
 #include <shlobj.h>
 #include <wx/log.h>

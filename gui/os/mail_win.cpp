@@ -1,4 +1,4 @@
-#include "gui/os_mail_win.h"
+#include "gui/os/mail_win.h"
 // Behind the header, which brings windows.h as wxWidgets wants it.
 #include <mapi.h>
 

@@ -1,4 +1,4 @@
-#include "gui/os_text_file.h"
+#include "gui/os/text_file.h"
 
 namespace wut {
 

@@ -1,4 +1,4 @@
-#include "gui/sub_image.h"
+#include "gui/images/sub_image.h"
 
 #include <wx/image.h>
 

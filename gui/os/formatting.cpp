@@ -1,4 +1,4 @@
-#include "gui/os_formatting.h"
+#include "gui/os/formatting.h"
 
 #include <wx/debug.h>
 #include <wx/string.h>
