@@ -44,8 +44,7 @@ TEST_F(CommandCheckTest, DamagedContainersAreNamed) {
 }
 
 TEST_F(CommandCheckTest, SenselessTablesAreNamed) {
-    prepare({"create", "ctb", "-o", "@sound"});
-    const std::string body = run({"get", "@sound"}).out;
+    const std::string body = createdBody("ctb");
     const struct {
         const char* from;
         const char* to;
@@ -73,8 +72,7 @@ TEST_F(CommandCheckTest, SenselessTablesAreNamed) {
 }
 
 TEST_F(CommandCheckTest, TwoStylesOfOneNameAreNamed) {
-    prepare({"create", "stb", "-o", "@sound"});
-    const std::string body = run({"get", "@sound"}).out;
+    const std::string body = createdBody("stb");
     const std::size_t first = body.find(" 0{");
     const std::size_t end = body.find(" }\n", first) + 3;
     const std::string style =
@@ -108,10 +106,7 @@ TEST_F(CommandCheckTest, WhatWritingWouldLoseIsNamed) {
 }
 
 TEST_F(CommandCheckTest, AFileThatCannotBeReadIsAMessage) {
-    const CommandResult result = run({"check", "@missing"});
-    EXPECT_EQ(result.code, 2);
-    EXPECT_THAT(result.out, IsEmpty());
-    EXPECT_THAT(result.err, HasSubstr("missing"));
+    expectRefused({"check", "@missing"}, "missing");
 }
 
 }  // namespace

@@ -11,7 +11,6 @@
 
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 namespace {
@@ -114,12 +113,7 @@ TEST_F(CommandCreateTest, RefusalsSayWhatThereIs) {
     };
     write("old", "old");
     for (const auto& [arguments, message] : cases) {
-        std::vector<std::string> all{"create", "-o", "@old"};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        const CommandResult result = run(all);
-        EXPECT_EQ(result.code, 2) << testing::PrintToString(arguments);
-        EXPECT_THAT(result.out, IsEmpty());
-        EXPECT_THAT(result.err, HasSubstr(message));
+        expectRefused(joined({"create", "-o", "@old"}, arguments), message);
         EXPECT_EQ(read("old"), "old");
     }
 }

@@ -66,11 +66,6 @@ TEST_F(CommandGetTest, PathsLeadToItems) {
     }
 }
 
-TEST_F(CommandGetTest, WithoutAPathTheBodyComesOutAsItWentIn) {
-    writeFile("tree", body, PiaKind::Pc3);
-    EXPECT_EQ(run({"get", "@tree"}).out, body);
-}
-
 TEST_F(CommandGetTest, AbsentItemsDoNotHideTheOthers) {
     writeFile("tree", body, PiaKind::Pc3);
     const CommandResult result = run({"get", "@tree", "x", "y", "a/b/c"});
@@ -81,11 +76,9 @@ TEST_F(CommandGetTest, AbsentItemsDoNotHideTheOthers) {
 
 TEST_F(CommandGetTest, JsonIsABodyThatCanBeReadAgain) {
     prepare({"create", "stb", "-o", "@table"});
-    for (const std::vector<std::string>& item :
-         {std::vector<std::string>{}, {"plot_style/0"}, {"plot_style/0/adaptive_linetype"}}) {
-        std::vector<std::string> arguments{"get", "@table", "--json"};
-        arguments.insert(arguments.end(), item.begin(), item.end());
-        const CommandResult json = run(arguments);
+    for (const Arguments& item :
+         {Arguments{}, {"plot_style/0"}, {"plot_style/0/adaptive_linetype"}}) {
+        const CommandResult json = run(joined({"get", "@table", "--json"}, item));
         ASSERT_EQ(json.code, 0) << json.err;
         write("part.json", json.out);
         EXPECT_EQ(run({"get", "@part.json", "--json"}).out, json.out);

@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <memory>
 #include <nlohmann/json.hpp>
 
-#include "plotcfg.h"
 #include "tests/command_support.h"
 #include "tests/support/configurations.h"
 
@@ -85,18 +83,6 @@ TEST_F(CommandInfoDocuments, EveryKeyIsShownAndNoFileChanges) {
         EXPECT_EQ(read("file"), before);
     }
     EXPECT_THAT(names(), ElementsAre("file"));
-}
-
-TEST_F(CommandInfoDocuments, AreWrittenBackAsTheyWere) {
-    for (const std::string& body : {withoutPmp(), bareConfiguration}) {
-        putConfig(body);
-        bool printerChanged = false;
-        const std::wstring path = ut::decodePath(this->path("a.pc3"));
-        const std::unique_ptr<CPlotCfg3> config(CPlotCfg3::read(path.c_str(), printerChanged));
-        ASSERT_NE(config, nullptr);
-        ASSERT_TRUE(config->write(path.c_str()));
-        EXPECT_EQ(bodyOf(read("a.pc3")), body);
-    }
 }
 
 TEST_F(CommandInfoDocuments, CustomPropertiesAreSortedByType) {

@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/command_support.h"
-#include "tests/support/configurations.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -55,8 +54,6 @@ TEST_F(CommandJsonTest, KindsAreRecognisedByContent) {
     prepare({"convert", "@colours", "-o", "@colours.json"});
     prepare({"convert", "@colours", "-o", "@shared.stb"});
     prepare({"convert", "@shared.stb", "-o", "@shared.json"});
-    writeFile("configuration", bareConfiguration, PiaKind::Pc3);
-    writeFile("model", bareParameters, PiaKind::Pc3);
     writeFile("misnamed", "meta{\n}\nmedia{\n}\n", PiaKind::Stb);
     writeFile("other", "x=1\n", PiaKind::Pc3);
     writeFile("empty", "", PiaKind::Ctb);
@@ -65,9 +62,9 @@ TEST_F(CommandJsonTest, KindsAreRecognisedByContent) {
         const char* kind;
         bool hasDocument;
     } cases[] = {
-        {"colours", "ctb", true},     {"colours.json", "ctb", true},  {"shared.stb", "stb", true},
-        {"shared.json", "stb", true}, {"configuration", "pc3", true}, {"model", "pmp", true},
-        {"misnamed", "pia", false},   {"other", "pia", false},        {"empty", "pia", false},
+        {"colours", "ctb", true},     {"colours.json", "ctb", true}, {"shared.stb", "stb", true},
+        {"shared.json", "stb", true}, {"misnamed", "pia", false},    {"other", "pia", false},
+        {"empty", "pia", false},
     };
     for (const auto& [file, kind, hasDocument] : cases) {
         const CommandResult result = run({"info", "--json", std::string("@") + file});
@@ -80,8 +77,7 @@ TEST_F(CommandJsonTest, KindsAreRecognisedByContent) {
 }
 
 TEST_F(CommandJsonTest, ARejectedTableStillShowsItsContainer) {
-    prepare({"create", "stb", "-o", "@table"});
-    writeFile("broken", replaced(run({"get", "@table"}).out, " screen=", " scream="), PiaKind::Stb);
+    writeFile("broken", replaced(createdBody("stb"), " screen=", " scream="), PiaKind::Stb);
     const CommandResult result = run({"info", "--json", "@broken"});
     EXPECT_EQ(result.code, 2);
     EXPECT_THAT(result.err, HasSubstr("plot_style/0/screen"));

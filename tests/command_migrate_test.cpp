@@ -8,7 +8,6 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using testing::UnorderedElementsAre;
 
 namespace {
 
@@ -27,9 +26,8 @@ protected:
         writeFile(name, bodyFor(printer), PiaKind::Pc3);
     }
 
-    CommandResult migrate(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), {"migrate", "@tree", "--names-only"});
-        return run(arguments);
+    CommandResult migrate(const Arguments& arguments) const {
+        return run(joined({"migrate", "@tree", "--names-only"}, arguments));
     }
 
     std::string printerIn(std::string_view name) const {
@@ -164,14 +162,12 @@ TEST_F(CommandMigrateTest, WrongUsageChangesNothing) {
         {{"--map", "A=B", "--map", "C"}, "no equals sign"},
     };
     for (const auto& [arguments, message] : cases) {
-        const CommandResult result = migrate(arguments);
-        EXPECT_EQ(result.code, 2) << testing::PrintToString(arguments);
-        EXPECT_THAT(result.err, HasSubstr(message));
+        expectRefused(joined({"migrate", "@tree", "--names-only"}, arguments), message);
         EXPECT_EQ(read("tree/a.pc3"), before);
     }
-    EXPECT_EQ(run({"migrate", "@nowhere", "--map", "A=B"}).code, 2);
-    EXPECT_EQ(run({"migrate", "@tree/a.pc3", "--map", "A=B"}).code, 2);
-    EXPECT_THAT(names(), UnorderedElementsAre("tree"));
+    expectRefused({"migrate", "@nowhere", "--map", "A=B"}, "nowhere");
+    expectRefused({"migrate", "@tree/a.pc3", "--map", "A=B"}, "a.pc3");
+    EXPECT_THAT(names(), testing::ElementsAre("tree"));
 }
 
 }  // namespace

@@ -5,13 +5,14 @@
 #include "plotcfg.h"
 #include "tests/command_support.h"
 #include "tests/support/configurations.h"
-#include "tests/support/trees.h"
 
 using testing::AllOf;
+using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::Pointwise;
 using testing::UnorderedElementsAre;
 
 namespace {
@@ -20,9 +21,8 @@ class CommandPaperTest : public CommandTest {
 protected:
     CommandPaperTest() { prepare({"create", "pc3", "--device", "Print As PDF", "-o", "@a.pc3"}); }
 
-    CommandResult paper(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), "paper");
-        return run(arguments);
+    CommandResult paper(const Arguments& arguments) const {
+        return run(joined({"paper"}, arguments));
     }
 
     std::vector<CustomPaperSize> papersOf(std::string_view file) const {
@@ -61,27 +61,19 @@ TEST_F(CommandPaperTest, PapersAreAddedAndChanged) {
     EXPECT_EQ(read("a.pc3"), config);
     const std::vector<CustomPaperSize> papers = papersOf("a.pc3");
     ASSERT_EQ(papers.size(), 2U);
-    CustomPaperSize roll;
-    roll.source = 1;
-    roll.globalName = papers[0].globalName;
-    roll.localName = L"Roll 914";
-    roll.width = 914.4;
-    roll.height = 2540;
-    roll.bottom = 25.4;
-    roll.top = 50.8;
-    EXPECT_EQ(papers[0], roll);
-    CustomPaperSize card;
-    card.source = 1;
-    card.globalName = papers[1].globalName;
-    card.localName = L"Card";
-    card.units = OdDbPlotSettings::kInches;
-    card.width = 4;
-    card.height = 2.5;
-    card.left = 0.1;
-    card.bottom = 0.2;
-    card.right = 0.3;
-    card.top = 0.4;
-    EXPECT_EQ(papers[1], card);
+    const auto lengths = [](const CustomPaperSize& paper) {
+        return std::vector<double>{paper.width,  paper.height, paper.left,
+                                   paper.bottom, paper.right,  paper.top};
+    };
+    EXPECT_EQ(papers[0].localName, L"Roll 914");
+    EXPECT_EQ(papers[0].units, OdDbPlotSettings::kMillimeters);
+    EXPECT_THAT(lengths(papers[0]),
+                Pointwise(DoubleNear(1e-10), std::vector{914.4, 2540.0, 0.0, 25.4, 0.0, 50.8}));
+    EXPECT_EQ(papers[1].localName, L"Card");
+    EXPECT_EQ(papers[1].units, OdDbPlotSettings::kInches);
+    EXPECT_THAT(lengths(papers[1]),
+                Pointwise(DoubleNear(1e-10), std::vector{4.0, 2.5, 0.1, 0.2, 0.3, 0.4}));
+    EXPECT_TRUE(papers[0].source == 1 && papers[1].source == 1);
     prepare({"paper", "remove", "@a.pc3", "--name", "Roll 914"});
     EXPECT_EQ(papersOf("a.pc3").size(), 1U);
     EXPECT_THAT(paper({"rename", "@a.pc3", "--name", "Card", "--to", "Card"}).out,
@@ -246,10 +238,7 @@ TEST_F(CommandPaperTest, RefusalsChangeNoFile) {
     };
     const std::vector<std::string> before = everything();
     for (const auto& [arguments, message] : cases) {
-        const CommandResult result = paper(arguments);
-        EXPECT_EQ(result.code, 2) << testing::PrintToString(arguments) << result.out;
-        EXPECT_THAT(result.out, IsEmpty());
-        EXPECT_THAT(result.err, HasSubstr(message));
+        expectRefused(joined({"paper"}, arguments), message);
     }
     EXPECT_EQ(everything(), before);
 }

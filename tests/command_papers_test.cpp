@@ -112,19 +112,4 @@ TEST_F(CommandPapersTest, FilesListTheirOwnPapers) {
     EXPECT_THAT(result.err, HasSubstr("user_defined_model_pathname"));
 }
 
-TEST_F(CommandPapersTest, WrongUsageIsAnError) {
-    prepare({"create", "stb", "-o", "@a.stb"});
-    for (const std::vector<std::string>& wrong :
-         std::vector<std::vector<std::string>>{{"papers"},
-                                               {"papers", "--device", "plotter"},
-                                               {"papers", "--device", "pdf", "--catalogue"},
-                                               {"papers", "@a.stb", "--catalogue"},
-                                               {"papers", "@a.stb"},
-                                               {"papers", "@missing"}}) {
-        const CommandResult result = run(wrong);
-        EXPECT_EQ(result.code, 2) << testing::PrintToString(wrong);
-        EXPECT_THAT(result.out, IsEmpty());
-    }
-}
-
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include "print.h"
 #include "tests/command_support.h"
-#include "tests/support/configurations.h"
 #include "tests/support/fake_spooler.h"
 
 using testing::AllOf;
@@ -56,11 +55,7 @@ TEST_F(CommandPrintersTest, AConfigurationIsMadeForAPrinter) {
         {{"--printer", "\xFF"}, "UTF-8"},
     };
     for (const auto& [arguments, message] : cases) {
-        std::vector<std::string> all{"create", "pc3", "-o", "@a.pc3"};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        const CommandResult result = run(all);
-        EXPECT_EQ(result.code, 2) << message;
-        EXPECT_THAT(result.err, HasSubstr(message));
+        expectRefused(joined({"create", "pc3", "-o", "@a.pc3"}, arguments), message);
         EXPECT_EQ(read("a.pc3"), before);
     }
     EXPECT_EQ(spooler_.handles.size(), 0U);
@@ -86,9 +81,7 @@ TEST_F(CommandPrintersTest, CheckTellsWhatAPrinterWillNotTake) {
         {{"--delete", "custom"}, 2, "[key-missing]"},
     };
     for (const auto& [changes, code, word] : cases) {
-        std::vector<std::string> arguments{"set", "@a.pc3", "-o", "@b.pc3"};
-        arguments.insert(arguments.end(), changes.begin(), changes.end());
-        prepare(arguments);
+        prepare(joined({"set", "@a.pc3", "-o", "@b.pc3"}, changes));
         const CommandResult result = run({"check", "--printers", "@b.pc3"});
         EXPECT_EQ(result.code, code) << word;
         EXPECT_THAT(result.out, HasSubstr(word));

@@ -97,10 +97,7 @@ TEST_F(CommandPrintingTest, APrinterHasPapers) {
                       HasSubstr("215.90 x 279.40")));
     spooler_.find(L"Office")->counts[DC_PAPERNAMES] = -1;
     EXPECT_EQ(run({"papers", "--printer", "Office"}).code, 2);
-    const CommandResult missing = run({"papers", "--printer", "Ploter"});
-    EXPECT_EQ(missing.code, 2);
-    EXPECT_THAT(missing.out, IsEmpty());
-    EXPECT_THAT(missing.err, HasSubstr("did you mean \"Plotter\""));
+    expectRefused({"papers", "--printer", "Ploter"}, "did you mean \"Plotter\"");
 }
 
 TEST_F(CommandPrintingTest, ADeviceModeIsShownWithItsPrivateBytes) {
@@ -117,10 +114,7 @@ TEST_F(CommandPrintingTest, ADeviceModeIsShownWithItsPrivateBytes) {
     EXPECT_EQ(mode["dmDriverExtra"], 3);
     EXPECT_EQ(mode["private_data"], "00AB1F");
     plotter().fillFails = true;
-    const CommandResult refused = run({"devmode", "Plotter"});
-    EXPECT_EQ(refused.code, 2);
-    EXPECT_THAT(refused.out, IsEmpty());
-    EXPECT_THAT(refused.err, HasSubstr("Plotter"));
+    expectRefused({"devmode", "Plotter"}, "Plotter");
 }
 
 TEST_F(CommandPrintingTest, AConfigurationGivesItsPrinterADeviceMode) {
@@ -135,10 +129,7 @@ TEST_F(CommandPrintingTest, AConfigurationGivesItsPrinterADeviceMode) {
     prepare({"create", "pc3", "--device", "Print As PDF", "-o", "@pdf.PC3"});
     spooler_.remove(L"Plotter");
     for (const char* file : {"@a.pc3", "@pdf.PC3", "@missing.pc3"}) {
-        const CommandResult result = run({"devmode", file});
-        EXPECT_EQ(result.code, 2) << file;
-        EXPECT_THAT(result.out, IsEmpty());
-        EXPECT_THAT(result.err, HasSubstr(file + 1));
+        expectRefused({"devmode", file}, file + 1);
     }
     EXPECT_THAT(run({"devmode", "@pdf.PC3"}).err, HasSubstr("built-in device"));
 }

@@ -17,10 +17,9 @@ const std::string oddBody =
 class CommandSetTest : public CommandTest {
 protected:
     /// The body after these changes to `oddBody`.
-    std::string changed(std::vector<std::string> changes) {
+    std::string changed(const Arguments& changes) {
         writeFile("odd", oddBody, PiaKind::Pc3);
-        changes.insert(changes.begin(), {"set", "@odd", "-o", "@changed"});
-        const CommandResult result = run(changes);
+        const CommandResult result = run(joined({"set", "@odd", "-o", "@changed"}, changes));
         EXPECT_EQ(result.code, 0) << result.err;
         EXPECT_THAT(result.out, IsEmpty());
         return bodyOf(read("changed"));
@@ -67,15 +66,11 @@ TEST_F(CommandSetTest, WithoutAChangeTheBytesAreTheSame) {
     std::string bytes = read("a") + "rest";
     bytes[30] = 'X';
     write("a", bytes);
-    for (const std::vector<std::string>& changes : std::vector<std::vector<std::string>>{
-             {}, {"zeta=00012.50"}, {"unknown/flag=true"}, {"unknown:block"}}) {
-        std::vector<std::string> arguments{"set", "@a", "-o", "@b"};
-        arguments.insert(arguments.end(), changes.begin(), changes.end());
-        EXPECT_NE(run(arguments).code, 2);
+    for (const Arguments& changes :
+         {Arguments{}, {"zeta=00012.50"}, {"unknown/flag=true"}, {"unknown:block"}}) {
+        EXPECT_NE(run(joined({"set", "@a", "-o", "@b"}, changes)).code, 2);
         EXPECT_EQ(read("b"), bytes) << testing::PrintToString(changes);
-        arguments = {"set", "@a", "--in-place"};
-        arguments.insert(arguments.end(), changes.begin(), changes.end());
-        EXPECT_NE(run(arguments).code, 2);
+        EXPECT_NE(run(joined({"set", "@a", "--in-place"}, changes)).code, 2);
         EXPECT_EQ(read("a"), bytes) << testing::PrintToString(changes);
     }
 }
@@ -142,21 +137,8 @@ TEST_F(CommandSetTest, RefusalsSayWhyAndWriteNothing) {
     writeFile("a", oddBody, PiaKind::Pc3);
     const std::string before = read("a");
     for (const auto& [changes, message] : cases) {
-        std::vector<std::string> arguments{"set", "@a", "--in-place=.bak"};
-        arguments.insert(arguments.end(), changes.begin(), changes.end());
-        const CommandResult result = run(arguments);
-        EXPECT_EQ(result.code, 2) << testing::PrintToString(changes);
-        EXPECT_THAT(result.err, HasSubstr(message));
+        expectRefused(joined({"set", "@a", "--in-place=.bak"}, changes), message);
         EXPECT_EQ(read("a"), before) << testing::PrintToString(changes);
-    }
-    for (const std::vector<std::string>& wrong :
-         std::vector<std::vector<std::string>>{{"set", "@a", "zeta=1"},
-                                               {"set", "@a", "zeta=1", "-o", "@b", "--in-place"},
-                                               {"set", "@a", "zeta=1", "--in-place=/x"},
-                                               {"set", "@a", "zeta=1", "-o", "@nowhere/b"},
-                                               {"set", "@missing", "zeta=1", "-o", "@b"},
-                                               {"set"}}) {
-        EXPECT_EQ(run(wrong).code, 2) << testing::PrintToString(wrong);
     }
 }
 
@@ -179,9 +161,7 @@ TEST_F(CommandSetTest, LossesAreWarnings) {
         {"@a.stb", {"--delete", "plot_style/0/name"}, "plot_style/0/name"},
     };
     for (const auto& [file, changes, message] : cases) {
-        std::vector<std::string> arguments{"set", file, "-o", "@out"};
-        arguments.insert(arguments.end(), changes.begin(), changes.end());
-        const CommandResult result = run(arguments);
+        const CommandResult result = run(joined({"set", file, "-o", "@out"}, changes));
         EXPECT_EQ(result.code, 3) << testing::PrintToString(changes);
         EXPECT_THAT(result.err, HasSubstr(message));
         EXPECT_EQ(run({"get", "@out"}).code, 0);

@@ -1,19 +1,17 @@
 /// A folder of files for one test, and the command run on them within the test's process.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "pia.h"
+#include "tests/support/files.h"
 #include "tools/platen/command.h"
 #include "utcore.h"
 
@@ -25,25 +23,17 @@ struct CommandResult {
 
 /// Arguments that begin with "@" name files of the folder.
 class CommandTest : public testing::Test {
-public:
-    CommandTest() {
-        const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-        folder_ =
-            std::filesystem::temp_directory_path() /
-            (std::string("platen-") + test.name() + "-" + std::to_string(std::random_device{}()));
-        std::filesystem::create_directories(folder_);
-    }
-    CommandTest(const CommandTest&) = delete;
-    CommandTest& operator=(const CommandTest&) = delete;
-    ~CommandTest() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
 protected:
-    std::string path(std::string_view name) const { return (folder_ / name).string(); }
+    using Arguments = std::vector<std::string>;
 
-    CommandResult run(std::vector<std::string> arguments, bool terminal = false) const {
+    std::string path(std::string_view name) const { return folder_.path(name).string(); }
+
+    static Arguments joined(Arguments first, const Arguments& more) {
+        first.insert(first.end(), more.begin(), more.end());
+        return first;
+    }
+
+    CommandResult run(Arguments arguments, bool terminal = false) const {
         for (std::string& argument : arguments) {
             if (argument.starts_with('@')) {
                 argument = path(argument.substr(1));
@@ -56,26 +46,31 @@ protected:
     }
 
     /// Runs what the test needs beforehand.
-    void prepare(const std::vector<std::string>& arguments) const {
+    void prepare(const Arguments& arguments) const {
         const CommandResult result = run(arguments);
         ASSERT_EQ(result.code, 0) << result.err;
     }
 
-    std::string read(std::string_view name) const {
-        std::ifstream file(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    /// Nothing but an error, in whose words `part` stands.
+    void expectRefused(const Arguments& arguments, const std::string& part) const {
+        const CommandResult result = run(arguments);
+        EXPECT_EQ(result.code, 2) << testing::PrintToString(arguments);
+        EXPECT_EQ(result.out, "") << testing::PrintToString(arguments);
+        EXPECT_THAT(result.err, testing::HasSubstr(part)) << testing::PrintToString(arguments);
     }
 
+    std::string read(std::string_view name) const { return readBytes(folder_.path(name)); }
     void write(std::string_view name, std::string_view bytes) const {
-        std::ofstream(path(name), std::ios::binary) << bytes;
+        writeBytes(folder_.path(name), bytes);
     }
+    std::vector<std::string> names() const { return folder_.files(); }
 
-    std::vector<std::string> names() const {
-        std::vector<std::string> found;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
-            found.push_back(entry.path().filename().string());
-        }
-        return found;
+    /// The body of a table that the command makes.
+    std::string createdBody(const std::string& kind) const {
+        prepare({"create", kind, "-o", "@created"});
+        const std::string body = run({"get", "@created"}).out;
+        std::filesystem::remove(path("created"));
+        return body;
     }
 
     /// Puts body text into a compressed file, past every check of the command.
@@ -90,7 +85,7 @@ protected:
     }
 
 private:
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
 };
 
 /// `text` with the first `from` replaced by `to`; `from` must be there.

@@ -5,7 +5,6 @@
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 namespace {
 
@@ -24,9 +23,19 @@ TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
         {"convert", "@a.ctb", "-o", "@a.unknown"},
         {"convert", "@a.ctb", "-o", "@b.json", "--prefix", "Pen"},
         {"create", "pc3", "-o", "@a.pc3"},
+        {"set"},
         {"set", "@a.ctb", "description=x"},
+        {"set", "@a.ctb", "description=x", "-o", "@b", "--in-place"},
+        {"set", "@a.ctb", "description=x", "--in-place=/x"},
+        {"set", "@a.ctb", "description=x", "-o", "@nowhere/b"},
+        {"set", "@missing", "description=x", "-o", "@b"},
         {"migrate", "@"},
         {"papers"},
+        {"papers", "--device", "plotter"},
+        {"papers", "--device", "pdf", "--catalogue"},
+        {"papers", "@a.ctb", "--catalogue"},
+        {"papers", "@a.ctb"},
+        {"papers", "@missing"},
         {"paper", "add", "@a.ctb"},
         {"devmode"},
         {"papers", "--printer", "Plotter", "--catalogue"},
@@ -35,11 +44,7 @@ TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
     prepare({"create", "ctb", "-o", "@a.ctb"});
     const std::string before = read("a.ctb");
     for (const std::vector<std::string>& arguments : wrong) {
-        const CommandResult result = run(arguments);
-        const std::string shown = testing::PrintToString(arguments);
-        EXPECT_EQ(result.code, 2) << shown;
-        EXPECT_THAT(result.out, IsEmpty()) << shown;
-        EXPECT_THAT(result.err, StartsWith("platen: ")) << shown;
+        expectRefused(arguments, "platen: ");
     }
     EXPECT_EQ(read("a.ctb"), before);
     EXPECT_THAT(names(), testing::ElementsAre("a.ctb"));
@@ -82,9 +87,7 @@ TEST_F(CommandUsageTest, TheWorstOfABatchWins) {
     };
     for (const char* command : {"info", "check"}) {
         for (const auto& [files, code] : cases) {
-            std::vector<std::string> arguments{command};
-            arguments.insert(arguments.end(), files.begin(), files.end());
-            EXPECT_EQ(run(arguments).code, code) << testing::PrintToString(arguments);
+            EXPECT_EQ(run(joined({command}, files)).code, code) << testing::PrintToString(files);
         }
     }
     EXPECT_EQ(run({"get", "@sound", "description", "nowhere"}).code, 1);

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -52,8 +51,8 @@ TEST(PiaBlock, NumbersAreFormattedOnceAndScannedOnRequest) {
         {L"-", false, 0, false, 0},
     };
     for (const auto& test : cases) {
-        SCOPED_TRACE(std::string(test.text, test.text + std::char_traits<wchar_t>::length(
-                                                            test.text)));
+        SCOPED_TRACE(
+            std::string(test.text, test.text + std::char_traits<wchar_t>::length(test.text)));
         PiaBlock block(L"");
         ASSERT_TRUE(block.addItem(new PiaNum(L"n", std::wstring(test.text))));
         int integer = 99;
@@ -101,8 +100,8 @@ TEST(PiaBlock, FindsTheSameInSmallAndLargeBlocks) {
 TEST(PiaBlock, SortsByUtf16Units) {
     PiaTree tree;
     // U+10000 is a surrogate pair in UTF-16 and so comes before U+FF5E.
-    const std::vector<std::wstring> sorted{L"", L"A", L"B", L"Ba", L"a", L"é", L"\U00010000",
-                                           L"～"};
+    const std::vector<std::wstring> sorted{L"",  L"A", L"B",          L"Ba",
+                                           L"a", L"é", L"\U00010000", L"～"};
     for (auto name = sorted.rbegin(); name != sorted.rend(); ++name) {
         ASSERT_NE(tree.root().addBlock(*name), nullptr);
     }

@@ -11,6 +11,7 @@
 #include "pia.h"
 #include "pia/json_writer.h"
 #include "plotcfg.h"
+#include "tests/document_support.h"
 #include "tests/support/configurations.h"
 #include "tests/support/files.h"
 #include "tests/support/trees.h"
@@ -19,8 +20,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-using Config = std::unique_ptr<CPlotCfg3>;
 
 class Messages : public wxLog {
 public:
@@ -109,9 +108,6 @@ TEST_F(PlotConfigurationFile, RefusedFilesSaySo) {
 }
 
 TEST_F(PlotConfigurationFile, BothVersionsRead) {
-    writeBytes(folder_.path("three.pc3"), R"({"data":{"meta":{}}})");
-    EXPECT_EQ(read(folder_.wide("three.pc3")), nullptr);
-    EXPECT_EQ(report_.failure()->path, L"meta/user_defined_model_pathname");
     PiaInput tree;
     std::string json;
     PiaReport written;
@@ -120,13 +116,15 @@ TEST_F(PlotConfigurationFile, BothVersionsRead) {
     const Config fromJson = read(folder_.wide("three.pc3"));
     ASSERT_NE(fromJson, nullptr);
     EXPECT_EQ(bodyOfDocument(*fromJson), bareConfiguration);
-    const Config config = read(put("a.pc3", bareConfiguration));
-    ASSERT_NE(config, nullptr);
-    ASSERT_TRUE(config->write(folder_.wide("b.pc3").c_str()));
-    EXPECT_EQ(bodyIn(folder_.wide("b.pc3")), bareConfiguration);
-    EXPECT_FALSE(config->write(nullptr, &report_));
+    for (const std::string& body : {fullConfiguration, bareConfiguration}) {
+        const Config config = read(put("a.pc3", body));
+        ASSERT_NE(config, nullptr);
+        ASSERT_TRUE(config->write(folder_.wide("b.pc3").c_str()));
+        EXPECT_EQ(bodyIn(folder_.wide("b.pc3")), body);
+    }
+    EXPECT_FALSE(fromJson->write(nullptr, &report_));
     EXPECT_EQ(report_.failure()->code, PiaCode::FileUnwritable);
-    EXPECT_FALSE(config->write(folder_.wide("none/b.pc3").c_str(), &report_));
+    EXPECT_FALSE(fromJson->write(folder_.wide("none/b.pc3").c_str(), &report_));
     EXPECT_TRUE(report_.failure());
     EXPECT_EQ(folder_.files(), (Texts{"a.pc3", "b.pc3", "three.pc3"}));
 }
@@ -317,9 +315,8 @@ TEST_F(PlotConfigurationFile, PmpsAreTakenAndLeft) {
 TEST_F(PlotConfigurationFile, CopiesShareNothing) {
     Config source = read(put("full.pc3", fullConfiguration));
     takeMessages();
-    PiaInput input;
-    auto pmp = std::make_unique<PlotModelParam>();
-    ASSERT_TRUE(input.openBody(fullParameters) && pmp->init(input));
+    auto pmp = parametersOf(fullParameters);
+    ASSERT_NE(pmp, nullptr);
     pmp->userDefinedModelPathname = source->meta.userDefinedModelPathname;
     source->attachPMP(pmp.release());
     CPlotCfg3 copy(*source);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,33 +11,11 @@
 
 #include "pia.h"
 #include "plotcfg.h"
+#include "tests/document_support.h"
 #include "tests/support/configurations.h"
 #include "utcore.h"
 
 namespace {
-
-using Config = std::unique_ptr<CPlotCfg3>;
-
-/// The document of a body, or null; `report` gets what the reader found.
-Config configOf(const std::string& body, PiaReport* report = nullptr) {
-    PiaInput input;
-    bool printerChanged = false;
-    Config config = input.openBody(body) ? CPlotCfg3::fromInput(input, printerChanged) : nullptr;
-    if (report != nullptr) {
-        *report = input.report();
-    }
-    return config;
-}
-
-/// Words and paths of the warnings.
-std::string warningsOf(const PiaReport& report) {
-    std::string text;
-    for (const PiaFinding& finding : report.warnings()) {
-        text += (text.empty() ? "" : ", ") + std::string(piaCodeWord(finding.code)) + ' ' +
-                ut::encodeUtf8(finding.path);
-    }
-    return text;
-}
 
 TEST(PlotConfiguration, IsWrittenBackAsItWas) {
     for (const std::string& body : {fullConfiguration, bareConfiguration}) {
@@ -50,43 +27,14 @@ TEST(PlotConfiguration, IsWrittenBackAsItWas) {
     }
 }
 
-/// In lists and optional blocks a fault costs that part, everywhere else the document.
 TEST(PlotConfiguration, AnyKeyMayBeMissing) {
-    const std::string optional[] = {"meta/win_",
-                                    "meta/short_net",
-                                    "meta/friendly",
-                                    "meta/dm_",
-                                    "meta/default_",
-                                    "meta/platform",
-                                    "meta/locale",
-                                    "meta/config_",
-                                    "media/size/longplot_reduction",
-                                    "media/size/dm_",
-                                    "media/destination/",
-                                    "media/custom_papers/",
-                                    "res_color_mem/ic",
-                                    "res_color_mem/ism",
-                                    "res_color_mem/ole",
-                                    "res_color_mem/ha",
-                                    "res_color_mem/pref",
-                                    "res_color_mem/lines",
-                                    "res_color_mem/color_mono",
-                                    "res_color_mem/resolution/phys",
-                                    "custom/"};
-    for (const BodyItem& item : itemsOf(fullConfiguration)) {
-        const bool mayBeMissing =
-            std::any_of(std::begin(optional), std::end(optional),
-                        [&](const std::string& prefix) { return item.path.starts_with(prefix); });
-        for (const std::string& body : spoiled(fullConfiguration, item)) {
-            PiaReport report;
-            const Config config = configOf(body, &report);
-            EXPECT_EQ(config != nullptr, mayBeMissing) << item.path;
-            ASSERT_EQ(report.failure().has_value(), !mayBeMissing) << item.path;
-            if (report.failure()) {
-                EXPECT_EQ(ut::encodeUtf8(report.failure()->path), item.path);
-            }
-        }
-    }
+    expectOthersAreNeeded(
+        fullConfiguration,
+        {"media/size/longplot_reduction", "media/size/dm_", "media/destination/",
+         "media/custom_papers/", "res_color_mem/ic", "res_color_mem/ism", "res_color_mem/ole",
+         "res_color_mem/ha", "res_color_mem/pref", "res_color_mem/lines",
+         "res_color_mem/color_mono", "res_color_mem/resolution/phys", "custom/"},
+        configOf);
     for (const char* block : {"meta{", "media{", "io{", "res_color_mem{"}) {
         EXPECT_EQ(configOf(edited("\n" + bareConfiguration, std::string("\n") + block, "\nx{")),
                   nullptr);

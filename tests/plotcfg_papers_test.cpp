@@ -11,6 +11,7 @@
 #include "papers.h"
 #include "pia.h"
 #include "plotcfg.h"
+#include "tests/document_support.h"
 #include "tests/support/configurations.h"
 #include "tests/support/files.h"
 #include "tests/support/trees.h"
@@ -18,7 +19,6 @@
 
 namespace {
 
-using Config = std::unique_ptr<CPlotCfg3>;
 using enum OdDbPlotSettings::PlotPaperUnits;
 
 Config created(const wchar_t* device) { return Config(CPlotCfg3::create(device)); }
@@ -66,12 +66,10 @@ TEST(BuiltInDevices, AreRecognised) {
         {"other", "custom{\n0{\nname=\"PdfExport\nvalue=1\n}\n}\n", -1},
     };
     for (const auto& entry : cases) {
-        PiaInput input;
-        bool printerChanged = false;
-        ASSERT_TRUE(input.openBody(edited(bareConfiguration, "canonical_model_name=\"",
-                                          std::string("canonical_model_name=\"") + entry.model) +
-                                   entry.custom));
-        const Config config = CPlotCfg3::fromInput(input, printerChanged);
+        const Config config =
+            configOf(edited(bareConfiguration, "canonical_model_name=\"",
+                            std::string("canonical_model_name=\"") + entry.model) +
+                     entry.custom);
         ASSERT_NE(config, nullptr);
         EXPECT_EQ(config->builtInDevice() == nullptr ? -1 : config->builtInDevice()->type,
                   entry.type);
@@ -386,18 +384,6 @@ TEST(CustomPaper, ListsAreAsWrittenOneByOne) {
     EXPECT_EQ(lost.width, 0);
 }
 
-TEST(CustomPaper, LimitsAreThoseOfThePmp) {
-    const Config config = created(L"Print As PDF");
-    config->attachPMP(PlotModelParam::create(config->meta));
-    config->pmp()->mod.media.sizeMaxX = 914;
-    config->pmp()->mod.media.sizeMaxY = 0;
-    double width = -1;
-    double height = -1;
-    config->getMaxPaperDimensions(width, height);
-    EXPECT_EQ(width, 914);
-    EXPECT_EQ(height, 0);
-}
-
 class CustomPapersTest : public testing::Test {
 protected:
     Config config_ = created(L"Print As PDF");
@@ -424,53 +410,36 @@ TEST_F(CustomPapersTest, ConvertsBetweenUnits) {
     };
     for (const auto& entry : cases) {
         CustomPaperSize paper = paperOf(0, L"A", entry.paper);
-        paper.width = paper.height = paper.left = paper.right = paper.top = paper.bottom = 254;
+        // Each length is a multiple of its own.
+        int times = 0;
+        for (double* length :
+             {&paper.width, &paper.height, &paper.left, &paper.bottom, &paper.right, &paper.top}) {
+            *length = 254 * ++times;
+        }
         config_->setCustomPaperSizes({paper});
         papers_.load();
         papers_.setDefaultUnits(entry.shown);
+        times = 0;
         for (const double seen :
              {papers_.getWidth(0), papers_.getHeight(0), papers_.getLeftMargin(0),
-              papers_.getRightMargin(0), papers_.getTopMargin(0), papers_.getBottomMargin(0)}) {
-            EXPECT_DOUBLE_EQ(seen, entry.seen) << entry.paper << entry.shown;
+              papers_.getBottomMargin(0), papers_.getRightMargin(0), papers_.getTopMargin(0)}) {
+            EXPECT_DOUBLE_EQ(seen, entry.seen * ++times) << entry.paper << entry.shown;
         }
-        papers_.setSize(0, 254, 254);
-        papers_.setLeftMargin(0, 254);
-        papers_.setRightMargin(0, 254, entry.shown);
-        papers_.setTopMargin(0, 254);
-        papers_.setBottomMargin(0, 254);
+        papers_.setSize(0, 254, 508);
+        papers_.setLeftMargin(0, 762);
+        papers_.setBottomMargin(0, 1016);
+        papers_.setTopMargin(0, 1524);
+        // Units that are named win over those that are shown.
+        papers_.setDefaultUnits(entry.shown == kInches ? kMillimeters : kInches);
+        papers_.setRightMargin(0, 1270, entry.shown);
         papers_.save();
         const CustomPaperSize& stored = config_->media.customPapers->papers[0];
+        times = 0;
         for (const double length :
-             {stored.width, stored.height, stored.left, stored.right, stored.top, stored.bottom}) {
-            EXPECT_DOUBLE_EQ(length, entry.stored) << entry.paper << entry.shown;
+             {stored.width, stored.height, stored.left, stored.bottom, stored.right, stored.top}) {
+            EXPECT_DOUBLE_EQ(length, entry.stored * ++times) << entry.paper << entry.shown;
         }
     }
-}
-
-TEST_F(CustomPapersTest, EachLengthIsItsOwn) {
-    config_->setCustomPaperSizes({paperOf(0, L"A", kInches)});
-    papers_.load();
-    papers_.setDefaultUnits(kInches);
-    EXPECT_EQ(papers_.getWidth(0), 8.5);
-    EXPECT_EQ(papers_.getHeight(0), 11);
-    EXPECT_EQ(papers_.getLeftMargin(0), 0.25);
-    EXPECT_EQ(papers_.getBottomMargin(0), 0.5);
-    EXPECT_EQ(papers_.getRightMargin(0), 0.75);
-    EXPECT_EQ(papers_.getTopMargin(0), 1);
-    papers_.setSize(0, 1, 2);
-    papers_.setLeftMargin(0, 76.2, kMillimeters);
-    papers_.setBottomMargin(0, 101.6, kPixels);
-    papers_.setRightMargin(0, 5);
-    papers_.setTopMargin(0, 6);
-    papers_.save();
-    CustomPaperSize expected = paperOf(0, L"A", kInches);
-    expected.width = 1;
-    expected.height = 2;
-    expected.left = 3;
-    expected.bottom = 4;
-    expected.right = 5;
-    expected.top = 6;
-    EXPECT_EQ(config_->media.customPapers->papers[0], expected);
 }
 
 TEST_F(CustomPapersTest, EditsACopy) {

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -10,6 +8,7 @@
 
 #include "pia.h"
 #include "pmp.h"
+#include "tests/document_support.h"
 #include "tests/support/configurations.h"
 #include "tests/support/files.h"
 #include "utcore.h"
@@ -19,17 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using Document = std::unique_ptr<PlotModelParam>;
-
-/// The document of a body, or null; `report` gets what the reader found.
-Document documentOf(const std::string& body, PiaReport* report = nullptr) {
-    PiaInput input;
-    auto document = std::make_unique<PlotModelParam>();
-    const bool done = input.openBody(body) && document->init(input);
-    if (report != nullptr) {
-        *report = input.report();
-    }
-    return done ? std::move(document) : nullptr;
-}
 
 OdArray<OdString> folders(const std::vector<std::wstring>& list) {
     OdArray<OdString> array;
@@ -42,7 +30,7 @@ OdArray<OdString> folders(const std::vector<std::wstring>& list) {
 TEST(PmpDocument, IsWrittenBackAsItWas) {
     for (const std::string& body : {fullParameters, bareParameters}) {
         PiaReport report;
-        const Document document = documentOf(body, &report);
+        const Document document = parametersOf(body, &report);
         ASSERT_NE(document, nullptr);
         EXPECT_EQ(report.warningCount(), 0u);
         EXPECT_EQ(bodyOfDocument(*document), body);
@@ -50,61 +38,30 @@ TEST(PmpDocument, IsWrittenBackAsItWas) {
     EXPECT_EQ(bodyOfDocument(PlotModelParam()), bareParameters);
 }
 
-/// In lists and optional blocks a fault costs that part, everywhere else the document.
 TEST(PmpDocument, AnyKeyMayBeMissing) {
-    const std::string optional[] = {
-        "meta/win_d",     "meta/short_net", "meta/friendly", "meta/dm_",      "meta/default_",
-        "meta/platf",     "meta/loc",       "meta/config_",  "mod/media/def", "mod/media/size/",
-        "mod/media/desc", "udm/media/",     "hidden/"};
-    for (const BodyItem& item : itemsOf(fullParameters)) {
-        const bool mayBeMissing =
-            item.path.find("localized") != 5 &&
-            std::any_of(std::begin(optional), std::end(optional),
-                        [&](const std::string& prefix) { return item.path.starts_with(prefix); });
-        for (const std::string& body : spoiled(fullParameters, item)) {
-            PiaReport report;
-            const Document document = documentOf(body, &report);
-            EXPECT_EQ(document != nullptr, mayBeMissing) << item.path;
-            EXPECT_EQ(report.failure().has_value(), !mayBeMissing) << item.path;
-            if (report.failure()) {
-                EXPECT_EQ(ut::encodeUtf8(report.failure()->path), item.path);
-            }
-        }
-    }
+    expectOthersAreNeeded(
+        fullParameters,
+        {"mod/media/def", "mod/media/size/", "mod/media/desc", "udm/media/", "hidden/"},
+        parametersOf);
 }
 
-TEST(PmpDocument, BrokenPartsAreDroppedWithAWarning) {
-    const std::string list = "  size{\n   0{\n    caps_type=5\n";
+TEST(PmpDocument, HiddenPartIsOptional) {
+    const std::string hidden = fullParameters.substr(fullParameters.find("hidden{"));
     const struct {
-        const char* what;
-        std::string from;
-        std::string to;
-        std::string warning;
-        std::string written;
+        const char* instead;
+        const char* warnings;
+        const char* written;
     } cases[] = {
-        {"hidden without media", "hidden{\n media{\n  default_size=\"A0\n  size{\n  }\n }\n}\n",
-         "hidden{\n media=1\n}\n", "block-dropped hidden", ""},
-        {"hidden without size", "hidden{\n media{\n  default_size=\"A0\n  size{\n  }\n }\n}\n",
-         "hidden{\n media{\n }\n}\n", "", "hidden{\n media{\n }\n}\n"},
-        {"no udm", "udm{", "udn{", "key-missing udm", "none"},
-        {"no hidden", "hidden{", "seen{", "", "dropped"},
+        {"hidden{\n media=1\n}\n", "block-dropped hidden", ""},
+        {"hidden{\n media{\n }\n}\n", "", "hidden{\n media{\n }\n}\n"},
+        {"seen{\n media{\n }\n}\n", "", ""},
     };
-    for (const auto& entry : cases) {
-        SCOPED_TRACE(entry.what);
+    for (const auto& [instead, warnings, written] : cases) {
         PiaReport report;
-        const Document document = documentOf(edited(fullParameters, entry.from, entry.to), &report);
-        const std::string tail = fullParameters.substr(fullParameters.find("hidden{"));
-        const auto finding = report.failure()            ? report.failure()
-                             : report.warnings().empty() ? std::nullopt
-                                                         : std::optional(report.warnings()[0]);
-        EXPECT_EQ(finding ? piaCodeWord(finding->code) + (' ' + ut::encodeUtf8(finding->path)) : "",
-                  entry.warning);
-        ASSERT_EQ(document == nullptr, entry.written == "none");
-        if (document) {
-            EXPECT_EQ(
-                bodyOfDocument(*document),
-                edited(fullParameters, tail, entry.written == "dropped" ? "" : entry.written));
-        }
+        const Document document = parametersOf(edited(fullParameters, hidden, instead), &report);
+        ASSERT_NE(document, nullptr);
+        EXPECT_EQ(warningsOf(report), warnings);
+        EXPECT_EQ(bodyOfDocument(*document), edited(fullParameters, hidden, written));
     }
 }
 
@@ -130,16 +87,6 @@ TEST(PmpDocument, ListsTakeEveryBlock) {
     ASSERT_EQ(tree.root().items.size(), 2u);
     EXPECT_EQ(tree.root().items[0]->name, L"0");
     EXPECT_EQ(tree.root().items[1]->name, L"1");
-
-    PiaReport report;
-    const std::string group = "    media_group=15\n";
-    std::string body = fullParameters;
-    body.erase(body.rfind(group), group.size());
-    const Document document = documentOf(body, &report);
-    ASSERT_NE(document, nullptr);
-    ASSERT_EQ(report.warnings().size(), 1u);
-    EXPECT_EQ(report.warnings()[0].code, PiaCode::EntryPartlyRead);
-    EXPECT_EQ(report.warnings()[0].path, L"udm/media/size/0");
 }
 
 TEST(PmpDocument, NodesKeepWhatComesBeforeAFault) {
@@ -248,7 +195,7 @@ TEST(PmpDocument, ListsWriteAroundTakenNames) {
 }
 
 TEST(PmpDocument, CopiesShareByDesignAndClonesDoNot) {
-    Document source = documentOf(fullParameters);
+    Document source = parametersOf(fullParameters);
     ASSERT_NE(source, nullptr);
     auto copy = std::make_unique<PlotModelParam>(*source);
     const Document clone = source->clone();

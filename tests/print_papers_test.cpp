@@ -2,7 +2,6 @@
 #include <wx/init.h>
 
 #include <string>
-#include <vector>
 
 #include "print.h"
 #include "tests/support/fake_spooler.h"

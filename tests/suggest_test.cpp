@@ -23,14 +23,6 @@ TEST(Suggestions, AreTheNearestNames) {
     EXPECT_THAT(platen::nearNames(L"", {}), IsEmpty());
 }
 
-TEST(Suggestions, EndAMessage) {
-    EXPECT_EQ(platen::suggestion(L"on", {L"one", L"two"}), "; did you mean \"one\"?");
-    EXPECT_EQ(platen::suggestion(L"xyz", {L"one", L"two"}), "; there are \"one\", \"two\"");
-    EXPECT_EQ(platen::suggestion(L"xyz", {}, "there are none"), "; there are none");
-    EXPECT_EQ(platen::suggestion(L"xyz", std::vector<std::wstring>(100, L"many"), "look there"),
-              "; look there");
-}
-
 // Files may hold any number of names of any length; this must end.
 TEST(Suggestions, AreBounded) {
     const std::vector<std::wstring> many(200000, L"the same name again");

@@ -4,11 +4,10 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <random>
 #include <thread>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "utcore.h"
 
 namespace {
@@ -17,24 +16,17 @@ namespace fs = std::filesystem;
 
 class PosixFiles : public testing::Test {
 protected:
-    void SetUp() override {
-        const std::string name = std::to_string(std::random_device{}());
-        folder_ = fs::temp_directory_path() / ("platen posix files " + name);
-        fs::create_directories(folder_ / "inner");
-    }
-    void TearDown() override { fs::remove_all(folder_); }
+    PosixFiles() { fs::create_directory(folder_ / "inner"); }
 
     ut::SystemError replace(const fs::path& path) const {
         return ut::replaceFile(ut::decodePath((folder_ / path).string()),
                                std::vector<std::string_view>{"new"});
     }
-    std::string content(const fs::path& path) const {
-        std::ifstream stream(folder_ / path);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    void put(const fs::path& path) const { std::ofstream(folder_ / path) << "old"; }
+    std::string content(const fs::path& path) const { return readBytes(folder_ / path); }
+    void put(const fs::path& path) const { writeBytes(folder_ / path, "old"); }
 
-    fs::path folder_;
+    const TemporaryFolder temporary_;
+    const fs::path folder_ = temporary_.path("").parent_path();
 };
 
 TEST_F(PosixFiles, LinksAreFollowed) {

@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
+#include <string>
 #include <vector>
 
 #include "platform/utcore/file_system.h"
+#include "tests/support/files.h"
 #include "utcore.h"
 
 namespace {
@@ -66,18 +65,7 @@ private:
 
 class Files : public testing::Test {
 protected:
-    void SetUp() override {
-        // A name of its own, because tests of several builds may run at a time.
-        const std::string name = std::to_string(std::random_device{}());
-        folder_ = fs::temp_directory_path() / ("platen files " + name);
-        fs::create_directories(folder_);
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
-    std::wstring folder() const {
-        const std::u8string bytes = folder_.u8string();
-        return ut::decodePath({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-    }
+    std::wstring folder() const { return folder_.path("").parent_path().wstring(); }
     std::wstring path(const wchar_t* name) const { return folder() + L"/" + name; }
 
     /// The library's own conversion of a wide path depends on the locale.
@@ -85,18 +73,10 @@ protected:
         const std::string bytes = ut::encodePath(path);
         return fs::path(std::u8string(bytes.begin(), bytes.end()));
     }
-    static void put(const std::wstring& path, const std::string& content) {
-        std::ofstream(native(path), std::ios::binary) << content;
-    }
-    static std::string content(const std::wstring& path) {
-        std::ifstream stream(native(path), std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    std::ptrdiff_t entries() const {
-        return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
-    }
+    static std::string content(const std::wstring& path) { return readBytes(native(path)); }
+    std::size_t entries() const { return folder_.files().size(); }
 
-    fs::path folder_;
+    TemporaryFolder folder_;
 };
 
 const std::vector<std::string_view> pieces = {"head", "", "the body"};
@@ -106,7 +86,7 @@ TEST_F(Files, ReplaceCreatesAndOverwrites) {
     for (const std::string_view body : {"a long first content", "short", ""}) {
         ASSERT_FALSE(ut::replaceFile(file, std::vector<std::string_view>{"<", body, ">"}));
         EXPECT_EQ(content(file), "<" + std::string(body) + ">");
-        EXPECT_EQ(entries(), 1);
+        EXPECT_EQ(entries(), 1u);
     }
     ASSERT_FALSE(ut::replaceFile(file, {}));
     EXPECT_EQ(content(file), "");
@@ -114,13 +94,13 @@ TEST_F(Files, ReplaceCreatesAndOverwrites) {
 
 TEST_F(Files, ReplaceLeavesTheOldFileWhateverFails) {
     const std::wstring file = path(L"table.ctb");
-    put(file, "old");
+    writeBytes(native(file), "old");
     std::vector<std::string> actions;
     for (int failing = 0;; ++failing) {
         ASSERT_LT(failing, 100);
         FailingFiles files(failing);
         const ut::SystemError error = ut::replaceFile(files, file, pieces);
-        EXPECT_EQ(entries(), 1) << error.action;
+        EXPECT_EQ(entries(), 1u) << error.action;
         if (!error) {
             break;
         }
@@ -143,14 +123,14 @@ TEST_F(Files, ReplaceReportsWhatStandsInTheWay) {
     const std::string message = error.message();
     EXPECT_TRUE(message.starts_with("create: ") && message.size() > 12) << message;
     EXPECT_NE(message.back(), '\n');
-    EXPECT_EQ(entries(), 0);
+    EXPECT_EQ(entries(), 0u);
     EXPECT_EQ(ut::SystemError{}.message(), "");
 }
 
 TEST_F(Files, ReadTakesWholeFilesWithinTheLimit) {
     const std::wstring file = path(L"table.ctb");
     for (const std::size_t size : {0u, 1u, 4095u, 4096u, 4097u, 100000u}) {
-        put(file, std::string(size, 'x'));
+        writeBytes(native(file), std::string(size, 'x'));
         for (const std::uint64_t limit : {std::uint64_t{size}, ~std::uint64_t{0}}) {
             ut::ByteBuffer bytes;
             bool tooLarge = true;
@@ -170,7 +150,7 @@ TEST_F(Files, ReadTakesWholeFilesWithinTheLimit) {
 
 TEST_F(Files, ReadReportsEveryFailure) {
     const std::wstring file = path(L"table.ctb");
-    put(file, "1234567");
+    writeBytes(native(file), "1234567");
     ut::ByteBuffer bytes;
     bool tooLarge = true;
     // Opening, three reads with something in them, and one at the end.

@@ -3,9 +3,11 @@
 #include <zlib.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 
 #include "tests/support/files.h"
+#include "utcore.h"
 #include "utcore_host.h"
 
 namespace {
@@ -42,6 +44,13 @@ TEST(HostLibrary, IsLoadedFromTheFoldersOfLibrariesOnly) {
 TEST(HostErrors, AreErrno) {
     errno = ENOSPC;
     EXPECT_EQ(ut::sysErrorCode(), 28u);
+}
+
+TEST(Settings, StartAsTheEnvironmentHasThem) {
+    ASSERT_EQ(::setenv("PLATEN_PLOT_FOLDER_X", "/pl\xC3\xA4ne/\xFF", 1), 0);
+    EXPECT_EQ(ut::encodePath(ut::getSetting(L"PlotFolderX")), "/pl\xC3\xA4ne/\xFF");
+    ASSERT_EQ(::unsetenv("PLATEN_PLOT_FOLDER_X"), 0);
+    EXPECT_EQ(ut::getSetting(L"PlotFolderX"), L"");
 }
 
 }  // namespace

@@ -1,51 +1,43 @@
 #include "tests/support/trees.h"
 
-#include <utility>
-#include <vector>
+#include <algorithm>
 
 #include "pia/body_writer.h"
 #include "pia/container.h"
 #include "utcore.h"
 
-bool equalTrees(const PiaBlock& left, const PiaBlock& right) {
-    std::vector<std::pair<const PiaBlock*, const PiaBlock*>> pending{{&left, &right}};
-    const auto equalItems = [&](const PiaItem& one, const PiaItem& other) {
-        if (one.type != other.type || one.name != other.name.view()) {
-            return false;
-        }
-        switch (one.type) {
-            case PiaItemType::Bin:
-                return static_cast<const PiaBin&>(one).value ==
-                       static_cast<const PiaBin&>(other).value;
-            case PiaItemType::Block:
-                pending.emplace_back(&static_cast<const PiaBlock&>(one),
-                                     &static_cast<const PiaBlock&>(other));
-                return true;
-            case PiaItemType::Bool:
-                return static_cast<const PiaBool&>(one).value ==
-                       static_cast<const PiaBool&>(other).value;
-            case PiaItemType::Str:
-                return static_cast<const PiaStr&>(one).value ==
-                       static_cast<const PiaStr&>(other).value;
-            case PiaItemType::Num:
-                return static_cast<const PiaNum&>(one).value ==
-                       static_cast<const PiaNum&>(other).value;
-        }
+namespace {
+
+template <class Item>
+bool equalValues(const PiaItem& left, const PiaItem& right) {
+    return static_cast<const Item&>(left).value == static_cast<const Item&>(right).value;
+}
+
+bool equalItems(const PiaItem* left, const PiaItem* right) {
+    if (left->type != right->type || left->name != right->name.view()) {
         return false;
-    };
-    while (!pending.empty()) {
-        const auto [one, other] = pending.back();
-        pending.pop_back();
-        if (one->items.size() != other->items.size()) {
-            return false;
-        }
-        for (std::size_t index = 0; index < one->items.size(); ++index) {
-            if (!equalItems(*one->items[index], *other->items[index])) {
-                return false;
-            }
-        }
     }
-    return true;
+    switch (left->type) {
+        case PiaItemType::Bin:
+            return equalValues<PiaBin>(*left, *right);
+        case PiaItemType::Block:
+            return equalTrees(static_cast<const PiaBlock&>(*left),
+                              static_cast<const PiaBlock&>(*right));
+        case PiaItemType::Bool:
+            return equalValues<PiaBool>(*left, *right);
+        case PiaItemType::Str:
+            return equalValues<PiaStr>(*left, *right);
+        case PiaItemType::Num:
+            return equalValues<PiaNum>(*left, *right);
+    }
+    return false;
+}
+
+}  // namespace
+
+bool equalTrees(const PiaBlock& left, const PiaBlock& right) {
+    return std::equal(left.items.begin(), left.items.end(), right.items.begin(), right.items.end(),
+                      equalItems);
 }
 
 void EntryRecorder::take(const PiaBlock& entry) {
