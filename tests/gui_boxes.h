@@ -1,7 +1,8 @@
-/// Message boxes that open during a test.
+/// Modal dialogs that open during a test.
 #pragma once
 
 #include <gtest/gtest.h>
+#include <wx/dirdlg.h>
 #include <wx/modalhook.h>
 #include <wx/msgdlg.h>
 
@@ -9,7 +10,8 @@
 #include <string>
 #include <vector>
 
-/// Answers every modal dialog at once while it lives, and keeps what message boxes said.
+/// Answers every modal dialog at once while it lives, and keeps what message boxes and folder
+/// choosers said.
 class BoxCatcher : public wxModalDialogHook {
 public:
     struct Box {
@@ -32,16 +34,16 @@ public:
     ~BoxCatcher() override { Unregister(); }
 
     std::vector<Box> boxes;
-    /// What else was to be shown.
-    std::vector<wxDialog*> others;
 
 protected:
     int Enter(wxDialog* dialog) override {
         if (const auto* box = dynamic_cast<wxMessageDialog*>(dialog)) {
             boxes.push_back({box->GetMessage().ToStdWstring(), box->GetCaption().ToStdWstring(),
                              box->GetMessageDialogStyle(), box->GetParent()});
+        } else if (const auto* chooser = dynamic_cast<wxDirDialog*>(dialog)) {
+            boxes.push_back({chooser->GetMessage().ToStdWstring(), L"", 0, chooser->GetParent()});
         } else {
-            others.push_back(dialog);
+            ADD_FAILURE() << "another dialog: " << dialog->GetTitle();
         }
         return answer_;
     }

@@ -6,73 +6,57 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <string>
+#include <tuple>
 
 #include "gui_images.h"
-#include "tests/support/gui.h"
+#include "tests/gui_screen.h"
 
 namespace {
 
 using namespace wut::ImageUtils;
 
-constexpr unsigned char paper = 235;
-
-wxBitmap opaqueBitmap(int width, int height) {
-    wxImage image(width, height);
-    image.SetRGB(wxRect(0, 0, width, height), paper, paper, paper);
-    return wxBitmap(image);
+wxImage filledImage(const wxSize& size, const wxColour& colour) {
+    wxImage image(size);
+    image.SetRGB(wxRect(size), colour.Red(), colour.Green(), colour.Blue());
+    return image;
 }
 
-wxBitmap clearBitmap(int width, int height) {
-    wxImage image(width, height);
+/// Opaque but for a frame of so many pixels, which is transparent.
+wxBitmap framed(const wxSize& size, const wxColour& colour, int frame = 1) {
+    wxImage image = filledImage(size, colour);
     image.InitAlpha();
-    std::fill_n(image.GetAlpha(), width * height, wxIMAGE_ALPHA_TRANSPARENT);
-    return wxBitmap(image);
-}
-
-unsigned char alphaAt(const wxImage& image, int x, int y) {
-    return image.HasAlpha() ? image.GetAlpha(x, y) : 255;
-}
-
-/// The smallest rectangle around what differs.
-wxRect changed(const wxImage& before, const wxImage& after) {
-    wxRect place;
-    for (int y = 0; y < after.GetHeight(); ++y) {
-        for (int x = 0; x < after.GetWidth(); ++x) {
-            const bool visible = alphaAt(before, x, y) != 0 || alphaAt(after, x, y) != 0;
-            if (alphaAt(before, x, y) != alphaAt(after, x, y) ||
-                (visible && before.GetGreen(x, y) != after.GetGreen(x, y))) {
-                place.Union(wxRect(x, y, 1, 1));
-            }
+    for (int y = 0; y < size.y; ++y) {
+        for (int x = 0; x < size.x; ++x) {
+            const bool inside = wxRect(size).Deflate(frame).Contains(x, y);
+            image.SetAlpha(x, y, inside ? wxIMAGE_ALPHA_OPAQUE : wxIMAGE_ALPHA_TRANSPARENT);
         }
     }
-    return place;
+    return wxBitmap(image);
 }
 
-/// Whether a pixel is as good as opaque and of that grey.
+/// The grey of the paper that texts are drawn on.
+const wxColour paper(235, 235, 235);
+
+/// The picture on paper where it is transparent.
+wxImage onPaper(const wxBitmap& bitmap) {
+    wxImage sheet = filledImage(bitmap.GetSize(), paper);
+    sheet.Paste(bitmap.ConvertToImage(), 0, 0, wxIMAGE_ALPHA_BLEND_COMPOSE);
+    return sheet;
+}
+
+wxRect inkOf(const wxImage& image) {
+    return difference(filledImage(image.GetSize(), paper), image);
+}
+
 bool shows(const wxImage& image, int grey) {
-    for (int y = 0; y < image.GetHeight(); ++y) {
-        for (int x = 0; x < image.GetWidth(); ++x) {
-            if (alphaAt(image, x, y) > 200 && std::abs(image.GetRed(x, y) - grey) < 12 &&
-                std::abs(image.GetBlue(x, y) - grey) < 12) {
-                return true;
-            }
+    const wxRect place(image.GetSize());
+    for (int at = 0; at < place.width * place.height; ++at) {
+        const unsigned char* const pixel = image.GetData() + at * 3;
+        if (std::abs(pixel[0] - grey) < 12 && std::abs(pixel[2] - grey) < 12) {
+            return true;
         }
     }
     return false;
-}
-
-/// On a chequered ground where it is transparent.
-void show(wxImage& sheet, const wxImage& picture, int x, int y) {
-    wxImage ground(picture.GetSize());
-    for (int row = 0; row < ground.GetHeight(); ++row) {
-        for (int column = 0; column < ground.GetWidth(); ++column) {
-            const unsigned char shade = (row / 8 + column / 8) % 2 == 0 ? 170 : 200;
-            ground.SetRGB(column, row, shade, shade, shade);
-        }
-    }
-    sheet.Paste(ground, x, y);
-    sheet.Paste(picture, x, y, wxIMAGE_ALPHA_BLEND_COMPOSE);
 }
 
 TEST(WrapText, BreaksALineOnceInItsSecondHalf) {
@@ -101,59 +85,56 @@ TEST(WrapText, BreaksALineOnceInItsSecondHalf) {
 }
 
 TEST(DrawText, PutsInkOfTheColourWhereItBelongs) {
-    constexpr int width = 260;
-    constexpr int height = 60;
-    wxImage sheet(2 * width + 30, 4 * (height + 10) + 10);
-    sheet.SetRGB(wxRect(sheet.GetSize()), 255, 255, 255);
-    int row = 0;
-    for (const EFont font : {EF_Large, EF_Small}) {
-        for (const bool clear : {false, true}) {
-            int inkWidth[2] = {};
-            for (const bool highQuality : {false, true}) {
-                // Only the graphics context knows of alpha everywhere.
-                if (clear && !highQuality) {
-                    continue;
-                }
-                SCOPED_TRACE(std::to_string(font) + (clear ? " clear" : " opaque") +
-                             (highQuality ? ", high quality" : ", plain"));
-                wxBitmap bitmap = clear ? clearBitmap(width, height) : opaqueBitmap(width, height);
-                const wxImage before = bitmap.ConvertToImage();
-                drawText(bitmap, "Plot style HEAVY 0.25 mm", 20, 10, font, EC_Dark, highQuality);
-                const wxImage after = bitmap.ConvertToImage();
-                const wxRect ink = changed(before, after);
-                EXPECT_TRUE(wxRect(18, 10, width - 18, 30).Contains(ink))
-                    << ink.x << " " << ink.y << " " << ink.width << " " << ink.height;
-                EXPECT_TRUE(shows(after, 40));
-                EXPECT_EQ(bitmap.HasAlpha(), highQuality);
-                inkWidth[highQuality ? 1 : 0] = ink.width;
-                show(sheet, after, 10 + (highQuality ? width + 10 : 0), 10 + row * (height + 10));
-            }
-            EXPECT_GT(inkWidth[1], 80);
-            if (!clear) {
-                EXPECT_NEAR(inkWidth[0], inkWidth[1], 20);
-            }
-            ++row;
-        }
+    const wxSize size(260, 60);
+    const wxSize cell(size.x + 10, size.y + 10);
+    wxImage sheet = filledImage(wxSize(2 * cell.x, 3 * cell.y), *wxWHITE);
+    const struct {
+        EFont font;
+        bool clear;
+        bool highQuality;
+        wxPoint cell;
+    } cases[] = {
+        {EF_Large, false, false, {0, 0}},
+        {EF_Large, false, true, {1, 0}},
+        {EF_Small, false, false, {0, 1}},
+        {EF_Small, false, true, {1, 1}},
+        // Only the graphics context knows of alpha everywhere.
+        {EF_Small, true, true, {1, 2}},
+    };
+    for (const auto& entry : cases) {
+        SCOPED_TRACE(testing::Message() << entry.cell.x << ", " << entry.cell.y);
+        wxBitmap bitmap =
+            entry.clear ? framed(size, paper, size.x) : wxBitmap(filledImage(size, paper));
+        drawText(bitmap, "Plot style HEAVY 0.25 mm", 20, 10, entry.font, EC_Dark,
+                 entry.highQuality);
+        const wxImage drawn = onPaper(bitmap);
+        const wxRect ink = inkOf(drawn);
+        EXPECT_TRUE(wxRect(18, 10, size.x - 18, 30).Contains(ink))
+            << ink.x << " " << ink.y << " " << ink.width << " " << ink.height;
+        // The large font is bold, too: no width fits both.
+        EXPECT_EQ(ink.width > 170, entry.font == EF_Large) << ink.width;
+        EXPECT_GT(ink.width, 80);
+        EXPECT_TRUE(shows(drawn, 40));
+        EXPECT_EQ(bitmap.HasAlpha(), entry.highQuality);
+        sheet.Paste(drawn, entry.cell.x * cell.x, entry.cell.y * cell.y);
     }
     leavePicture("images_text", sheet);
 }
 
 TEST(DrawText, WrapsWhatIsTooWide) {
-    wxImage sheet(280, 140);
-    int column = 0;
+    wxImage sheet = filledImage(wxSize(260, 120), *wxWHITE);
     for (const bool highQuality : {false, true}) {
-        wxBitmap bitmap = opaqueBitmap(120, 120);
-        wxImage before = bitmap.ConvertToImage();
+        wxBitmap bitmap(filledImage(wxSize(120, 120), paper));
         drawText(bitmap, "Plot to file with\nplot styles of the sheet", 10, 5, EF_Small, EC_Grey,
                  highQuality);
-        const wxImage after = bitmap.ConvertToImage();
-        const wxRect ink = changed(before, after);
+        const wxImage drawn = onPaper(bitmap);
+        const wxRect ink = inkOf(drawn);
         // Three lines of 8 points, none of them cut.
         EXPECT_GT(ink.height, 30);
         EXPECT_LT(ink.height, 60);
         EXPECT_LT(ink.GetRight(), 119);
-        EXPECT_TRUE(shows(after, 110));
-        sheet.Paste(after, 10 + column++ * 135, 10);
+        EXPECT_TRUE(shows(drawn, 110));
+        sheet.Paste(drawn, highQuality ? 140 : 0, 0);
     }
     leavePicture("images_text_wrapped", sheet);
 }
@@ -170,51 +151,29 @@ TEST(DrawTextHighQuality, TakesMasksForTransparency) {
 }
 
 TEST(DrawOnTop, CoversTheCornerAndKeepsTheRest) {
-    wxBitmap bottom = opaqueBitmap(60, 40);
-    wxImage square(20, 10);
-    square.SetRGB(wxRect(0, 0, 20, 10), 200, 30, 40);
+    wxBitmap bottom(filledImage(wxSize(60, 40), paper));
+    wxImage square = filledImage(wxSize(20, 10), wxColour(200, 30, 40));
     square.SetRGB(5, 5, 1, 2, 3);
     square.SetMaskColour(1, 2, 3);
     drawOnTop(bottom, wxBitmap(square));
     const wxImage drawn = bottom.ConvertToImage();
-    EXPECT_EQ(changed(opaqueBitmap(60, 40).ConvertToImage(), drawn), wxRect(0, 0, 20, 10));
+    EXPECT_EQ(inkOf(drawn), wxRect(0, 0, 20, 10));
     EXPECT_EQ(drawn.GetRed(5, 5), 1) << "what the mask hides is drawn";
     EXPECT_EQ(drawn.GetRed(19, 9), 200);
     leavePicture("images_on_top", drawn.Scale(240, 160));
-
-    wxBitmap none;
-    drawOnTop(bottom, none);
-    drawOnTop(none, bottom);
-    EXPECT_FALSE(none.IsOk());
-}
-
-/// `size` pixels, all of that colour and opaque but for a frame of one pixel, which is transparent.
-wxBitmap framed(const wxSize& size, const wxColour& colour) {
-    wxImage image(size);
-    image.SetRGB(wxRect(size), colour.Red(), colour.Green(), colour.Blue());
-    image.InitAlpha();
-    for (int y = 0; y < size.y; ++y) {
-        for (int x = 0; x < size.x; ++x) {
-            const bool inside = wxRect(size).Deflate(1).Contains(x, y);
-            image.SetAlpha(x, y, inside ? wxIMAGE_ALPHA_OPAQUE : wxIMAGE_ALPHA_TRANSPARENT);
-        }
-    }
-    return wxBitmap(image);
 }
 
 TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
     const wxBitmap bottom = framed(wxSize(20, 10), wxColour(30, 90, 200));
     const wxBitmap top = framed(wxSize(16, 12), wxColour(240, 160, 20));
-    const wxBitmap both = wut::drawOnBitmap(bottom, top, wxSize(64, 48));
-    ASSERT_TRUE(both.IsOk());
+    const wxImage both = wut::drawOnBitmap(bottom, top, wxSize(64, 48)).ConvertToImage();
     EXPECT_EQ(both.GetSize(), wxSize(64, 48));
     ASSERT_TRUE(both.HasAlpha());
-    const wxImage image = both.ConvertToImage();
-    EXPECT_EQ(image.GetAlpha(0, 0), 0);
-    EXPECT_EQ(image.GetAlpha(12, 24), 255);
-    EXPECT_EQ(image.GetRed(12, 24), 30);
+    EXPECT_EQ(both.GetAlpha(0, 0), 0);
+    EXPECT_EQ(both.GetAlpha(12, 24), 255);
     // The top is 16 x 12 pixels, less its frame, in the middle of 64 x 48.
-    for (const auto& [x, y, red] : {std::tuple(24, 24, 30),
+    for (const auto& [x, y, red] : {std::tuple(12, 24, 30),
+                                    {24, 24, 30},
                                     {25, 24, 240},
                                     {38, 24, 240},
                                     {39, 24, 30},
@@ -222,36 +181,31 @@ TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
                                     {32, 19, 240},
                                     {32, 28, 240},
                                     {32, 29, 30}}) {
-        EXPECT_EQ(image.GetRed(x, y), red) << x << ", " << y;
+        EXPECT_EQ(both.GetRed(x, y), red) << x << ", " << y;
     }
-    leavePicture("images_on_bitmap", image.Scale(320, 240));
+    leavePicture("images_on_bitmap", both.Scale(320, 240));
 
-    wxImage plain(5, 5);
-    plain.SetRGB(wxRect(0, 0, 5, 5), 200, 100, 50);
-    const wxImage filled =
-        wut::drawOnBitmap(wxBitmap(plain), wxBitmap(), wxSize(40, 40)).ConvertToImage();
+    const wxBitmap plain(filledImage(wxSize(5, 5), wxColour(200, 100, 50)));
+    const wxImage filled = wut::drawOnBitmap(plain, wxBitmap(), wxSize(40, 40)).ConvertToImage();
     for (const int corner : {0, 39}) {
         EXPECT_EQ(filled.GetAlpha(corner, corner), 255);
         EXPECT_EQ(filled.GetRed(corner, corner), 200);
     }
 
     const wxImage shrunk = wut::drawOnBitmap(wxBitmap(), top, wxSize(8, 40)).ConvertToImage();
-    EXPECT_EQ(shrunk.GetSize(), wxSize(8, 40));
     EXPECT_GT(shrunk.GetAlpha(4, 20), 250);
     EXPECT_EQ(shrunk.GetAlpha(4, 16), 0);
     EXPECT_EQ(shrunk.GetAlpha(4, 23), 0);
 }
 
-TEST(DrawOnBitmap, LeavesOutWhatIsInvalid) {
-    const wxBitmap red = framed(wxSize(8, 8), *wxRED);
-    EXPECT_EQ(wut::drawOnBitmap(red, wxBitmap(), wxSize(8, 8)).ConvertToImage().GetAlpha(4, 4),
-              255);
-    EXPECT_EQ(wut::drawOnBitmap(wxBitmap(), red, wxSize(8, 8)).ConvertToImage().GetAlpha(4, 4),
-              255);
+TEST(Drawing, LeavesOutWhatIsInvalid) {
+    wxBitmap red(filledImage(wxSize(8, 8), *wxRED));
     EXPECT_FALSE(wut::drawOnBitmap(wxBitmap(), wxBitmap(), wxSize(8, 8)).IsOk());
     EXPECT_FALSE(wut::drawOnBitmap(red, red, wxSize(0, 8)).IsOk());
     EXPECT_FALSE(wut::drawOnBitmap(red, red, wxSize(8, -1)).IsOk());
     wxBitmap none;
+    drawOnTop(red, none);
+    drawOnTop(none, red);
     drawText(none, "Plot", 0, 0, EF_Small, EC_White, false);
     drawText(none, "Plot", 0, 0, EF_Small, EC_White, true);
     EXPECT_FALSE(none.IsOk());

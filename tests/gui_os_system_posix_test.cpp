@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "gui_os.h"
+#include "tests/gui_os_positions.h"
 #include "tests/support/files.h"
 #include "tests/support/gui.h"
 #include "tests/support/processes.h"
@@ -49,35 +50,37 @@ private:
     std::optional<std::string> before_;
 };
 
+/// What the child writes when it is started with this command line, its file left out.
+std::string outputOf(const std::string& action, const std::wstring& further) {
+    const TemporaryFolder folder;
+    const std::wstring command = childCommand({action, folder.path("a").string()}) + further;
+    EXPECT_EQ(wut::OsShell().executeCommand(L"", command.c_str(), 0), 0u);
+    EXPECT_EQ(childCount(), 0u);
+    return readBytes(folder.path("a"));
+}
+
 TEST(Programs, StartFresh) {
     // What this process keeps for itself: a descriptor that it did not mark, and its signals.
     const TemporaryFolder folder;
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> open(
         std::fopen(folder.path("open").c_str(), "w"), std::fclose);
     const auto before = std::signal(SIGPIPE, SIG_IGN);
-    const std::wstring command = childCommand({"start", folder.path("start").string()});
-    EXPECT_EQ(wut::OsShell().executeCommand(L"", command.c_str(), 0), 0u);
-    std::signal(SIGPIPE, before);
-    EXPECT_EQ(readBytes(folder.path("start")),
+    EXPECT_EQ(outputOf("start", L""),
               "open: 0 1 2\n"
               "input: /dev/null\n"
               "group of its own: 1\n"
               "broken pipes end it: 1\n");
+    std::signal(SIGPIPE, before);
 }
 
 TEST(Programs, AreSplitIntoWordsWithoutAShell) {
-    const TemporaryFolder folder;
-    const std::wstring command = childCommand({"arguments", folder.path("a").string()}) +
-                                 L" 'a b'  c\\ d \"e\\\"\" $HOME * ; \xDCFF";
-    EXPECT_EQ(wut::OsShell().executeCommand(L"", command.c_str(), 0), 0u);
-    EXPECT_EQ(readBytes(folder.path("a")), "a b\nc d\ne\"\n$HOME\n*\n;\n\xFF\n");
+    EXPECT_EQ(outputOf("arguments", L" 'a b'  c\\ d \"e\\\"\" $HOME * ; \xDCFF"),
+              "a b\nc d\ne\"\n$HOME\n*\n;\n\xFF\n");
 }
 
 TEST(Programs, AreFoundInThePathAndTellTheError) {
     EXPECT_EQ(wut::OsShell().executeCommand(L"", L"true", 0), 0u);
-    const TemporaryFolder folder;
-    writeBytes(folder.path("plain"), "text");
-    EXPECT_EQ(wut::OsShell().executeCommand(L"", folder.wide("plain").c_str(), 0),
+    EXPECT_EQ(wut::OsShell().executeCommand(L"", L"/etc/passwd", 0),
               static_cast<unsigned long>(EACCES));
 }
 
@@ -91,27 +94,17 @@ TEST(Programs, AreWaitedForThroughSignals) {
     ::sigaction(SIGALRM, &action, &before);
     const itimerval often{{0, 1000}, {0, 1000}};
     ::setitimer(ITIMER_REAL, &often, nullptr);
-    const TemporaryFolder folder;
-    const std::wstring command = childCommand({"arguments", folder.path("a").string(), "x"});
-    const unsigned long result = wut::OsShell().executeCommand(L"", command.c_str(), 0);
+    EXPECT_EQ(outputOf("arguments", L" x"), "x\n");
     const itimerval never{};
     ::setitimer(ITIMER_REAL, &never, nullptr);
     ::sigaction(SIGALRM, &before, nullptr);
-    EXPECT_EQ(result, 0u);
-    EXPECT_EQ(readBytes(folder.path("a")), "x\n");
-    EXPECT_EQ(childCount(), 0u);
 }
 
 TEST(Programs, AreWaitedForWhenNobodyElseWants) {
     // The system then takes children away by itself.
     const auto before = std::signal(SIGCHLD, SIG_IGN);
-    const TemporaryFolder folder;
-    const std::wstring command = childCommand({"arguments", folder.path("a").string(), "x"});
-    const unsigned long result = wut::OsShell().executeCommand(L"", command.c_str(), 0);
+    EXPECT_EQ(outputOf("arguments", L" x"), "x\n");
     std::signal(SIGCHLD, before);
-    EXPECT_EQ(result, 0u);
-    EXPECT_EQ(readBytes(folder.path("a")), "x\n");
-    EXPECT_EQ(childCount(), 0u);
 }
 
 TEST(Programs, OpenDocumentsAndPages) {
@@ -168,19 +161,10 @@ TEST(Separators, AreTheUsers) {
 }
 
 TEST(PositionFile, HasPointsInEveryLocale) {
-    const TemporaryFolder folder;
     const CommaLocale locale;
     const std::string before = std::setlocale(LC_NUMERIC, nullptr);
     ASSERT_NE(std::setlocale(LC_NUMERIC, ""), nullptr);
-    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
-    double a = 0, b = 0, c = 0, d = 0, e = 0, f = 0;
-    writeBytes(folder.path("points"), "1.5\n-2.25\n3\n4\n5\n6\n");
-    EXPECT_TRUE(wut::readPositionFile(OdString(folder.wide("points")), a, b, c, d, e, f));
-    EXPECT_EQ(c, 1.5);
-    EXPECT_EQ(f, -2.25);
-    writeBytes(folder.path("commas"), "1,5\n2\n3\n4\n5\n6\n");
-    EXPECT_FALSE(wut::readPositionFile(OdString(folder.wide("commas")), a, b, c, d, e, f));
-    EXPECT_EQ(c, 1.5);
+    expectPointsInPositionFiles();
     std::setlocale(LC_NUMERIC, before.c_str());
 }
 
@@ -200,24 +184,18 @@ TEST(Keys, TellAltGrFromAlt) {
     const ut::DynamicLibrary tests(L"libXtst.so.6", ut::DynamicLibrary::Now);
     auto* const connect = x11.function<void*(const char*)>("XOpenDisplay");
     auto* const keyOf = x11.function<unsigned char(void*, unsigned long)>("XKeysymToKeycode");
-    auto* const flush = x11.function<int(void*)>("XFlush");
     auto* const disconnect = x11.function<int(void*)>("XCloseDisplay");
     auto* const press =
         tests.function<int(void*, unsigned, int, unsigned long)>("XTestFakeKeyEvent");
-    ASSERT_TRUE(connect != nullptr && keyOf != nullptr && flush != nullptr &&
-                disconnect != nullptr && press != nullptr);
-    void* const display = connect(nullptr);
-    ASSERT_NE(display, nullptr);
-    constexpr unsigned long thirdLevel = 0xFE03;
-    const unsigned key = keyOf(display, thirdLevel);
-    ASSERT_NE(key, 0u);
-    press(display, key, 1, 0);
-    flush(display);
-    EXPECT_TRUE(settleUntil([] { return wut::isAltGrDown() && !wut::isAltDown(); }));
-    press(display, key, 0, 0);
-    flush(display);
-    EXPECT_TRUE(settleUntil([] { return !wut::isAltGrDown(); }));
-    disconnect(display);
+    ASSERT_TRUE(connect && keyOf && disconnect && press);
+    for (const bool down : {true, false}) {
+        void* const display = connect(nullptr);
+        constexpr unsigned long thirdLevel = 0xFE03;
+        press(display, keyOf(display, thirdLevel), down, 0);
+        disconnect(display);
+        EXPECT_TRUE(settleUntil([&] { return wut::isAltGrDown() == down; }));
+        EXPECT_FALSE(wut::isAltDown());
+    }
 }
 
 }  // namespace

@@ -5,12 +5,13 @@
 #include <wx/gdicmn.h>
 #include <wx/image.h>
 #include <wx/platinfo.h>
+#include <wx/window.h>
 
 #include <algorithm>
 #include <cstddef>
 
+#include "tests/support/files.h"
 #include "tests/support/gui.h"
-#include "utcore.h"
 
 inline bool onWindows() { return wxPlatformInfo::Get().GetOperatingSystemId() & wxOS_WINDOWS; }
 
@@ -19,34 +20,22 @@ inline bool onWindows() { return wxPlatformInfo::Get().GetOperatingSystemId() & 
 inline wxImage display() {
     wxString path;
     wxGetEnv("PLATEN_TEST_SCREEN", &path);
-    if (onWindows()) {
-        path = "Z:" + path;
-    }
-    ut::ByteBuffer dump;
-    bool tooLarge = false;
-    EXPECT_FALSE(ut::readFile(path.ToStdWstring(), 1 << 28, dump, tooLarge)) << path;
-    const auto byte = [&](std::size_t at) {
-        return static_cast<unsigned char>(dump.view().at(at));
-    };
+    const std::string dump = readBytes((onWindows() ? "Z:" + path : path).utf8_string());
+    const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(dump.at(at)); };
     const auto field = [&](std::size_t index) {
-        std::size_t value = 0;
-        for (std::size_t at = index * 4; at < index * 4 + 4; ++at) {
-            value = value << 8 | byte(at);
-        }
-        return value;
+        const std::size_t at = index * 4;
+        return byteAt(at) << 24 | byteAt(at + 1) << 16 | byteAt(at + 2) << 8 | byteAt(at + 3);
     };
-    const std::size_t width = field(4);
-    const std::size_t height = field(5);
-    const std::size_t lineLength = field(12);
+    wxImage image(field(4), field(5));
+    const int lineLength = field(12);
     // The header, and twelve bytes for each colour of a palette.
-    const std::size_t start = field(0) + field(19) * 12;
-    wxImage image(static_cast<int>(width), static_cast<int>(height));
+    const int start = field(0) + field(19) * 12;
     unsigned char* target = image.GetData();
-    for (std::size_t y = 0; y < height; ++y) {
-        for (std::size_t x = 0; x < width; ++x) {
-            const std::size_t pixel = start + y * lineLength + x * 4;
-            for (const std::size_t channel : {2u, 1u, 0u}) {
-                *target++ = byte(pixel + channel);
+    for (int y = 0; y < image.GetHeight(); ++y) {
+        for (int x = 0; x < image.GetWidth(); ++x) {
+            for (const int channel : {2, 1, 0}) {
+                *target++ =
+                    byteAt(static_cast<std::size_t>(start + y * lineLength + x * 4 + channel));
             }
         }
     }
@@ -85,4 +74,9 @@ inline wxImage settledDisplay() {
         last = now;
     }
     return last;
+}
+
+/// What is shown where the window is, with its frame and what covers it.
+inline wxImage displayed(const wxWindow& window) {
+    return settledDisplay().GetSubImage(window.GetScreenRect());
 }

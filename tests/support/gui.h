@@ -6,8 +6,6 @@
 
 #include <string_view>
 
-class wxWindow;
-
 /// Dispatches events until none is left, idle events included.
 void settle();
 
@@ -23,12 +21,6 @@ template <class Condition>
     }
     return false;
 }
-
-/// What is shown of `window`; on Windows with its frame and what covers it.
-wxImage screenshot(const wxWindow& window);
-
-/// True when ./test was asked for pictures.
-bool picturesWanted();
 
 /// Writes `picture` for people to look at, as "<name>.png" in the folder that ./test has for this
 /// system's pictures; unless pictures are wanted, does nothing. A failure to write fails the test.
