@@ -19,7 +19,7 @@ TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
         {"get"},
         {"check"},
         {"convert", "@a.ctb"},
-        {"convert", "@a.ctb", "-o", "@a.ctb", "--to", "dwg"},
+        {"convert", "@a.ctb", "-o", "@a.ctb", "--to", "svg"},
         {"convert", "@a.ctb", "-o", "@a.unknown"},
         {"convert", "@a.ctb", "-o", "@b.json", "--prefix", "Pen"},
         {"create", "pc3", "-o", "@a.pc3"},

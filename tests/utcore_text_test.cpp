@@ -118,11 +118,11 @@ TEST(Path, ExtensionIsOfTheLastComponent) {
         const wchar_t* extension;
         bool has;
     } cases[] = {
-        {L"acad.ctb", L"ctb", true},         {L"/plots/ACAD.CtB", L"ctb", true},
-        {L"a.b/acad", L"b/acad", false},     {L"a.ctb/acad", L"ctb", false},
+        {L"pens.ctb", L"ctb", true},         {L"/plots/PENS.CtB", L"ctb", true},
+        {L"a.b/pens", L"b/pens", false},     {L"a.ctb/pens", L"ctb", false},
         {L"dir/.ctb", L"ctb", false},        {L".ctb", L"ctb", false},
-        {L"acad.ctb.bak", L"ctb", false},    {L"acad.", L"ctb", false},
-        {L"acad.ctbx", L"ctb", false},       {L"a..pc3", L"pc3", true},
+        {L"pens.ctb.bak", L"ctb", false},    {L"pens.", L"ctb", false},
+        {L"pens.ctbx", L"ctb", false},       {L"a..pc3", L"pc3", true},
         {L"\u0416.\u0416", L"\u0436", true}, {L"", L"ctb", false},
     };
     for (const auto& entry : cases) {
