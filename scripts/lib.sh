@@ -162,6 +162,12 @@ wine_environment() {
     export WINEDLLOVERRIDES='mscoree=;mshtml=;mapi32=n,b'
 }
 
+# Waits for the end of a Wine of a moment ago. Its desktop may be on a display that is gone, or on
+# none, and programs that find it there show nothing.
+wine_rest() {
+    timeout 20 wineserver -w 2>/dev/null || wineserver -k -w 2>/dev/null || true
+}
+
 # Makes this checkout's Wine prefix if it is missing. Several tests may come here at once.
 wine_prefix() {
     [[ ! -d $WINEPREFIX/pristine ]] || return 0
@@ -200,8 +206,8 @@ wine_keep() {
 make_wine_prefix() {
     local -a alone=(env -u DISPLAY CUPS_SERVER="$WINEPREFIX/none")
     "${alone[@]}" wineboot -i || return
-    # Wine frames windows itself. For a window manager, which tests have none of, it would wait two
-    # seconds whenever a window is hidden.
+    # Wine frames windows itself. For a window manager it would wait, two seconds where there is none,
+    # whenever a window is hidden.
     "${alone[@]}" wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f || return
     wineserver -w || return
     mkdir "$WINEPREFIX/pristine"

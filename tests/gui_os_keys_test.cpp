@@ -10,7 +10,7 @@
 
 #include "gui_os.h"
 #include "platform/utcore/key_state.h"
-#include "tests/gui_screen.h"
+#include "tests/support/gui.h"
 
 namespace {
 
@@ -62,8 +62,7 @@ TEST(Keys, AreDownWhileTheyArePressed) {
     wxFrame frame(nullptr, wxID_ANY, "Keys");
     frame.Show();
     frame.SetFocus();
-    // A window that gets the focus takes over what keys the display knows to be pressed.
-    settledDisplay();
+    settle();
     wxUIActionSimulator user;
     for (const auto& [key, yes] : keys) {
         SCOPED_TRACE(key);
