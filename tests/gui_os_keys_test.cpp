@@ -42,11 +42,12 @@ TEST(Keys, AreAskedForOneByOne) {
     EXPECT_TRUE(answeredWithYes().empty());
 }
 
-/// The answers to all questions while something is pressed and once it is released.
-void expectWhilePressed(bool pressed, const std::vector<Question>& yes,
+/// The answers to all questions while something is pressed and once it is released. It is pressed
+/// again and again, as a keyboard does: a system that tells a window of its focus may take all keys
+/// for released then.
+void expectWhilePressed(const std::function<bool()>& press, const std::vector<Question>& yes,
                         const std::function<bool()>& release) {
-    ASSERT_TRUE(pressed);
-    EXPECT_TRUE(settleUntil([&] { return answeredWithYes() == yes; }));
+    EXPECT_TRUE(settleUntil([&] { return press() && answeredWithYes() == yes; }));
     ASSERT_TRUE(release());
     EXPECT_TRUE(settleUntil([] { return answeredWithYes().empty(); }));
 }
@@ -66,7 +67,8 @@ TEST(Keys, AreDownWhileTheyArePressed) {
     wxUIActionSimulator user;
     for (const auto& [key, yes] : keys) {
         SCOPED_TRACE(key);
-        expectWhilePressed(user.KeyDown(key), yes, [&, code = key] { return user.KeyUp(code); });
+        expectWhilePressed([&, code = key] { return user.KeyDown(code); }, yes,
+                           [&, code = key] { return user.KeyUp(code); });
     }
 }
 
@@ -84,7 +86,7 @@ TEST(MouseButtons, AreDownWhileTheyArePressed) {
     settle();
     for (const auto& [button, yes] : buttons) {
         SCOPED_TRACE(button);
-        expectWhilePressed(user.MouseDown(button), {yes},
+        expectWhilePressed([&, code = button] { return user.MouseDown(code); }, {yes},
                            [&, code = button] { return user.MouseUp(code); });
     }
 }
