@@ -204,12 +204,7 @@ wine_keep() {
 # The prefix moves once it is complete, so its server has to end first. Its registry is kept as it
 # is now, before any program has left something in it: no printer of this machine is known there.
 make_wine_prefix() {
-    local -a alone=(env -u DISPLAY CUPS_SERVER="$WINEPREFIX/none")
-    "${alone[@]}" wineboot -i || return
-    # Wine frames windows itself. For a window manager it would wait, two seconds where there is none,
-    # whenever a window is hidden.
-    "${alone[@]}" wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f || return
-    wineserver -w || return
+    env -u DISPLAY CUPS_SERVER="$WINEPREFIX/none" wineboot -i && wineserver -w || return
     mkdir "$WINEPREFIX/pristine"
     find "$WINEPREFIX" -maxdepth 1 -type f -exec cp -p -t "$WINEPREFIX/pristine" {} +
 }
