@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "papers.h"
+#include "tests/command_json_lines.h"
 #include "tests/command_support.h"
 #include "tests/support/configurations.h"
 
@@ -19,13 +20,9 @@ class CommandPapersTest : public CommandTest {
 protected:
     std::vector<Json> jsonLines(std::vector<std::string> arguments) const {
         arguments.emplace_back("--json");
-        const CommandResult result = run(arguments);
-        EXPECT_EQ(result.code, 0) << result.err;
-        std::vector<Json> lines;
-        std::istringstream text(result.out);
-        for (std::string line; std::getline(text, line);) {
-            lines.push_back(Json::parse(line));
-            EXPECT_EQ(lines.back()["schema"], "platen.papers/1");
+        const std::vector<Json> lines = jsonLinesOf(run(arguments));
+        for (const Json& line : lines) {
+            EXPECT_EQ(line["schema"], "platen.papers/1");
         }
         return lines;
     }

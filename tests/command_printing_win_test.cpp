@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "print.h"
+#include "tests/command_json_lines.h"
 #include "tests/command_support.h"
 #include "tests/support/fake_spooler.h"
 #include "utcore.h"
@@ -41,14 +42,7 @@ protected:
 
     std::vector<Json> jsonLines(std::vector<std::string> arguments) const {
         arguments.emplace_back("--json");
-        const CommandResult result = run(arguments);
-        EXPECT_EQ(result.code, 0) << result.err;
-        std::vector<Json> lines;
-        std::istringstream text(result.out);
-        for (std::string line; std::getline(text, line);) {
-            lines.push_back(Json::parse(line));
-        }
-        return lines;
+        return jsonLinesOf(run(arguments));
     }
 
     test_support::FakePrinter& plotter() { return *spooler_.find(L"Plotter"); }
