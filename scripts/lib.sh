@@ -6,7 +6,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 # --- Packages ------------------------------------------------------------------------------------
 
-packages_build=(g++ cmake ninja-build ccache libwxgtk3.2-dev zlib1g-dev
+packages_build=(g++ cmake ninja-build ccache libwxgtk3.2-dev zlib1g-dev libdeflate-dev
     nlohmann-json3-dev libcli11-dev)
 packages_bench=(libbenchmark-dev rapidjson-dev)
 packages_test=(libgtest-dev libgmock-dev)
@@ -114,7 +114,8 @@ cache_folder=${XDG_CACHE_HOME:-$HOME/.cache}/platen
 # The folder of the Windows libraries, named after what it is made by.
 windows_prefix() {
     local hash
-    hash=$(cat "$root/scripts/windows-recipe.sh" "$root/cmake/toolchain-mingw64.cmake" | sha256sum)
+    hash=$(cat "$root/scripts/windows-recipe.sh" "$root/cmake/toolchain-mingw64.cmake" \
+        "$root/cmake/libdeflate.cmake" | sha256sum)
     printf '%s/windows-%s\n' "$cache_folder" "${hash:0:16}"
 }
 
