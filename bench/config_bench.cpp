@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include <platen/plotcfg.h>
 #include "bench/bare_inflate.h"
 #include "bench/sample.h"
 #include "pia/container.h"
-#include "plotcfg.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "gui_images.h"
+#include <platen/gui_images.h>
 
 namespace {
 

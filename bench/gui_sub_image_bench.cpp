@@ -8,7 +8,7 @@
 #include <random>
 #include <string>
 
-#include "gui_images.h"
+#include <platen/gui_images.h>
 
 namespace {
 

@@ -9,10 +9,10 @@
 #include <stdexcept>
 #include <string>
 
+#include <platen/utcore.h>
 #include "bench/bare_inflate.h"
 #include "bench/sample.h"
 #include "pia/json_writer.h"
-#include "utcore.h"
 
 namespace {
 

@@ -14,10 +14,10 @@
 #include <string_view>
 #include <system_error>
 
-#include "pia.h"
+#include <platen/pia.h>
+#include <platen/plotstyle.h>
+#include <platen/utcore.h>
 #include "pia/container.h"
-#include "plotstyle.h"
-#include "utcore.h"
 
 namespace bench {
 

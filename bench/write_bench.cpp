@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include <platen/utcore.h>
 #include "bench/sample.h"
 #include "pia/body_writer.h"
-#include "utcore.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
+#include <platen/utcore.h>
 #include "tests/support/trees.h"
-#include "utcore.h"
 
 /// The file of a document; empty when the writer refused it or warned that it will not read back.
 template <class Document>

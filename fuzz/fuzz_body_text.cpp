@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include <platen/utcore.h>
 #include "pia/body_writer.h"
 #include "tests/support/trees.h"
-#include "utcore.h"
 
 namespace {
 

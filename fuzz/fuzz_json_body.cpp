@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include <platen/utcore.h>
 #include "pia/body_writer.h"
 #include "pia/json_reader.h"
 #include "pia/json_writer.h"
 #include "tests/support/trees.h"
-#include "utcore.h"
 
 namespace {
 

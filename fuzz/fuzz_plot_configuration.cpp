@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include <platen/plotcfg.h>
 #include "fuzz/document_round_trip.h"
-#include "plotcfg.h"
 
 namespace {
 

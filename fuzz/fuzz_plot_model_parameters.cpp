@@ -4,8 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include <platen/pmp.h>
 #include "fuzz/document_round_trip.h"
-#include "pmp.h"
 
 namespace {
 

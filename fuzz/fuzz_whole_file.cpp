@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <optional>
 
-#include "plotstyle.h"
+#include <platen/plotstyle.h>
+#include <platen/utcore.h>
 #include "tests/support/trees.h"
-#include "utcore.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "log.h"
+#include <platen/log.h>
 
 #include <wx/log.h>
 

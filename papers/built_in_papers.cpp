@@ -2,7 +2,7 @@
 #include <array>
 #include <cstddef>
 
-#include "papers.h"
+#include <platen/papers.h>
 #include "papers/built_in_tables.h"
 
 namespace wut {

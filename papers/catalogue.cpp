@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "papers.h"
+#include <platen/papers.h>
+#include <platen/utcore.h>
 #include "papers/catalogue_table.h"
-#include "utcore.h"
 
 namespace wut {
 

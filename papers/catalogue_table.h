@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "oda.h"
+#include <platen/oda.h>
 
 namespace wut {
 

@@ -1,7 +1,7 @@
 #include <wx/string.h>
 
-#include "papers.h"
-#include "utcore.h"
+#include <platen/papers.h>
+#include <platen/utcore.h>
 
 namespace wut {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 class PiaArena {
 public:

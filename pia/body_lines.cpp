@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "oda.h"
-#include "utcore.h"
+#include <platen/oda.h>
+#include <platen/utcore.h>
 
 PiaBodyLines::PiaBodyLines(std::string_view body)
     : body_(body),

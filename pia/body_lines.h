@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 /// Cuts a body into the pieces that its reader takes. A line of more than 511 bytes, its line feed
 /// included, comes in several pieces, the last of which may be empty. A carriage return before a

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include <platen/utcore.h>
 #include "pia/arena.h"
-#include "utcore.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pia.h"
+#include <platen/pia.h>
 #include "pia/body_lines.h"
 #include "pia/entry_taker.h"
 #include "pia/name_table.h"

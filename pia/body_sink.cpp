@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include <platen/utcore.h>
 #include "pia/body_writer.h"
 #include "pia/file_body.h"
-#include "utcore.h"
 
 using pia_body::FileBody;
 using pia_body::Name;

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include <platen/utcore.h>
 #include "pia/file_body.h"
-#include "utcore.h"
 
 using pia_body::FileBody;
 using pia_body::Frame;

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 /// Appends the body text of the root block in the ANSI code page, lines cut at 511 characters as
 /// every reader of the format expects. What a reader would not read back as it stands in the tree

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 namespace pia_header {
 

@@ -1,7 +1,7 @@
 /// Reading a long list without a tree of it.
 #pragma once
 
-#include "pia.h"
+#include <platen/pia.h>
 
 /// Is handed the blocks of one list in order while a file is read. The tree holds them without
 /// their items afterwards.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include <platen/utcore.h>
 #include "pia/body_lines.h"
-#include "utcore.h"
 
 namespace pia_body {
 

@@ -1,9 +1,9 @@
 #include <utility>
 
+#include <platen/utcore.h>
 #include "pia/body_lines.h"
 #include "pia/container.h"
 #include "pia/file_state.h"
-#include "utcore.h"
 
 namespace {
 
@@ -20,13 +20,13 @@ bool note(PiaReport& report, bool verified, PiaFinding finding) {
 
 PiaCode codeOf(ut::ZlibEngine::Stop stop) {
     switch (stop) {
-    case ut::ZlibEngine::Stop::Truncated:
-        return PiaCode::StreamTruncated;
-    case ut::ZlibEngine::Stop::TooLarge:
-        return PiaCode::BodyTooLarge;
-    case ut::ZlibEngine::Stop::None:
-    case ut::ZlibEngine::Stop::Corrupt:
-        break;
+        case ut::ZlibEngine::Stop::Truncated:
+            return PiaCode::StreamTruncated;
+        case ut::ZlibEngine::Stop::TooLarge:
+            return PiaCode::BodyTooLarge;
+        case ut::ZlibEngine::Stop::None:
+        case ut::ZlibEngine::Stop::Corrupt:
+            break;
     }
     return PiaCode::StreamCorrupt;
 }
@@ -58,8 +58,7 @@ int PiaFileIn::State::open(std::string_view file, const PiaReadOptions& options)
     if (status != 0) {
         PiaFinding finding{.code = codeOf(stop), .offset = pia_header::size + consumed};
         if (stop == ut::ZlibEngine::Stop::TooLarge) {
-            finding.expected =
-                L"at most " + std::to_wstring(options.limits.bodyBytes) + L" bytes";
+            finding.expected = L"at most " + std::to_wstring(options.limits.bodyBytes) + L" bytes";
         }
         report.fail(std::move(finding));
         return status;
@@ -97,8 +96,7 @@ bool PiaFileIn::State::verify(std::uint32_t bodyLength, std::uint32_t compressed
     if (streamRoom != container.compressedBytes) {
         report.warn({.code = PiaCode::BytesAfterStream,
                      .offset = pia_header::size + container.compressedBytes,
-                     .found = std::to_wstring(streamRoom - container.compressedBytes) +
-                              L" bytes"});
+                     .found = std::to_wstring(streamRoom - container.compressedBytes) + L" bytes"});
     }
     return container.checksumHolds() ||
            note(report, options.verifyChecksum,
@@ -158,9 +156,9 @@ bool piaReadFile(const wchar_t* path, const PiaReadOptions& options, ut::ByteBuf
     bool tooLarge = false;
     const ut::SystemError error = ut::readFile(path, options.limits.bodyBytes, file, tooLarge);
     if (tooLarge) {
-        return report.fail({.code = PiaCode::FileTooLarge,
-                            .expected = L"at most " + std::to_wstring(options.limits.bodyBytes) +
-                                        L" bytes"});
+        return report.fail(
+            {.code = PiaCode::FileTooLarge,
+             .expected = L"at most " + std::to_wstring(options.limits.bodyBytes) + L" bytes"});
     }
     if (error) {
         return report.fail(

@@ -2,9 +2,9 @@
 
 #include <limits>
 
+#include <platen/utcore.h>
 #include "pia/body_writer.h"
 #include "pia/container.h"
-#include "utcore.h"
 
 namespace {
 constexpr int fileSystemFailure = -2;

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
+#include <platen/utcore.h>
 #include "pia/body_lines.h"
-#include "utcore.h"
 
 struct PiaFileIn::State {
     /// Checks the container and inflates the body: 0, -2 or zlib's error code.

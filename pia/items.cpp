@@ -4,10 +4,10 @@
 #include <utility>
 #include <vector>
 
-#include "pia.h"
+#include <platen/pia.h>
+#include <platen/utcore.h>
 #include "pia/arena.h"
 #include "pia/name_index.h"
-#include "utcore.h"
 
 namespace {
 

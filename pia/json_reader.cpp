@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include <platen/utcore.h>
 #include "pia/arena.h"
 #include "pia/name_table.h"
-#include "utcore.h"
 
 namespace {
 
@@ -21,7 +21,10 @@ constexpr std::string_view valueMember = "value";
 class JsonTree final : public nlohmann::json_sax<nlohmann::json> {
 public:
     JsonTree(std::uint64_t textOffset, const PiaLimits& limits, PiaTree& tree, PiaReport& report)
-        : textOffset_(textOffset), limits_(limits), tree_(tree), report_(report),
+        : textOffset_(textOffset),
+          limits_(limits),
+          tree_(tree),
+          report_(report),
           names_(tree.arena()) {}
 
     bool foundData() const { return foundData_; }
@@ -107,8 +110,7 @@ public:
             if (level.value) {
                 key_ = valueMember;
                 std::wstring value = std::move(*level.value);
-                if (level.isVoid ? !add<PiaBin>(value)
-                                 : !add<PiaStr>(value)) {
+                if (level.isVoid ? !add<PiaBin>(value) : !add<PiaStr>(value)) {
                     return false;
                 }
             }
@@ -221,8 +223,7 @@ private:
 
 }  // namespace
 
-bool piaReadJson(std::string_view text, const PiaLimits& limits, PiaTree& tree,
-                 PiaReport& report) {
+bool piaReadJson(std::string_view text, const PiaLimits& limits, PiaTree& tree, PiaReport& report) {
     const std::size_t start = text.find('{');
     if (start == std::string_view::npos) {
         return report.fail({.code = PiaCode::JsonMissing});

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 /// Reads the first JSON object of `text` (UTF-8) into the fresh `tree`: the members of its object
 /// "data". False, with the reason in the report, when there is none or a member does not convert.

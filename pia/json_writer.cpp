@@ -4,8 +4,8 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include <platen/utcore.h>
 #include "pia/node_keys.h"
-#include "utcore.h"
 
 namespace {
 
@@ -50,8 +50,7 @@ public:
 
 private:
     void warn(const PiaItem& item, const PiaPath& path, const wchar_t* found) {
-        report_.warn(
-            {.code = PiaCode::NotReadBack, .path = path.join(item.name), .found = found});
+        report_.warn({.code = PiaCode::NotReadBack, .path = path.join(item.name), .found = found});
     }
 
     void put(json& object, const PiaItem& item, const PiaPath& path, json value) {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 /// Replaces `text` by the JSON body, UTF-8, of the children of `data`. Its layout keeps the
 /// sixteenth byte from being "2", so that every reader takes it for version 3.

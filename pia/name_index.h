@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 class PiaNameIndex {
 public:

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 class PiaNameTable {
 public:

@@ -17,16 +17,16 @@ namespace {
 
 const wchar_t* nameOf(PiaItemType type) {
     switch (type) {
-    case PiaItemType::Bin:
-        return L"a binary value";
-    case PiaItemType::Block:
-        return L"a block";
-    case PiaItemType::Bool:
-        return L"TRUE or FALSE";
-    case PiaItemType::Str:
-        return L"a text";
-    case PiaItemType::Num:
-        return L"a number";
+        case PiaItemType::Bin:
+            return L"a binary value";
+        case PiaItemType::Block:
+            return L"a block";
+        case PiaItemType::Bool:
+            return L"TRUE or FALSE";
+        case PiaItemType::Str:
+            return L"a text";
+        case PiaItemType::Num:
+            return L"a number";
     }
     return L"";
 }

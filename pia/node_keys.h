@@ -18,8 +18,8 @@
 #include <utility>
 #include <vector>
 
-#include "pia.h"
-#include "utcore.h"
+#include <platen/pia.h>
+#include <platen/utcore.h>
 
 /// Where a block stands in the tree: a chain on the stack, joined only when a fault is reported.
 struct PiaPath {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 namespace pia_body {
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include <platen/utcore.h>
 #include "pia/report_table.h"
-#include "utcore.h"
 
 namespace {
 
@@ -16,9 +16,7 @@ constexpr bool tableFollowsTheCodes() {
 }
 static_assert(tableFollowsTheCodes());
 
-const PiaCodeEntry& entryOf(PiaCode code) {
-    return piaCodeTable[static_cast<std::size_t>(code)];
-}
+const PiaCodeEntry& entryOf(PiaCode code) { return piaCodeTable[static_cast<std::size_t>(code)]; }
 
 /// A text for one line of a message: short, and without characters that would disturb a terminal.
 std::string quoted(std::wstring_view text) {

@@ -1,7 +1,7 @@
 /// The stable word, the sentence and the remedy of every finding, in the order of `PiaCode`.
 #pragma once
 
-#include "pia.h"
+#include <platen/pia.h>
 
 struct PiaCodeEntry {
     PiaCode code;
@@ -35,7 +35,8 @@ inline constexpr PiaCodeEntry piaCodeTable[] = {
      "convert the file to drop them"},
     {PiaCode::BodyTooLarge, "body-too-large", "the body is larger than the reader takes",
      "raise the size limit if the file is trusted"},
-    {PiaCode::LineInvalid, "line-invalid", "the line is no item, no beginning and no end of a block",
+    {PiaCode::LineInvalid, "line-invalid",
+     "the line is no item, no beginning and no end of a block",
      "correct the line in the body text"},
     {PiaCode::NameEmpty, "name-empty", "the line has no name", "give the item or block a name"},
     {PiaCode::NameHasSpace, "name-has-space", "the name holds a space",
@@ -55,8 +56,8 @@ inline constexpr PiaCodeEntry piaCodeTable[] = {
     {PiaCode::MissingClosingBrace, "closing-brace-missing",
      "the body ends before its blocks are closed",
      "compare the file with a copy, its end may be missing; converting it adds the braces"},
-    {PiaCode::LineSplit, "line-split", "the line is longer than one read of 511 bytes and was split",
-     "shorten the value"},
+    {PiaCode::LineSplit, "line-split",
+     "the line is longer than one read of 511 bytes and was split", "shorten the value"},
     {PiaCode::TextIgnored, "text-ignored", "text beside a brace or after a binary value is ignored",
      "remove the text, or put it on a line of its own"},
     {PiaCode::NulInLine, "nul-in-line", "the line is cut at a zero byte", "remove the zero byte"},
@@ -66,7 +67,8 @@ inline constexpr PiaCodeEntry piaCodeTable[] = {
     {PiaCode::JsonMissing, "json-missing", "the file holds neither a version-2 header nor JSON",
      "check that this is a plotter file"},
     {PiaCode::JsonSyntax, "json-syntax", "the JSON text is malformed", "correct the JSON text"},
-    {PiaCode::JsonNoData, "json-no-data", "the JSON object has no member \"data\" that is an object",
+    {PiaCode::JsonNoData, "json-no-data",
+     "the JSON object has no member \"data\" that is an object",
      "put the items into an object named \"data\""},
     {PiaCode::JsonNumberRange, "json-number-range", "the integer has more than 64 bits",
      "write it as a text, or with a decimal point"},
@@ -89,8 +91,8 @@ inline constexpr PiaCodeEntry piaCodeTable[] = {
      "correct the entry"},
     {PiaCode::LineBreakInValue, "line-break-in-value", "a name or value holds a line break",
      "replace the line break by a space"},
-    {PiaCode::LineCut, "line-cut", "the line is longer than the writer's 511 characters and was cut",
-     "shorten the value"},
+    {PiaCode::LineCut, "line-cut",
+     "the line is longer than the writer's 511 characters and was cut", "shorten the value"},
     {PiaCode::NotReadBack, "not-read-back", "a reader will not read this back as it is",
      "change the name or the value"},
     {PiaCode::CharacterLost, "character-lost",

@@ -2,7 +2,7 @@
 #include <memory>
 #include <vector>
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 #include "plotcfg/property_names.h"
 #include "plotcfg/wx_text.h"
 

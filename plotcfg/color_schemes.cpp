@@ -3,7 +3,7 @@
 #include <iterator>
 #include <span>
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 #include "plotcfg/wx_text.h"
 
 namespace {

@@ -1,8 +1,8 @@
 /// How the "custom" block is read, written and shown: its properties are no fixed keys.
 #pragma once
 
+#include <platen/plotcfg.h>
 #include "pia/node_keys.h"
-#include "plotcfg.h"
 
 template <>
 struct NodeCodec<CCustomNode> {

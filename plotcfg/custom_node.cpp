@@ -3,11 +3,11 @@
 #include <string_view>
 #include <utility>
 
-#include "pia.h"
-#include "plotcfg.h"
+#include <platen/pia.h>
+#include <platen/plotcfg.h>
+#include <platen/utcore.h>
 #include "plotcfg/custom_codec.h"
 #include "plotcfg/property_names.h"
-#include "utcore.h"
 
 namespace {
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <utility>
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
+#include <platen/utcore.h>
 #include "plotcfg/paper_units.h"
 #include "plotcfg/pmp_papers.h"
-#include "utcore.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "custom_papers.h"
+#include <platen/custom_papers.h>
 
 #include <wx/string.h>
 

@@ -3,8 +3,8 @@
 
 #include <array>
 
+#include <platen/plotcfg.h>
 #include "pia/node_keys.h"
-#include "plotcfg.h"
 
 template <>
 struct NodeKeys<CIoNode> {

@@ -4,13 +4,13 @@
 #include <string_view>
 #include <utility>
 
-#include "log.h"
-#include "pia.h"
-#include "plotcfg.h"
+#include <platen/log.h>
+#include <platen/pia.h>
+#include <platen/plotcfg.h>
+#include <platen/utcore.h>
 #include "plotcfg/document_keys.h"
 #include "plotcfg/registered_printers.h"
 #include "plotcfg/wx_text.h"
-#include "utcore.h"
 
 using plot_config::printers;
 using plot_config::translated;

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 #include "plotcfg/custom_codec.h"
 #include "plotcfg/device_keys.h"
 #include "plotcfg/media_keys.h"

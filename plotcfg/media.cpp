@@ -2,8 +2,8 @@
 #include <iterator>
 #include <utility>
 
-#include "papers.h"
-#include "plotcfg.h"
+#include <platen/papers.h>
+#include <platen/plotcfg.h>
 #include "plotcfg/paper_units.h"
 
 bool CMediaNode::CSizeNode::setName(const wchar_t* newName) {

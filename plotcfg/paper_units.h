@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "oda.h"
+#include <platen/oda.h>
 
 namespace paper_units {
 

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "papers.h"
-#include "plotcfg.h"
+#include <platen/papers.h>
+#include <platen/plotcfg.h>
 #include "plotcfg/pmp_papers.h"
 #include "pmp/unique_names.h"
 

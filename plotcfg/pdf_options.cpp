@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 #include "plotcfg/property_names.h"
 
 namespace wut {

@@ -1,8 +1,8 @@
 /// Custom papers as the entries of a PMP's lists.
 #pragma once
 
-#include "plotcfg.h"
-#include "pmp.h"
+#include <platen/plotcfg.h>
+#include <platen/pmp.h>
 
 namespace plot_config {
 

@@ -1,7 +1,7 @@
 #include <atomic>
 #include <cstddef>
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 #include "plotcfg/registered_printers.h"
 
 namespace {

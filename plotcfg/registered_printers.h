@@ -1,7 +1,7 @@
 /// The print system that documents ask.
 #pragma once
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 
 namespace plot_config {
 

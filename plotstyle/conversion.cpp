@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "plotstyle.h"
+#include <platen/plotstyle.h>
 #include "plotstyle/style_settings.h"
 
 CPlotStyleTable* ctb2stb(const CPlotStyleTable& source, const wchar_t* prefix) {

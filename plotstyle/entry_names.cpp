@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include <platen/utcore.h>
 #include "pia/name_hash.h"
-#include "utcore.h"
 
 namespace plot_style {
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "pia.h"
-#include "plotstyle.h"
+#include <platen/pia.h>
+#include <platen/plotstyle.h>
 
 namespace plot_style {
 

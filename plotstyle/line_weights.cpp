@@ -1,7 +1,7 @@
 #include <limits>
 #include <optional>
 
-#include "plotstyle.h"
+#include <platen/plotstyle.h>
 #include "plotstyle/wx_text.h"
 
 bool CCustomLineweightTable::checkLineWeightRange(double& value, bool inches) {

@@ -2,12 +2,12 @@
 #include <tuple>
 #include <utility>
 
-#include "pia.h"
-#include "plotstyle.h"
+#include <platen/pia.h>
+#include <platen/plotstyle.h>
+#include <platen/utcore.h>
 #include "plotstyle/index_name.h"
 #include "plotstyle/style_keys.h"
 #include "plotstyle/style_settings.h"
-#include "utcore.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "plotstyle.h"
+#include <platen/plotstyle.h>
 #include "plotstyle/palette.h"
 
 namespace {

@@ -4,8 +4,8 @@
 #include <array>
 #include <tuple>
 
+#include <platen/plotstyle.h>
 #include "pia/node_keys.h"
-#include "plotstyle.h"
 
 /// In the order of the file. The mode colour is the only optional key: a table whose styles all
 /// keep the object's colour is written without it.

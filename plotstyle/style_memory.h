@@ -4,7 +4,7 @@
 #include <memory_resource>
 #include <new>
 
-#include "plotstyle.h"
+#include <platen/plotstyle.h>
 
 namespace plot_style {
 

@@ -3,7 +3,7 @@
 
 #include <tuple>
 
-#include "plotstyle.h"
+#include <platen/plotstyle.h>
 
 namespace plot_style {
 

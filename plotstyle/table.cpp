@@ -5,10 +5,10 @@
 #include <unordered_map>
 #include <utility>
 
-#include "plotstyle.h"
+#include <platen/plotstyle.h>
+#include <platen/utcore.h>
 #include "plotstyle/style_memory.h"
 #include "plotstyle/wx_text.h"
-#include "utcore.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <array>
 
+#include <platen/plotstyle.h>
 #include "pia/node_keys.h"
-#include "plotstyle.h"
 
 /// The table-wide settings in the order of the file.
 template <>

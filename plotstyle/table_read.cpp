@@ -5,13 +5,13 @@
 #include <string_view>
 #include <utility>
 
-#include "pia.h"
-#include "plotstyle.h"
+#include <platen/pia.h>
+#include <platen/plotstyle.h>
+#include <platen/utcore.h>
 #include "plotstyle/entry_names.h"
 #include "plotstyle/index_name.h"
 #include "plotstyle/style_taker.h"
 #include "plotstyle/table_keys.h"
-#include "utcore.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include <string>
 #include <utility>
 
-#include "pia.h"
-#include "plotstyle.h"
+#include <platen/pia.h>
+#include <platen/plotstyle.h>
+#include <platen/utcore.h>
 #include "plotstyle/index_name.h"
 #include "plotstyle/table_keys.h"
-#include "utcore.h"
 
 namespace {
 

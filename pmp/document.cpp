@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "pia.h"
-#include "pmp.h"
+#include <platen/pia.h>
+#include <platen/pmp.h>
+#include <platen/utcore.h>
 #include "pmp/pmp_keys.h"
-#include "utcore.h"
 
 namespace {
 

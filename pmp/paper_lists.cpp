@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "pmp.h"
+#include <platen/pmp.h>
 #include "pmp/unique_names.h"
 
 namespace {

@@ -3,8 +3,8 @@
 
 #include <array>
 
+#include <platen/pmp.h>
 #include "pia/node_keys.h"
-#include "pmp.h"
 #include "pmp/meta_keys.h"
 
 template <>

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace {
 

@@ -3,13 +3,13 @@
 #include <span>
 #include <string>
 
-#include "pia_report.h"
-#include "plotcfg.h"
+#include <platen/pia_report.h>
+#include <platen/plotcfg.h>
+#include <platen/print.h>
+#include <platen/utcore.h>
 #include "plotcfg/property_names.h"
-#include "print.h"
 #include "print/hex_text.h"
 #include "print/take.h"
-#include "utcore.h"
 
 using print_bridge::take;
 

@@ -1,5 +1,5 @@
-#include "plotcfg.h"
-#include "print.h"
+#include <platen/plotcfg.h>
+#include <platen/print.h>
 #include "print/page_bounds.h"
 #include "print/take.h"
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "plotcfg.h"
-#include "print.h"
+#include <platen/plotcfg.h>
+#include <platen/print.h>
+#include <platen/utcore.h>
 #include "print/take.h"
-#include "utcore.h"
 
 namespace {
 

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "papers.h"
-#include "pia_report.h"
-#include "plotcfg.h"
+#include <platen/papers.h>
+#include <platen/pia_report.h>
+#include <platen/plotcfg.h>
+#include <platen/print.h>
+#include <platen/utcore.h>
 #include "plotcfg/property_names.h"
-#include "print.h"
 #include "print/hex_text.h"
 #include "print/spooler.h"
-#include "utcore.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 /// Part of the shared library alone: documents get their printers when it is loaded. A program that
 /// links the objects registers what it wants.
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 #include "print/printer_system.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <wx/gdicmn.h>
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 
 namespace print_bridge {
 

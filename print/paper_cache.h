@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "print.h"
+#include <platen/print.h>
 
 namespace wut {
 

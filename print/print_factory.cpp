@@ -1,4 +1,4 @@
-#include "print.h"
+#include <platen/print.h>
 
 namespace wut {
 

@@ -3,10 +3,10 @@
 #include <set>
 #include <string>
 
-#include "oda.h"
+#include <platen/oda.h>
+#include <platen/print.h>
+#include <platen/utcore.h>
 #include "plotcfg/property_names.h"
-#include "print.h"
-#include "utcore.h"
 
 namespace {
 

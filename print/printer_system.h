@@ -1,7 +1,7 @@
 /// The printers of this machine, as documents ask for them.
 #pragma once
 
-#include "plotcfg.h"
+#include <platen/plotcfg.h>
 
 namespace wut {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <span>
 
-#include "print.h"
+#include <platen/print.h>
 
 namespace wut {
 

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "gui_images.h"
+#include <platen/gui_images.h>
 
 namespace wut {
 namespace {

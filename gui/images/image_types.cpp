@@ -2,8 +2,8 @@
 #include <string>
 #include <string_view>
 
-#include "gui_images.h"
-#include "utcore.h"
+#include <platen/gui_images.h>
+#include <platen/utcore.h>
 
 namespace wut {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "gui_images.h"
+#include <platen/gui_images.h>
 
 namespace pixel_rows {
 

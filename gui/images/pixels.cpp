@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include <platen/gui_images.h>
 #include "gui/images/pixel_rows.h"
-#include "gui_images.h"
 
 namespace wut::ImageUtils {
 namespace {

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "gui_images.h"
+#include <platen/gui_images.h>
 
 namespace sub_image {
 namespace {

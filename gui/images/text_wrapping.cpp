@@ -2,7 +2,7 @@
 #include <wx/dcclient.h>
 #include <wx/frame.h>
 
-#include "gui_text.h"
+#include <platen/gui_text.h>
 
 namespace wut {
 namespace {

@@ -2,8 +2,8 @@
 #include <wx/msgdlg.h>
 #include <wx/translation.h>
 
-#include "gui_look.h"
-#include "utcore.h"
+#include <platen/gui_look.h>
+#include <platen/utcore.h>
 
 namespace wut {
 

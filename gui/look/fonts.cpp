@@ -3,8 +3,8 @@
 #include <wx/fontenum.h>
 #include <wx/window.h>
 
+#include <platen/gui_look.h>
 #include "gui/look/font_face.h"
-#include "gui_look.h"
 
 namespace wut {
 

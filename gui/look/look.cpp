@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <iterator>
 
-#include "gui_look.h"
+#include <platen/gui_look.h>
 
 namespace wut {
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-#include "gui_look.h"
+#include <platen/gui_look.h>
 
 namespace wut {
 

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-#include "gui_look.h"
+#include <platen/gui_look.h>
 
 wxDEFINE_EVENT(wxEVT_COLOR_THEME_CHANGED, wxColorThemeChangedEvent);
 

@@ -3,8 +3,8 @@
 #include <wx/panel.h>
 #include <wx/xrc/xmlres.h>
 
+#include <platen/gui_look.h>
 #include "gui/look/held_log.h"
-#include "gui_look.h"
 
 namespace wut {
 

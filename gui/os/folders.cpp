@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "gui_os.h"
+#include <platen/gui_os.h>
 
 namespace wut {
 

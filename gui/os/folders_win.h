@@ -1,7 +1,7 @@
 /// The system's kinds of drives.
 #pragma once
 
-#include "gui_os.h"
+#include <platen/gui_os.h>
 
 namespace wut {
 

@@ -2,7 +2,7 @@
 #include <wx/mousestate.h>
 #include <wx/utils.h>
 
-#include "gui_os.h"
+#include <platen/gui_os.h>
 
 namespace wut {
 

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "gui_os.h"
+#include <platen/gui_os.h>
 
 namespace wut {
 

@@ -11,8 +11,8 @@
 #include <string_view>
 #include <type_traits>
 
-#include "gui_os.h"
-#include "utcore.h"
+#include <platen/gui_os.h>
+#include <platen/utcore.h>
 
 namespace wut {
 

@@ -1,4 +1,4 @@
-#include "gui_os.h"
+#include <platen/gui_os.h>
 
 #include <iterator>
 

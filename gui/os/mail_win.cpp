@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace wut {
 

@@ -1,7 +1,7 @@
 /// Mail through any library that has the system's mail interface.
 #pragma once
 
-#include "gui_os.h"
+#include <platen/gui_os.h>
 
 namespace wut {
 

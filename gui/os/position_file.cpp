@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include <platen/gui_os.h>
 #include "gui/os/text_file.h"
-#include "gui_os.h"
 
 namespace wut {
 

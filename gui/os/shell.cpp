@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "gui_os.h"
+#include <platen/gui_os.h>
 
 namespace wut {
 

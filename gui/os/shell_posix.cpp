@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "gui_os.h"
-#include "utcore.h"
+#include <platen/gui_os.h>
+#include <platen/utcore.h>
 
 namespace wut {
 

@@ -1,4 +1,4 @@
-#include "gui_os.h"
+#include <platen/gui_os.h>
 // Behind the header, which brings windows.h as wxWidgets wants it.
 #include <shellapi.h>
 

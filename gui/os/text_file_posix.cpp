@@ -1,6 +1,6 @@
 #include "gui/os/text_file.h"
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace wut {
 

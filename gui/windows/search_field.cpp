@@ -1,4 +1,4 @@
-#include "gui_windows.h"
+#include <platen/gui_windows.h>
 
 namespace wut {
 

@@ -2,8 +2,8 @@
 #include <wx/display.h>
 #include <wx/window.h>
 
+#include <platen/gui_windows.h>
 #include "gui/windows/displays.h"
-#include "gui_windows.h"
 
 namespace wut {
 

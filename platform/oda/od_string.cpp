@@ -1,5 +1,5 @@
-#include "oda.h"
-#include "utcore.h"
+#include <platen/oda.h>
+#include <platen/utcore.h>
 
 OdString::OdString(std::string_view bytes, OdCodePageId /*codePage*/)
     : text_(ut::decodeAnsi(bytes)) {}

@@ -1,5 +1,5 @@
+#include <platen/utcore_host.h>
 #include "platform/utcore/key_state.h"
-#include "utcore_host.h"
 
 namespace ut {
 

@@ -1,8 +1,8 @@
 #include <bit>
 #include <limits>
 
+#include <platen/utcore.h>
 #include "platform/utcore/utf.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -1,7 +1,7 @@
 #include <cstring>
 #include <utility>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace ut {
 

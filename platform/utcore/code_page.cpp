@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include <platen/utcore.h>
 #include "platform/utcore/ascii.h"
 #include "platform/utcore/utf.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -5,8 +5,8 @@
 #include <mutex>
 #include <utility>
 
+#include <platen/utcore.h>
 #include "platform/utcore/code_page.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -1,7 +1,7 @@
 #include <windows.h>
 
+#include <platen/utcore.h>
 #include "platform/utcore/code_page.h"
-#include "utcore.h"
 
 namespace ut {
 

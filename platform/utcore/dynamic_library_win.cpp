@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "utcore_host.h"
+#include <platen/utcore_host.h>
 
 namespace ut {
 

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace ut {
 

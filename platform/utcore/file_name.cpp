@@ -1,7 +1,7 @@
 #include "platform/utcore/file_name.h"
+#include <platen/utcore.h>
+#include <platen/utcore_host.h>
 #include "platform/utcore/path.h"
-#include "utcore.h"
-#include "utcore_host.h"
 
 namespace ut {
 

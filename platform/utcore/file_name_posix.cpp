@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace ut {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace ut {
 

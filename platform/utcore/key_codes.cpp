@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include <platen/utcore_host.h>
 #include "platform/utcore/key_state.h"
-#include "utcore_host.h"
 
 namespace ut {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <type_traits>
 
+#include <platen/utcore.h>
 #include "platform/utcore/ascii.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include <platen/utcore.h>
 #include "platform/utcore/utf.h"
-#include "utcore.h"
 
 namespace ut {
 

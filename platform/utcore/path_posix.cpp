@@ -1,5 +1,5 @@
+#include <platen/utcore.h>
 #include "platform/utcore/path.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
+#include <platen/utcore.h>
 #include "platform/utcore/path.h"
-#include "utcore.h"
 
 namespace ut {
 

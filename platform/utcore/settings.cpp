@@ -2,8 +2,8 @@
 #include <map>
 #include <mutex>
 
+#include <platen/utcore.h>
 #include "platform/utcore/environment.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace ut {
 

@@ -1,8 +1,8 @@
 #include <cerrno>
 #include <system_error>
 
-#include "utcore.h"
-#include "utcore_host.h"
+#include <platen/utcore.h>
+#include <platen/utcore_host.h>
 
 namespace ut {
 

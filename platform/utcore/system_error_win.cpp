@@ -1,7 +1,7 @@
 #include <windows.h>
 
-#include "utcore.h"
-#include "utcore_host.h"
+#include <platen/utcore.h>
+#include <platen/utcore_host.h>
 
 namespace ut {
 

@@ -1,5 +1,5 @@
-#include "utcore.h"
-#include "utcore_host.h"
+#include <platen/utcore.h>
+#include <platen/utcore_host.h>
 
 namespace ut {
 

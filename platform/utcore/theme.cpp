@@ -2,8 +2,8 @@
 #include <iterator>
 #include <span>
 
+#include <platen/utcore_theme.h>
 #include "platform/utcore/theme_table.h"
-#include "utcore_theme.h"
 
 namespace ut {
 

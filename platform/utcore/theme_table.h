@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "utcore_theme.h"
+#include <platen/utcore_theme.h>
 
 namespace ut {
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include <platen/utcore.h>
 #include "platform/utcore/utf.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -1,6 +1,6 @@
+#include <platen/utcore.h>
 #include "platform/utcore/ascii.h"
 #include "platform/utcore/utf.h"
-#include "utcore.h"
 
 namespace ut {
 

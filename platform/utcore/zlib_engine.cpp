@@ -5,8 +5,8 @@
 #include <cstring>
 #include <limits>
 
+#include <platen/utcore.h>
 #include "platform/utcore/adler32.h"
-#include "utcore.h"
 
 namespace ut {
 

@@ -1,8 +1,8 @@
 // An application of its own that uses the installed library: writes a plot style table, reads it
 // back and compares. Objects cross the library's border in both directions. Where the library can
 // print, loading it brings printers along.
-#include <plotcfg.h>
-#include <plotstyle.h>
+#include <platen/plotcfg.h>
+#include <platen/plotstyle.h>
 
 #include <cstdio>
 #include <memory>

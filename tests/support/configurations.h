@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "pia.h"
+#include <platen/pia.h>
+#include <platen/utcore.h>
 #include "tests/support/trees.h"
-#include "utcore.h"
 
 /// With every optional key.
 extern const std::string fullConfiguration;

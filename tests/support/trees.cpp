@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include <platen/utcore.h>
 #include "pia/body_writer.h"
 #include "pia/container.h"
-#include "utcore.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
 #include "pia/entry_taker.h"
 
 /// True when the blocks hold equal items in the same order, at every depth.

@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "tools/platen/console.h"
+#include "tools/platen/console/console.h"
 
 namespace CLI {
 class App;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/platen/arguments.h"
+#include "tools/platen/arguments/arguments.h"
 #include "tools/platen/command.h"
 #include "tools/platen/command_entry.h"
 #include "tools/platen/help_text.h"

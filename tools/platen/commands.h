@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "pia.h"
-#include "tools/platen/console.h"
+#include <platen/pia.h>
+#include "tools/platen/console/console.h"
 
 namespace platen {
 

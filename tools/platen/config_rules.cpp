@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-#include "papers.h"
-#include "plotcfg.h"
+#include <platen/papers.h>
+#include <platen/plotcfg.h>
+#include <platen/utcore.h>
 #include "tools/platen/lost_rules.h"
 #include "tools/platen/paper_rules.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

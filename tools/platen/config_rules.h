@@ -1,7 +1,7 @@
 /// What a plot configuration may hold although it makes no sense.
 #pragma once
 
-#include "pia.h"
+#include <platen/pia.h>
 #include "tools/platen/findings.h"
 #include "tools/platen/recognise.h"
 

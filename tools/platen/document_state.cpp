@@ -1,7 +1,7 @@
 #include "tools/platen/document_state.h"
 
-#include "plotcfg.h"
-#include "pmp.h"
+#include <platen/plotcfg.h>
+#include <platen/pmp.h>
 
 namespace platen {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "pia.h"
+#include <platen/pia.h>
 #include "tools/platen/recognise.h"
 
 namespace platen {

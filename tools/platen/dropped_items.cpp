@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "utcore.h"
+#include <platen/utcore.h>
 
 namespace platen {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 namespace platen {
 

@@ -3,10 +3,10 @@
 #include <string_view>
 #include <utility>
 
-#include "tools/platen/console.h"
+#include <platen/utcore.h>
+#include "tools/platen/console/console.h"
 #include "tools/platen/item_lines.h"
 #include "tools/platen/remedies.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

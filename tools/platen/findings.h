@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "pia.h"
-#include "tools/platen/exit_code.h"
+#include <platen/pia.h>
+#include "tools/platen/console/exit_code.h"
 
 namespace platen {
 

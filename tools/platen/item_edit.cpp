@@ -5,10 +5,10 @@
 #include <optional>
 #include <vector>
 
+#include <platen/utcore.h>
+#include "tools/platen/arguments/numbers.h"
+#include "tools/platen/arguments/suggest.h"
 #include "tools/platen/item_path.h"
-#include "tools/platen/numbers.h"
-#include "tools/platen/suggest.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 namespace platen {
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+#include <platen/utcore.h>
 #include "pia/body_lines.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "pia.h"
+#include <platen/pia.h>
 
 namespace platen {
 

@@ -5,11 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include <platen/utcore.h>
 #include "plotcfg/document_keys.h"
 #include "plotstyle/style_keys.h"
 #include "plotstyle/table_keys.h"
 #include "pmp/pmp_keys.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "pia.h"
+#include <platen/pia.h>
 #include "tools/platen/findings.h"
 #include "tools/platen/recognise.h"
 

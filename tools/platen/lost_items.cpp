@@ -7,9 +7,9 @@
 #include <unordered_set>
 #include <utility>
 
+#include <platen/utcore.h>
 #include "plotcfg/document_keys.h"
 #include "pmp/pmp_keys.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include <platen/utcore.h>
 #include "tools/platen/command.h"
-#include "utcore.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <utility>
 
+#include <platen/utcore.h>
 #include "pia/body_writer.h"
-#include "tools/platen/losses.h"
+#include "tools/platen/files/losses.h"
+#include "tools/platen/files/output.h"
 #include "tools/platen/lost_items.h"
-#include "tools/platen/output.h"
 #include "tools/platen/recognise.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "pia.h"
-#include "plotcfg.h"
-#include "tools/platen/console.h"
+#include <platen/pia.h>
+#include <platen/plotcfg.h>
+#include "tools/platen/console/console.h"
 
 namespace platen {
 

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
-#include "tools/platen/columns.h"
-#include "utcore.h"
+#include <platen/utcore.h>
+#include "tools/platen/words/columns.h"
 
 namespace platen {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "papers.h"
-#include "plotcfg.h"
-#include "tools/platen/console.h"
+#include <platen/papers.h>
+#include <platen/plotcfg.h>
+#include "tools/platen/console/console.h"
 
 namespace platen {
 

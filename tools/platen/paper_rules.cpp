@@ -6,9 +6,9 @@
 #include <string_view>
 #include <utility>
 
-#include "oda.h"
+#include <platen/oda.h>
 #include "plotcfg/paper_units.h"
-#include "tools/platen/words.h"
+#include "tools/platen/words/words.h"
 
 namespace platen {
 namespace {

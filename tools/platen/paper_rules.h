@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "pia.h"
-#include "plotcfg.h"
-#include "pmp.h"
+#include <platen/pia.h>
+#include <platen/plotcfg.h>
+#include <platen/pmp.h>
 #include "tools/platen/findings.h"
 
 namespace platen {

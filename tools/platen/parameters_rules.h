@@ -1,8 +1,8 @@
 /// What plot model parameters may hold although it makes no sense.
 #pragma once
 
-#include "pia.h"
-#include "pmp.h"
+#include <platen/pia.h>
+#include <platen/pmp.h>
 #include "tools/platen/findings.h"
 
 namespace platen {

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <utility>
 
-#include "oda.h"
+#include <platen/oda.h>
+#include <platen/utcore.h>
 #include "plotstyle/table_keys.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

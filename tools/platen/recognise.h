@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "pia.h"
-#include "plotcfg.h"
-#include "plotstyle.h"
-#include "pmp.h"
+#include <platen/pia.h>
+#include <platen/plotcfg.h>
+#include <platen/plotstyle.h>
+#include <platen/pmp.h>
 
 namespace platen {
 

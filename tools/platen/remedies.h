@@ -1,7 +1,7 @@
 /// What to do about a finding, in terms of this command.
 #pragma once
 
-#include "pia.h"
+#include <platen/pia.h>
 
 namespace platen {
 

@@ -8,9 +8,9 @@
 #include <unordered_map>
 #include <utility>
 
+#include <platen/utcore.h>
 #include "plotstyle/table_keys.h"
 #include "tools/platen/recognise.h"
-#include "utcore.h"
 
 namespace platen {
 namespace {

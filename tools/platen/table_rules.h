@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "pia.h"
-#include "plotstyle.h"
+#include <platen/pia.h>
+#include <platen/plotstyle.h>
 #include "tools/platen/findings.h"
 
 namespace platen {

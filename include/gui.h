@@ -1,5 +1,0 @@
-#include "gui_images.h"
-#include "gui_look.h"
-#include "gui_os.h"
-#include "gui_text.h"
-#include "gui_windows.h"

@@ -1,0 +1,73 @@
+/// Editing the custom papers of a plot configuration.
+#pragma once
+
+#include <vector>
+
+#include <platen/oda.h>
+#include <platen/platen_api.h>
+#include <platen/plotcfg.h>
+
+class wxString;
+
+namespace wut {
+
+/// The model behind a dialog that edits the custom papers of one configuration: a list of its own,
+/// in which every length is seen in one unit whatever the unit of the paper. The operations are
+/// virtual so that a dialog can be tested on another model.
+///
+/// Millimetres and pixels count as one scale; an inch is 25.4 of both. Indexes are not checked.
+class PLATEN_API CustomPapers {
+public:
+    using Units = OdDbPlotSettings::PlotPaperUnits;
+
+    /// Borrows the configuration; the list is empty until `load`.
+    explicit CustomPapers(CPlotCfg3* config) : config_(config) {}
+    CustomPapers(const CustomPapers&) = default;
+    CustomPapers& operator=(const CustomPapers&) = default;
+    virtual ~CustomPapers();
+
+    /// Takes the configuration's papers: its own, then those of its PMP.
+    virtual void load();
+    /// Puts the list into the configuration.
+    virtual void save();
+    virtual unsigned size() const;
+    /// The name for people.
+    virtual wxString getName(unsigned index);
+    /// The global name stays.
+    virtual void setName(unsigned index, const wxString& name);
+    /// True when a paper has exactly this name, for people or globally.
+    virtual bool isDuplicateName(const wxString& name) const;
+    virtual double getWidth(unsigned index) const;
+    virtual double getHeight(unsigned index) const;
+    virtual double getTopMargin(unsigned index) const;
+    virtual double getBottomMargin(unsigned index) const;
+    virtual double getLeftMargin(unsigned index) const;
+    virtual double getRightMargin(unsigned index) const;
+    virtual void setSize(unsigned index, double width, double height);
+    /// Without units: in the default units.
+    virtual void setLeftMargin(unsigned index, double margin);
+    virtual void setLeftMargin(unsigned index, double margin, Units units);
+    virtual void setRightMargin(unsigned index, double margin);
+    virtual void setRightMargin(unsigned index, double margin, Units units);
+    virtual void setTopMargin(unsigned index, double margin);
+    virtual void setTopMargin(unsigned index, double margin, Units units);
+    virtual void setBottomMargin(unsigned index, double margin);
+    virtual void setBottomMargin(unsigned index, double margin, Units units);
+    /// Adds a paper without a size, in the default units, to be kept in the PMP.
+    virtual void append(const wxString& name);
+    virtual void remove(unsigned index);
+
+    Units getDefaultUnits() const { return defaultUnits_; }
+    void setDefaultUnits(Units units) { defaultUnits_ = units; }
+
+private:
+    /// In the default units.
+    double shown(unsigned index, double CustomPaperSize::*length) const;
+    void store(unsigned index, double CustomPaperSize::*length, double value, Units units);
+
+    Units defaultUnits_ = OdDbPlotSettings::kMillimeters;
+    CPlotCfg3* config_;
+    std::vector<CustomPaperSize> papers_;
+};
+
+}  // namespace wut

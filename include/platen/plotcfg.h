@@ -1,0 +1,473 @@
+/// Plot configurations (PC3): which device a layout is plotted to, on which paper, and how.
+/// Lengths are millimetres unless the units of a paper say otherwise.
+///
+/// What takes print data or a device context exists on Windows only, in the full library.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <platen/oda.h>
+#include <platen/platen_api.h>
+#include <platen/pmp.h>
+
+class CPlotCfg3;
+class PiaBlock;
+class PiaInput;
+class PiaReport;
+class wxDC;
+class wxPrinterDC;
+template <class Node>
+struct NodeCodec;
+
+namespace wut {
+class PrintData;
+struct PaperSizeInfo;
+}  // namespace wut
+
+/// One user-defined paper, as both a configuration and its PMP keep it. Lengths are in `units`.
+class PLATEN_API CustomPaperSize {
+public:
+    /// Where the paper is kept: 0 in the configuration, 1 in its PMP.
+    std::int32_t source = 0;
+    std::wstring globalName;
+    std::wstring localName;
+    /// An `OdDbPlotSettings::PlotPaperUnits`, or whatever number a file holds.
+    std::int32_t units = OdDbPlotSettings::kMillimeters;
+    double width = 0;
+    double height = 0;
+    double left = 0;
+    double bottom = 0;
+    double right = 0;
+    double top = 0;
+
+    /// False at the first key that is missing or unreadable; the fields before it are filled.
+    bool initFromPc3(const PiaBlock& block);
+    bool writeToPc3(PiaBlock& block) const;
+    /// Takes entry `index` of the PMP's papers, which must exist. The unit comes from the word that
+    /// begins its name.
+    void initFromPmp(const UdmNode& udm, std::size_t index);
+    /// Adds the paper to the PMP's papers: a size entry and the description entry that it names,
+    /// both with names of their own, in millimetres (pixels stay pixels). Makes `udm.media` when
+    /// there is none.
+    void writeToPmp(UdmNode& udm) const;
+
+    /// Lengths are equal within 1e-10, names exactly.
+    bool operator==(const CustomPaperSize& other) const;
+};
+
+/// The "media" block: paper, printable bounds, copies, destination, custom papers.
+class PLATEN_API CMediaNode {
+public:
+    class PLATEN_API CSizeNode {
+    public:
+        class PLATEN_API CMediaDescriptionNode {
+        public:
+            /// Width and height of the paper.
+            class PLATEN_API CMediaBoundsNode {
+            public:
+                double urx = 0;
+                double ury = 0;
+
+                bool init(const PiaBlock& block);
+                bool write(PiaBlock& block) const;
+            };
+
+            double printableBoundsLlx = 0;
+            double printableBoundsLly = 0;
+            double printableBoundsUrx = 0;
+            double printableBoundsUry = 0;
+            double printableArea = 0;
+            /// False for pixels.
+            bool dimensional = true;
+            CMediaBoundsNode mediaBounds;
+
+            bool init(const PiaBlock& block);
+            bool write(PiaBlock& block) const;
+        };
+
+        std::wstring name;
+        std::int32_t group = 0;
+        bool landscapeMode = false;
+        /// -1.0 for none, which is not written.
+        double longplotReduction = -1.0;
+        /// Percent; 100 is not written.
+        std::int32_t dmScale = 100;
+        CMediaDescriptionNode mediaDescription;
+
+        bool init(const PiaBlock& block);
+        bool write(PiaBlock& block) const;
+        /// Stores the name; true when it is the one that was there already.
+        bool setName(const wchar_t* newName);
+    };
+
+    class PLATEN_API CDestinationNode {
+    public:
+        std::wstring name;
+        std::int32_t collatingType = 0;
+        std::wstring collatingName;
+
+        bool init(const PiaBlock& block);
+        bool write(PiaBlock& block) const;
+        /// Type 1 "Regular" or 0 "None"; true when the type changed.
+        bool setCollating(bool on);
+    };
+
+    class PLATEN_API CustomPapersNode {
+    public:
+        std::vector<CustomPaperSize> papers;
+
+        /// Every child block yields a paper, however much of it could be read. Always true.
+        bool init(const PiaBlock& block);
+        bool write(PiaBlock& block) const;
+    };
+
+    std::int32_t selectionMethod = 2;
+    /// Read from "type" or, when that is missing, from "type_name"; written as "type".
+    std::wstring type;
+    std::int32_t dmOrientation = 1;
+    double actualPrintableBoundsLlx = 0;
+    double actualPrintableBoundsLly = 0;
+    double actualPrintableBoundsUrx = 0;
+    double actualPrintableBoundsUry = 0;
+    std::int32_t numberOfCopies = 1;
+    CSizeNode size;
+    std::optional<CDestinationNode> destination;
+    std::optional<CustomPapersNode> customPapers;
+
+    bool init(const PiaBlock& block);
+    bool write(PiaBlock& block) const;
+
+    /// True when a bound is below 0.0001 or the printable area below 1e-8.
+    bool emptyBounds() const;
+#ifdef _WIN32
+    /// Takes paper and printable bounds from a printer, the margins as symmetric; true when one
+    /// changed. False as well, with everything as it was, for null or a context that has no page.
+    bool setBounds(const wxPrinterDC* dc);
+#endif
+    /// Turns the paper by a quarter.
+    void swapBounds();
+    /// Fills size name, media bounds, printable bounds and area and the actual printable bounds
+    /// from a paper: millimetres, or pixels as they are (then the dimensional flag is false). The
+    /// printable bounds are the paper without its margins. The name is the global one of a custom
+    /// paper, the canonical one of a built-in paper. True when it changed.
+    bool applyPaper(const CustomPaperSize& paper);
+    bool applyPaper(const wut::PaperSizeInfo& paper);
+};
+
+/// The "io" block: where output goes.
+class PLATEN_API CIoNode {
+public:
+    std::int32_t type = 2;
+    std::wstring pathname;
+    bool allSysValid = false;
+    bool plotToFile = false;
+
+    bool init(const PiaBlock& block);
+    bool write(PiaBlock& block) const;
+};
+
+/// The "res_color_mem" block: colours and resolution of the device.
+class PLATEN_API CResColorMemNode {
+public:
+    /// Dots per inch.
+    class PLATEN_API CResolutionNode {
+    public:
+        std::wstring name;
+        double physResolutionX = 1;
+        double physResolutionY = 1;
+        double addrResolutionX = 1;
+        double addrResolutionY = 1;
+        double effectiveResolutionX = 1;
+        double effectiveResolutionY = 1;
+
+        bool init(const PiaBlock& block);
+        bool write(PiaBlock& block) const;
+        /// A square resolution. The effective resolutions stay as they are: callers may rely on it.
+        void set(long dpi);
+#ifdef _WIN32
+        /// Takes the resolution of print data; true when anything changed. A quality without dots
+        /// per inch needs the printer's context: without one everything stays as it was.
+        bool set(const wut::PrintData& data, const wxDC* dc);
+        /// Puts the resolution into print data.
+        void get(wut::PrintData& data) const;
+#endif
+    };
+
+    std::wstring name;
+    std::int32_t numColors = 256;
+    std::int32_t colorDepth = 8;
+    /// Negative for a scheme of grays.
+    std::int32_t numUnditheredColors = 256;
+    std::int32_t colorSystem = 0;
+    std::int32_t dmColor = 1;
+    std::int32_t icmMethod = 0;
+    std::int32_t icmIntent = 0;
+    std::int32_t ismMax = 6;
+    std::int32_t oleMax = 6;
+    std::int32_t hardSoft = 0;
+    std::int32_t preference = 50;
+    std::optional<bool> linesOverwrite;
+    std::optional<bool> colorMono;
+    CResolutionNode resolution;
+
+    bool init(const PiaBlock& block);
+    bool write(PiaBlock& block) const;
+};
+
+/// The "custom" block: named properties of drivers and built-in devices.
+class PLATEN_API CCustomNode {
+public:
+    /// Fails at a child block that is not a "name" and a value; the node is then as it was.
+    bool init(const PiaBlock& block);
+    bool write(PiaBlock& block) const;
+
+    /// The value of a name; false, with `value` as it was, when it is absent or does not convert.
+    bool get(bool& value, const wchar_t* name) const;
+    bool get(int& value, const wchar_t* name) const;
+    bool get(long& value, const wchar_t* name) const;
+    bool get(unsigned long& value, const wchar_t* name) const;
+    /// The nearest single-precision value: callers may rely on the narrowing.
+    bool get(double& value, const wchar_t* name) const;
+    bool getStr(std::wstring& value, const wchar_t* name) const;
+    /// The hexadecimal text.
+    bool getBin(std::wstring& value, const wchar_t* name) const;
+
+    /// Stores a value. A name that is absent is added only with `create`, otherwise false.
+    bool set(bool value, const wchar_t* name, bool create);
+    bool set(int value, const wchar_t* name, bool create);
+    bool set(long value, const wchar_t* name, bool create);
+    bool set(unsigned long value, const wchar_t* name, bool create);
+    bool set(double value, const wchar_t* name, bool create);
+    bool setStr(const std::wstring& value, const wchar_t* name, bool create);
+    bool setBin(const std::wstring& hexText, const wchar_t* name, bool create);
+
+    /// White when it is not stored.
+    OdCmColor getRasterBkgColor() const;
+    void setRasterBkgColor(const OdCmColor& color);
+    /// True when it is not stored.
+    bool getPdfOpenInViewer() const;
+    void setPdfOpenInViewer(bool open);
+
+    /// In the order of UTF-16 units, so that files come out the same on every system.
+    struct PLATEN_API NameOrder {
+        using is_transparent = void;
+        bool operator()(std::wstring_view left, std::wstring_view right) const;
+    };
+    using Texts = std::map<std::wstring, std::wstring, NameOrder>;
+    using Flags = std::map<std::wstring, bool, NameOrder>;
+
+    const Texts& strings() const { return strings_; }
+    const Texts& binaries() const { return binaries_; }
+    /// The texts as stored, whether they convert or not.
+    const Texts& numbers() const { return numbers_; }
+    const Flags& bools() const { return bools_; }
+
+private:
+    friend struct NodeCodec<CCustomNode>;
+
+    /// The entry of a number; an empty one is made with `create`, otherwise null.
+    std::wstring* findNum(const wchar_t* name, bool create);
+    bool setNum(std::wstring text, const wchar_t* name, bool create);
+
+    Texts strings_;
+    Texts binaries_;
+    Texts numbers_;
+    Flags bools_;
+};
+
+/// A file output that needs no printer.
+class PLATEN_API BuiltInPlotDevice {
+public:
+    enum Type : std::int32_t { Pdf = 0, Bmp = 1, Png = 2, Jpg = 3, Tif = 4 };
+
+    static constexpr const wchar_t* pdfName = L"Print As PDF";
+    static constexpr const wchar_t* bmpName = L"Print As BMP";
+    static constexpr const wchar_t* pngName = L"Print As PNG";
+    static constexpr const wchar_t* jpgName = L"Print As JPG";
+    static constexpr const wchar_t* tifName = L"Print As TIF";
+    /// For hosts that list "no device", too; it is the name of none.
+    static constexpr const wchar_t* noneName = L"None";
+
+    Type type = Pdf;
+    OdString name;
+    OdString extension;
+    /// In the language that the user had when the library was loaded.
+    OdString description;
+    /// Stored as the "canonical_model_name" of configurations.
+    OdString modelName;
+
+    /// The five devices in the order of `Type`. Made when the library is loaded, never changed.
+    static const std::vector<BuiltInPlotDevice> s_cBuiltInPlotDevices;
+    /// The entry of that name, ignoring case, or null. It lives as long as the library.
+    static const BuiltInPlotDevice* getByName(const OdString& name);
+    static const BuiltInPlotDevice* getByModelName(const OdString& modelName);
+};
+
+/// What documents need from the print system. Printing registers one when the library loads;
+/// without one there are no printers.
+class PLATEN_API PrinterSystem {
+public:
+    virtual ~PrinterSystem();
+
+    /// The default printer's name; empty when there is none.
+    virtual std::wstring defaultPrinter() const = 0;
+    /// True when the printer can be opened.
+    virtual bool hasPrinter(const std::wstring& name) const = 0;
+    /// Fills a fresh configuration for a printer that can be opened: description, custom
+    /// properties, paper and all that its print data say. The meta node names printer and driver
+    /// already. False when the settings cannot be taken.
+    virtual bool fillNew(CPlotCfg3& config, const std::wstring& printer) const = 0;
+    /// Takes the printer's own defaults; false when that fails. `changed` says whether a field got
+    /// another value.
+    virtual bool reset(CPlotCfg3& config, bool& changed) const = 0;
+    /// Moves the configuration to a printer of its driver when its own is gone; true when it did.
+    virtual bool resolveByDriver(CPlotCfg3& config) const = 0;
+};
+
+/// Registers the print system (borrowed; null for none) and returns the one before.
+PLATEN_API const PrinterSystem* registerPrinterSystem(const PrinterSystem* system);
+
+/// One plot configuration. Copies share nothing.
+class PLATEN_API CPlotCfg3 {
+public:
+    /// Largest paper sides of the built-in devices.
+    static constexpr double MAX_IMG_PAPER_DIM = 320000.0;
+    static constexpr double MAX_PDF_PAPER_DIM = 5080.0;
+
+    CPlotCfg3(const CPlotCfg3& other);
+    CPlotCfg3& operator=(const CPlotCfg3& other);
+    CPlotCfg3(CPlotCfg3&&) noexcept;
+    CPlotCfg3& operator=(CPlotCfg3&&) noexcept;
+    ~CPlotCfg3();
+
+    CMetaNode meta;
+    CMediaNode media;
+    CIoNode io;
+    CResColorMemNode resColorMem;
+    std::optional<CCustomNode> custom;
+
+    /// Reads a file; the caller owns the document. Null when it cannot be read, and `report`, when
+    /// given, says why. `printerChanged` says whether it was moved to another printer of its
+    /// driver.
+    static CPlotCfg3* read(const wchar_t* path, bool& printerChanged, PiaReport* report = nullptr);
+    /// The document in an open input as it stands: no default printer takes its place and no PMP is
+    /// read. Null when it cannot be read, which is noted in the input's report.
+    static std::unique_ptr<CPlotCfg3> fromInput(PiaInput& input, bool& printerChanged);
+    /// A configuration for a built-in device or an installed printer; the caller owns it. Null when
+    /// there is neither, which is logged.
+    static CPlotCfg3* create(const wchar_t* deviceName);
+    /// Writes the PMP, then the configuration. A PMP that cannot be written to its own path goes
+    /// into the folder "PMP" beside `path`, or beside `path`; its failure fails nothing. False for
+    /// a null path or a failed write.
+    bool write(const wchar_t* path, PiaReport* report = nullptr);
+    bool writeToBlock(PiaBlock& root) const;
+    /// Where `write` to `path` puts a PMP that has no file of its own yet: in the folder "PMP"
+    /// beside `path` when there is one, otherwise beside `path`; named as the PMP or, without a
+    /// name, as `path`. Empty without a PMP.
+    std::wstring placeForPmp(std::wstring_view path) const;
+    /// Takes the printer's own defaults; true when that changed anything.
+    bool setToDefault();
+
+    /// The attached PMP, or null.
+    PlotModelParam* pmp() { return pmp_.get(); }
+    const PlotModelParam* pmp() const { return pmp_.get(); }
+    /// Takes ownership; the meta node names it.
+    void attachPMP(PlotModelParam* pmp);
+    void detachPMP();
+
+    /// The built-in device that the configuration drives, or null for a printer.
+    const BuiltInPlotDevice* builtInDevice() const { return builtInDevice_; }
+    static bool isBuiltInPDF(const CPlotCfg3* config);
+    static bool isBuiltInImage(const CPlotCfg3* config);
+
+#ifdef _WIN32
+    /// Puts the settings into print data that were made for the configuration's printer, which must
+    /// be installed. `report`, when given, says why it failed and, as warnings, which stored
+    /// settings were not applied: the document keeps them all. On false `data` is as it was, unless
+    /// the report says `SettingsRefused`: then it has the settings, but the driver has not merged
+    /// them.
+    bool toPrintData(wut::PrintData& data, PiaReport* report = nullptr) const;
+    /// Takes the settings of print data for the configuration's printer, whose name, in any case,
+    /// is `printerName`. With `newConfig` properties that the document lacks are made. `changed`
+    /// says whether a field got another value. On false the fields up to the fault are those of the
+    /// print data, and `report` says what it was.
+    bool fromPrintData(wut::PrintData& data, const std::wstring& printerName, bool newConfig,
+                       bool& changed, PiaReport* report = nullptr);
+#endif
+
+    /// The colour schemes of an image device, translated, and the index of the current one. Empty
+    /// for others, and `current` stays.
+    OdArray<OdString> getAvailableColorSchemes(int& current) const;
+    void setColorScheme(int index, bool color);
+
+    /// The configuration's own papers, then those of its PMP.
+    void getCustomPaperSizes(std::vector<CustomPaperSize>& papers) const;
+    /// Replaces them; a paper goes where its source says. A PMP is attached when one is needed.
+    void setCustomPaperSizes(const std::vector<CustomPaperSize>& papers);
+    /// Chooses a paper: the custom papers come first, then those of the PDF or image devices.
+    /// `changed` is set when the size name changed, and stays otherwise.
+    void setPaperSize(std::size_t index, bool pdf, bool& changed);
+    /// Largest paper sides: of the PMP or of the built-in device; 0 by 0 for a printer.
+    void getMaxPaperDimensions(double& width, double& height) const;
+
+private:
+    CPlotCfg3();
+
+    bool init(PiaInput& input, bool& printerChanged);
+    static std::unique_ptr<CPlotCfg3> createForBuiltInDevice(const wchar_t* name);
+    static std::unique_ptr<CPlotCfg3> createForPrinter(const std::wstring& printer);
+    /// Notes the reason of a null in `report`.
+    static std::unique_ptr<CPlotCfg3> createForDefaultPrinter(PiaReport& report);
+    /// Looks for the PMP that the meta node names, in the folder of `path` among others.
+    void readPmp(const wchar_t* path, PiaReport& report);
+    /// Writes the PMP to its own path or near `path`, and has the meta node name it.
+    bool writePmp(std::wstring_view path);
+    void checkIfBuiltInDevice();
+    bool resolvePrinterByDriver();
+    void initMaxPaperDimensions();
+
+    std::unique_ptr<PlotModelParam> pmp_;
+    /// In the static table.
+    const BuiltInPlotDevice* builtInDevice_ = nullptr;
+    std::uint32_t devModeFields_ = 0;
+    std::uint32_t ditherType_ = 1;
+    std::int16_t duplex_ = 1;
+    /// True when the document was read from a version-2 file or created.
+    bool oldFormatInput_ = true;
+};
+
+namespace wut {
+
+/// The PDF export settings that a configuration stores.
+class PLATEN_API ExportPdfOptions {
+public:
+    bool openInViewer = true;
+    bool embedTrueType = true;
+    bool exportHyperlinks = true;
+    bool createBookmarks = true;
+    bool imageAntiAlias = true;
+    std::int32_t imageCompression = 0;
+    /// Dots per inch.
+    std::int32_t imageDpi = 300;
+    std::int32_t pdfA = 0;
+    std::int32_t layersSetting = 1;
+    bool linesMerge = false;
+    bool trueTypeAsGeometry = false;
+    /// Dots per inch.
+    std::int32_t resolution = 2400;
+
+    ExportPdfOptions() = default;
+    explicit ExportPdfOptions(const CPlotCfg3& config);
+
+    void readFromPc3(const CPlotCfg3& config);
+    void writeToPc3(CPlotCfg3& config) const;
+};
+
+}  // namespace wut

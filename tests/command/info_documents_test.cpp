@@ -1,0 +1,243 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "tests/command/support.h"
+#include "tests/support/configurations.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+const std::string pmpKey = "user_defined_model_pathname=\"";
+
+/// Every optional key, and no PMP that would be missed.
+std::string withoutPmp() {
+    return edited(fullConfiguration, pmpKey + "C:\\Plotters\\PMP Files\\no such.pmp", pmpKey);
+}
+
+class CommandInfoDocuments : public CommandTest {
+protected:
+    void putConfig(const std::string& body) { writeFile("a.pc3", body, PiaKind::Pc3); }
+    Json document(const char* file) {
+        return Json::parse(run({"info", "--json", file}).out)["document"];
+    }
+};
+
+/// The text of each item in the body is what the JSON document has at the item's path.
+void expectItems(const std::string& body, const Json& document) {
+    for (const BodyItem& item : itemsOf(body)) {
+        if (item.path.starts_with("custom/")) {
+            continue;
+        }
+        std::string value = body.substr(item.begin, item.end - item.begin - 1);
+        value.erase(0, value.find('=') + 1);
+        const Json& shown = document.at(Json::json_pointer("/" + item.path));
+        if (value.front() == '"') {
+            EXPECT_EQ(shown, value.substr(1)) << item.path;
+        } else if (value == "TRUE" || value == "FALSE") {
+            EXPECT_EQ(shown, value == "TRUE") << item.path;
+        } else {
+            EXPECT_EQ(shown, std::stod(value)) << item.path;
+        }
+    }
+}
+
+TEST_F(CommandInfoDocuments, EveryKeyIsShownAndNoFileChanges) {
+    const struct {
+        std::string body;
+        const char* kind;
+        std::vector<std::string> blocks;
+    } cases[] = {
+        {withoutPmp(), "pc3", {"meta", "media", "io", "res_color_mem", "custom"}},
+        {bareConfiguration, "pc3", {"meta", "media", "io", "res_color_mem", "custom"}},
+        {fullParameters, "pmp", {"meta", "mod", "udm", "hidden"}},
+        {bareParameters, "pmp", {"meta", "mod", "udm", "hidden"}},
+    };
+    for (const auto& [body, kind, blocks] : cases) {
+        writeFile("file", body, PiaKind::Pc3);
+        const std::string before = read("file");
+        const CommandResult result = run({"info", "--json", "@file"});
+        EXPECT_EQ(result.code, 0) << result.err;
+        EXPECT_THAT(result.err, IsEmpty());
+        const Json json = Json::parse(result.out);
+        EXPECT_EQ(json["kind"], kind);
+        EXPECT_EQ(json["container"]["header"], "PC3");
+        std::vector<std::string> keys;
+        for (const auto& member : json["document"].items()) {
+            keys.push_back(member.key());
+        }
+        std::vector<std::string> expected = blocks;
+        if (json["kind"] == "pc3") {
+            expected.insert(expected.end(), {"built_in_device", "pmp"});
+        }
+        EXPECT_EQ(keys, expected);
+        expectItems(body, json["document"]);
+        EXPECT_EQ(run({"info", "@file"}).code, 0);
+        EXPECT_EQ(read("file"), before);
+    }
+    EXPECT_THAT(names(), ElementsAre("file"));
+}
+
+TEST_F(CommandInfoDocuments, CustomPropertiesAreSortedByType) {
+    putConfig(withoutPmp());
+    EXPECT_EQ(document("@a.pc3")["custom"],
+              Json::parse(R"({"numbers":{"Odd":"12abc","dmSize":"220"},
+                              "binaries":{"RawPrivateDeviceData":"00FFaB"},
+                              "strings":{"Note":"text","dmSize":"a text, too"},
+                              "bools":{"PdfExport":false}})"));
+    EXPECT_TRUE(document("@a.pc3")["built_in_device"].is_null());
+    putConfig(edited(withoutPmp(), "canonical_model_name=\"Model", "canonical_model_name=\"JFIF"));
+    EXPECT_EQ(document("@a.pc3")["built_in_device"], "Print As JPG");
+    putConfig(bareConfiguration);
+    EXPECT_TRUE(document("@a.pc3")["custom"].is_null());
+}
+
+TEST_F(CommandInfoDocuments, ThePmpIsLookedFor) {
+    const std::string body = edited(bareConfiguration, pmpKey, pmpKey + "D:\\Plotters\\papers.pmp");
+    putConfig(body);
+    const CommandResult missing = run({"info", "@a.pc3"});
+    EXPECT_EQ(missing.code, 3);
+    EXPECT_THAT(missing.out, HasSubstr("D:\\Plotters\\papers.pmp, not found"));
+    EXPECT_THAT(missing.err, HasSubstr(path("PMP")));
+    EXPECT_TRUE(document("@a.pc3")["pmp"].is_null());
+
+    std::filesystem::create_directory(path("PMP"));
+    writeFile("PMP/papers.pmp", fullParameters, PiaKind::Pc3);
+    const CommandResult found = run({"info", "@a.pc3"});
+    EXPECT_EQ(found.code, 0) << found.err;
+    EXPECT_THAT(found.out, HasSubstr("papers.pmp\n"));
+    EXPECT_THAT(found.out, HasSubstr("custom papers  1\n    Long (\"UserDefinedMetric"));
+    const Json json = document("@a.pc3");
+    EXPECT_TRUE(
+        std::filesystem::equivalent(json["pmp"].get<std::string>(), path("PMP/papers.pmp")));
+    EXPECT_EQ(json["meta"]["user_defined_model_pathname"], "D:\\Plotters\\papers.pmp");
+
+    writeFile("PMP/papers.pmp", edited(fullParameters, "hidden{\n media{", "hidden{\n x{"),
+              PiaKind::Pc3);
+    EXPECT_THAT(run({"info", "@a.pc3"}).err, HasSubstr("at \"hidden\""));
+    writeFile("PMP/papers.pmp", edited(fullParameters, "udm{", "udn{"), PiaKind::Pc3);
+    const CommandResult broken = run({"info", "@a.pc3"});
+    EXPECT_EQ(broken.code, 3);
+    EXPECT_THAT(broken.out, HasSubstr("papers.pmp, cannot be read"));
+    EXPECT_THAT(broken.err, HasSubstr("at \"udm\""));
+    EXPECT_EQ(document("@a.pc3")["pmp"], Json());
+}
+
+TEST_F(CommandInfoDocuments, PeopleReadTheSettings) {
+    const std::string pdf =
+        edited(withoutPmp(), "canonical_model_name=\"Model", "canonical_model_name=\"pdf");
+    const struct {
+        std::string body;
+        std::vector<std::string> lines;
+    } cases[] = {
+        {withoutPmp(),
+         {"  device         printer \"\\\\server\\plotter\"\n", "hpgl.hdi, version 6.1, Driver\n",
+          "210 x 297 pixels, landscape, scaled to 50 %\n", "5, 6 to 205, 291 pixels\n",
+          "  copies         3, collated\n", "600 x 300 dots per inch, named 600x300_Best\n",
+          "  output         to a file, LPT1\n", "  PMP            none\n",
+          "Rolle (\"Roll\"): 36 x 100 in, margins left 0.1, bottom 0.2, right 0.3, top 0.4\n",
+          "RawPrivateDeviceData: 3 bytes\n"}},
+        {edited(pdf, "\"ISO_A4_(210.00_x_297.00_MM)", "\"ANSI_A"),
+         {"  device         Print As PDF, built in\n", "papers up to 5080 x 5080 mm\n",
+          "ANSI_A, 210 x 297 pixels"}},
+        {edited(edited(edited(pdf, "\"ISO_A4_(210.00_x_297.00_MM)", "\"ANSI_A"),
+                       "dimensional=FALSE", "dimensional=TRUE"),
+                "    urx=210.000000\n    ury=297", "    urx=215.9\n    ury=279.4"),
+         {"ANSI_A, 8.5 x 11 in (215.9 x 279.4 mm), landscape"}},
+        {edited(withoutPmp(), "system_cfg=FALSE", "system_cfg=TRUE"),
+         {"programs take the default printer instead"}},
+        {fullParameters,
+         {"papers up to 900 x 5000.5 mm\n", "  calibration    x 1.001, y 0.999\n",
+          "  user papers    1\n    Long (\"UserDefinedMetric (100.00 x 200.00MM)\"): 100 x 200 "}},
+        {edited(fullParameters, "  max_roll_height=100.000000\n", ""), {"no limit\n"}},
+        {bareParameters, {"papers of any size\n", "  user papers    none\n"}},
+    };
+    for (const auto& [body, lines] : cases) {
+        putConfig(body);
+        const CommandResult result = run({"info", "@a.pc3"});
+        for (const std::string& line : lines) {
+            EXPECT_THAT(result.out, HasSubstr(line));
+        }
+    }
+}
+
+TEST_F(CommandInfoDocuments, LongListsAreCutForPeopleOnly) {
+    std::string papers;
+    for (int number = 0; number < 150; ++number) {
+        papers += "  " + std::to_string(number) + "{\n   global_name=\"G" + std::to_string(number) +
+                  "\n   local_name=\"\n   units=1\n   width=1\n   height=1\n   left=0\n"
+                  "   bottom=0\n   right=0\n   top=0\n  }\n";
+    }
+    putConfig(edited(bareConfiguration, "}\nio{", " custom_papers{\n" + papers + " }\n}\nio{"));
+    const std::string out = run({"info", "@a.pc3"}).out;
+    EXPECT_THAT(out, HasSubstr("custom papers  150\n"));
+    EXPECT_THAT(out, HasSubstr("G99: 1 x 1 mm, no margins\n    and 50 more"));
+    EXPECT_EQ(document("@a.pc3")["media"]["custom_papers"].size(), 150U);
+}
+
+TEST_F(CommandInfoDocuments, ItemsThatTheDocumentDropsAreWarnedOf) {
+    const struct {
+        const char* from;
+        const char* to;
+        /// Empty when nothing is lost.
+        const char* path;
+    } cases[] = {
+        {"io{\n", "io{\n speed=3\n", "io/speed "},
+        {"io{\n", "extra{\n a=1\n}\nio{\n", "extra "},
+        {" pathname=\"LPT1", " pathname=\"LPT1\n pathname=3", "io/pathname "},
+        {" color_mono=TRUE", " color_mono=1", "res_color_mem/color_mono "},
+        {" hard_soft=2", " hard_soft=two", "res_color_mem/hard_soft does not convert"},
+        {"   units=0", "   units=0\n   shape=1", "media/custom_papers/0/shape "},
+        {"custom_papers{\n", "custom_papers{\n  n=1\n", "media/custom_papers/n "},
+        {" 0{\n  name=\"Odd", " n=1\n 0{\n  name=\"Odd", "custom/n "},
+        {"name=\"Note", "name=\"RawPrivateDeviceData", ""},
+        {"name=\"Odd", "name=\"dmSize", "custom/0 "},
+        // The same document in another spelling.
+        {"icm_method=2", "icm_method=0", ""},
+        {"dm_scale=50", "dm_scale=100", ""},
+        {" type=\"roll", " type_name=\"roll", ""},
+        {" type=\"roll", " type=\"roll\n type_name=\"r", "media/type_name "},
+        {"custom_papers{\n  0{", "custom_papers{\n  first{", ""},
+        {" 0{\n  name=\"Odd", " numbers{\n  name=\"Odd", ""},
+        {"name=\"Note\n  value=", "NAME=\"Note\n  text=", ""},
+    };
+    for (const auto& [from, to, path] : cases) {
+        SCOPED_TRACE(to);
+        putConfig(edited(withoutPmp(), from, to));
+        const CommandResult result = run({"info", "@a.pc3"});
+        const bool lost = *path != '\0';
+        EXPECT_EQ(result.code, lost ? 3 : 0);
+        if (lost) {
+            EXPECT_THAT(result.err, HasSubstr(std::string("warning: ") + path));
+            EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+        } else {
+            EXPECT_THAT(result.err, IsEmpty());
+        }
+    }
+    // What the reader has spoken of is not named twice.
+    putConfig(edited(withoutPmp(), "  collating_type=1\n", ""));
+    const CommandResult dropped = run({"info", "@a.pc3"});
+    EXPECT_THAT(dropped.err, HasSubstr("media/destination"));
+    EXPECT_THAT(dropped.err, Not(HasSubstr("no part of the document")));
+}
+
+TEST_F(CommandInfoDocuments, ManyLostItemsAreCounted) {
+    std::string items;
+    for (int number = 0; number < 2000; ++number) {
+        items += "n" + std::to_string(number) + "=1\n";
+    }
+    putConfig(items + bareConfiguration);
+    const std::string err = run({"info", "@a.pc3"}).err;
+    EXPECT_THAT(err, HasSubstr("n19 is no part"));
+    EXPECT_THAT(err, Not(HasSubstr("n20 is no part")));
+    EXPECT_THAT(err, HasSubstr("980 more such items"));
+}
+
+}  // namespace

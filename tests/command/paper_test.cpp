@@ -1,0 +1,246 @@
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include <platen/plotcfg.h>
+#include "tests/command/support.h"
+#include "tests/support/configurations.h"
+
+using testing::AllOf;
+using testing::DoubleNear;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pointwise;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+class CommandPaperTest : public CommandTest {
+protected:
+    CommandPaperTest() { prepare({"create", "pc3", "--device", "Print As PDF", "-o", "@a.pc3"}); }
+
+    CommandResult paper(const Arguments& arguments) const {
+        return run(joined({"paper"}, arguments));
+    }
+
+    std::vector<CustomPaperSize> papersOf(std::string_view file) const {
+        bool printerChanged = false;
+        const std::unique_ptr<CPlotCfg3> config(
+            CPlotCfg3::read(ut::decodePath(path(file)).c_str(), printerChanged));
+        std::vector<CustomPaperSize> papers;
+        config->getCustomPaperSizes(papers);
+        return papers;
+    }
+
+    /// Every file and its bytes.
+    std::vector<std::string> everything() const {
+        std::vector<std::string> all;
+        for (const std::string& name : names()) {
+            all.push_back(name + ' ' + read(name));
+        }
+        return all;
+    }
+};
+
+TEST_F(CommandPaperTest, PapersAreAddedAndChanged) {
+    const CommandResult added =
+        paper({"add", "@a.pc3", "--name", "Long roll", "--size", "914x5000", "--units", "mm"});
+    EXPECT_EQ(added.code, 0) << added.err;
+    EXPECT_THAT(added.out, AllOf(HasSubstr("a.pmp, 1 custom paper\n"), HasSubstr("a.pc3, which"),
+                                 HasSubstr("added \"Long roll\": 914.00 x 5000.00 mm\n")));
+    const std::string config = read("a.pc3");
+    prepare({"paper", "add", "@a.pc3", "--name", "Card", "--size", "3.5X2", "--units", "in",
+             "--margins", "0.1,0.2,0.3,0.4"});
+    prepare({"paper", "rename", "@a.pc3", "--name", "long ROLL", "--to", "Roll 914"});
+    prepare({"paper", "resize", "@a.pmp", "--name", "Roll 914", "--size", "36x100", "--units", "in",
+             "--margins", "0,1,0,2"});
+    prepare({"paper", "resize", "@a.pc3", "--name", "card", "--size", "4x2.5"});
+    // The configuration names its parameters already: it is left alone.
+    EXPECT_EQ(read("a.pc3"), config);
+    const std::vector<CustomPaperSize> papers = papersOf("a.pc3");
+    ASSERT_EQ(papers.size(), 2U);
+    const auto lengths = [](const CustomPaperSize& paper) {
+        return std::vector<double>{paper.width,  paper.height, paper.left,
+                                   paper.bottom, paper.right,  paper.top};
+    };
+    EXPECT_EQ(papers[0].localName, L"Roll 914");
+    EXPECT_EQ(papers[0].units, OdDbPlotSettings::kMillimeters);
+    EXPECT_THAT(lengths(papers[0]),
+                Pointwise(DoubleNear(1e-10), std::vector{914.4, 2540.0, 0.0, 25.4, 0.0, 50.8}));
+    EXPECT_EQ(papers[1].localName, L"Card");
+    EXPECT_EQ(papers[1].units, OdDbPlotSettings::kInches);
+    EXPECT_THAT(lengths(papers[1]),
+                Pointwise(DoubleNear(1e-10), std::vector{4.0, 2.5, 0.1, 0.2, 0.3, 0.4}));
+    EXPECT_TRUE(papers[0].source == 1 && papers[1].source == 1);
+    prepare({"paper", "remove", "@a.pc3", "--name", "Roll 914"});
+    EXPECT_EQ(papersOf("a.pc3").size(), 1U);
+    EXPECT_THAT(paper({"rename", "@a.pc3", "--name", "Card", "--to", "Card"}).out,
+                HasSubstr("nothing changed"));
+}
+
+TEST_F(CommandPaperTest, ParametersGoIntoTheirFolder) {
+    std::filesystem::create_directory(path("PMP"));
+    prepare({"create", "pc3", "--device", "Print As PNG", "-o", "@b.pc3"});
+    prepare({"paper", "add", "@b.pc3", "--name", "Square", "--size", "100x100"});
+    EXPECT_THAT(names(), UnorderedElementsAre("a.pc3", "b.pc3", "PMP"));
+    EXPECT_EQ(run({"papers", "@PMP/b.pmp"}).code, 0);
+    const std::vector<CustomPaperSize> papers = papersOf("b.pc3");
+    ASSERT_EQ(papers.size(), 1U);
+    EXPECT_EQ(papers[0].units, OdDbPlotSettings::kPixels);
+    // The folder is found again when both have moved.
+    std::filesystem::create_directory(path("moved"));
+    std::filesystem::rename(path("b.pc3"), path("moved/b.pc3"));
+    std::filesystem::rename(path("PMP"), path("moved/PMP"));
+    EXPECT_EQ(papersOf("moved/b.pc3").size(), 1U);
+}
+
+TEST_F(CommandPaperTest, TheCurrentPaperFollows) {
+    prepare({"paper", "add", "@a.pc3", "--name", "Roll", "--size", "914x5000"});
+    prepare({"set", "@a.pc3", "--in-place",
+             "media/size/name=" + ut::encodeUtf8(papersOf("a.pc3")[0].globalName)});
+    prepare({"paper", "resize", "@a.pc3", "--name", "Roll", "--size", "900x700", "--margins",
+             "1,2,3,4"});
+    EXPECT_EQ(run({"get", "@a.pc3", "media/size/media_description/media_bounds/urx",
+                   "media/actual_printable_bounds_ury"})
+                  .out,
+              "900.000000\n696.000000\n");
+    const CommandResult removed = paper({"remove", "@a.pc3", "--name", "Roll"});
+    EXPECT_EQ(removed.code, 3);
+    EXPECT_THAT(removed.err, HasSubstr("still set to this paper"));
+}
+
+TEST_F(CommandPaperTest, OwnPapersStayInTheConfiguration) {
+    const std::string own =
+        " custom_papers{\n  0{\n   global_name=\"G\n   local_name=\"Own\n   units=1\n   width=10\n "
+        "  height=20\n   left=0\n   bottom=0\n   right=0\n   top=0\n  }\n }\n";
+    const std::string body = edited(run({"get", "@a.pc3"}).out, "}\nio{", own + "}\nio{");
+    writeFile("a.pc3", body, PiaKind::Pc3);
+    prepare({"paper", "rename", "@a.pc3", "--name", "G", "--to", "Mine"});
+    EXPECT_THAT(names(), ElementsAre("a.pc3"));
+    EXPECT_EQ(papersOf("a.pc3")[0].localName, L"Mine");
+    prepare({"paper", "remove", "@a.pc3", "--name", "mine"});
+    EXPECT_THAT(papersOf("a.pc3"), IsEmpty());
+}
+
+TEST_F(CommandPaperTest, WhatRewritingLosesIsListed) {
+    prepare({"paper", "add", "@a.pc3", "--name", "Roll", "--size", "914x5000"});
+    prepare({"set", "@a.pmp", "udm/extra:num=7", "--in-place"});
+    prepare({"set", "@a.pc3", "vendor:block", "--in-place"});
+    CommandResult result = paper({"add", "@a.pc3", "--name", "Card", "--size", "85x55"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("a.pmp: warning: "), HasSubstr("udm/extra"),
+                                  Not(HasSubstr("vendor")), Not(HasSubstr("size"))));
+    EXPECT_EQ(run({"get", "@a.pc3", "vendor"}).code, 0);
+    prepare({"paper", "remove", "@a.pc3", "--name", "Card"});
+    prepare({"set", "@a.pmp", "udm/media/size/0/media_group=5", "--in-place"});
+    result = paper({"add", "@a.pc3", "--name", "Card", "--size", "85x55"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_THAT(result.err, HasSubstr("orientation: \"Roll\""));
+    // A JSON body comes back as a compressed one.
+    EXPECT_NE(run({"convert", "@a.pmp", "-o", "@b.pmp", "--to", "json"}).code, 2);
+    result = paper({"remove", "@b.pmp", "--name", "Card"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_THAT(result.err, HasSubstr("version-3"));
+    EXPECT_THAT(run({"papers", "@b.pmp"}).out, Not(HasSubstr("Card")));
+}
+
+TEST_F(CommandPaperTest, DamagedListsCanBeMended) {
+    prepare({"paper", "add", "@a.pc3", "--name", "One", "--size", "100x200"});
+    prepare({"paper", "add", "@a.pc3", "--name", "Two", "--size", "300x400"});
+    // An entry without its description has no size; a name may hold anything.
+    prepare({"set", "@a.pmp", "udm/media/size/0/media_description_name=gone",
+             "udm/media/size/1/localized_name=\x1B[2J", "--in-place"});
+    EXPECT_THAT(run({"papers", "@a.pmp"}).out, AllOf(HasSubstr("\nOne      0.00 x 0.00 "),
+                                                     HasSubstr("\n\\x1B[2J  300.00 x 400.00")));
+    prepare({"paper", "resize", "@a.pmp", "--name", "One", "--size", "11x12"});
+    prepare({"paper", "rename", "@a.pmp", "--name", "\x1B[2J", "--to", "Two"});
+    const std::vector<CustomPaperSize> papers = papersOf("a.pc3");
+    ASSERT_EQ(papers.size(), 2U);
+    EXPECT_EQ(papers[0].width, 11);
+    EXPECT_EQ(papers[1].localName, L"Two");
+    EXPECT_EQ(papers[1].height, 400);
+    // Entries that break off are kept as far as they go, with a warning.
+    prepare({"set", "@a.pmp", "--delete", "udm/media/size/1/media_group", "--in-place"});
+    const CommandResult result = paper({"remove", "@a.pmp", "--name", "One"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_THAT(result.err, HasSubstr("udm/media/size/1"));
+    EXPECT_EQ(papersOf("a.pc3").size(), 1U);
+}
+
+TEST_F(CommandPaperTest, LimitsAreThoseOfTheParameters) {
+    prepare({"paper", "add", "@a.pc3", "--name", "One", "--size", "100x200"});
+    prepare({"set", "@a.pmp", "mod/media/size_max_x=914.4", "--in-place"});
+    EXPECT_EQ(paper({"add", "@a.pc3", "--name", "N", "--size", "915x5000"}).code, 2);
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "915x5000"}).code, 2);
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "914x5081"}).code, 2);
+    // Parameters of a printer have the limits that they state, and no paper is endless.
+    prepare({"set", "@a.pmp", "meta/canonical_model_name=printer", "--in-place"});
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "915x50000"}).code, 2);
+    EXPECT_EQ(paper({"add", "@a.pmp", "--name", "N", "--size", "914x1000001"}).code, 2);
+    prepare({"paper", "add", "@a.pmp", "--name", "N", "--size", "914x50000"});
+}
+
+TEST_F(CommandPaperTest, RefusalsChangeNoFile) {
+    prepare(
+        {"paper", "add", "@a.pc3", "--name", "Roll", "--size", "914x5000", "--margins", "1,1,1,1"});
+    prepare({"paper", "add", "@a.pc3", "--name", "ROLL", "--size", "914x4000"});
+    prepare({"create", "pc3", "--device", "Print As PNG", "-o", "@image.pc3"});
+    write("image.pmp", "somebody else's");
+    prepare({"create", "stb", "-o", "@a.stb"});
+    prepare({"set", "@image.pc3", "meta/user_defined_model_pathname=gone.pmp", "-o", "@gone.pc3"});
+    writeFile("default.pc3",
+              edited(bareConfiguration, "meta{\n", "meta{\n default_system_cfg=TRUE\n"),
+              PiaKind::Pc3);
+    const struct {
+        std::vector<std::string> arguments;
+        const char* message;
+    } cases[] = {
+        {{"add", "@a.pc3", "--name", "Roll", "--size", "1x1"}, "already"},
+        {{"add", "@a.pc3", "--name", "UserDefinedMetric (914.00 x 5000.00MM)", "--size", "1x1"},
+         "already"},
+        {{"add", "@a.pc3", "--name", "", "--size", "1x1"}, "name"},
+        {{"add", "@a.pc3", "--name", "two\nlines", "--size", "1x1"}, "one line"},
+        {{"add", "@a.pc3", "--name", "\xE7\xBB\x98", "--size", "1x1"}, "characters"},
+        {{"add", "@a.pc3", "--name", std::string(401, 'x'), "--size", "1x1"}, "400"},
+        {{"add", "@a.pc3", "--name", "\xFF", "--size", "1x1"}, "UTF-8"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "0x1"}, "the width is not positive"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "1x-1"}, "the height is not positive"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "5080x5080.1"}, "5080.00"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "201x1", "--units", "in"}, "5080.00"},
+        {{"add", "@image.pc3", "--name", "N", "--size", "320001x1"}, "320000.00"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "1e400x1"}, "no size"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "1,5x1"}, "no size"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "1"}, "no size"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "1x1x1"}, "no size"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "9x9", "--margins", "1,1,1"}, "no margins"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "9x9", "--margins", "1,1,1,1,"}, "no margins"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "9x9", "--margins", "5,0,4,0"}, "width"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "9x9", "--margins", "0,5,0,4"}, "height"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "9x9", "--margins", "0,-5,0,4"}, "negative"},
+        {{"resize", "@a.pc3", "--name", "Roll", "--size", "2x5"}, "width"},
+        {{"resize", "@a.pc3", "--name", "Rol", "--size", "2x5"}, "did you mean \"Roll\""},
+        {{"resize", "@a.pc3", "--name", "roll", "--size", "2x5"}, "several papers"},
+        {{"remove", "@a.pc3", "--name", "Folio"}, "there are \"Roll\", \"ROLL\""},
+        {{"remove", "@image.pc3", "--name", "Folio"}, "there are none"},
+        {{"rename", "@a.pc3", "--name", "Roll", "--to", "ROLL"}, "already"},
+        {{"rename", "@a.pc3", "--name", "Roll", "--to", ""}, "name"},
+        {{"add", "@image.pc3", "--name", "N", "--size", "9x9"}, "image.pmp"},
+        {{"add", "@gone.pc3", "--name", "N", "--size", "9x9"}, "gone.pmp"},
+        {{"add", "@default.pc3", "--name", "N", "--size", "9x9"}, "default printer"},
+        {{"add", "@a.stb", "--name", "N", "--size", "9x9"}, "named plot style table"},
+        {{"add", "@missing", "--name", "N", "--size", "9x9"}, "missing"},
+        {{"add", "@a.pc3", "--size", "9x9"}, "--name"},
+        {{"add", "@a.pc3", "--name", "N"}, "--size"},
+        {{"add", "@a.pc3", "--name", "N", "--size", "9x9", "--units", "cm"}, "--units"},
+        {{}, "platen paper --help"},
+    };
+    const std::vector<std::string> before = everything();
+    for (const auto& [arguments, message] : cases) {
+        expectRefused(joined({"paper"}, arguments), message);
+    }
+    EXPECT_EQ(everything(), before);
+}
+
+}  // namespace

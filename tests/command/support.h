@@ -1,0 +1,96 @@
+/// A folder of files for one test, and the command run on them within the test's process.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <platen/pia.h>
+#include <platen/utcore.h>
+#include "tests/support/files.h"
+#include "tools/platen/command.h"
+
+struct CommandResult {
+    int code = 0;
+    std::string out;
+    std::string err;
+};
+
+/// Arguments that begin with "@" name files of the folder.
+class CommandTest : public testing::Test {
+protected:
+    using Arguments = std::vector<std::string>;
+
+    std::string path(std::string_view name) const { return folder_.path(name).string(); }
+
+    static Arguments joined(Arguments first, const Arguments& more) {
+        first.insert(first.end(), more.begin(), more.end());
+        return first;
+    }
+
+    CommandResult run(Arguments arguments, bool terminal = false) const {
+        for (std::string& argument : arguments) {
+            if (argument.starts_with('@')) {
+                argument = path(argument.substr(1));
+            }
+        }
+        std::ostringstream out;
+        std::ostringstream err;
+        const int code = platen::run(arguments, out, err, terminal);
+        return {code, out.str(), err.str()};
+    }
+
+    /// Runs what the test needs beforehand.
+    void prepare(const Arguments& arguments) const {
+        const CommandResult result = run(arguments);
+        ASSERT_EQ(result.code, 0) << result.err;
+    }
+
+    /// Nothing but an error, in whose words `part` stands.
+    void expectRefused(const Arguments& arguments, const std::string& part) const {
+        const CommandResult result = run(arguments);
+        EXPECT_EQ(result.code, 2) << testing::PrintToString(arguments);
+        EXPECT_EQ(result.out, "") << testing::PrintToString(arguments);
+        EXPECT_THAT(result.err, testing::HasSubstr(part)) << testing::PrintToString(arguments);
+    }
+
+    std::string read(std::string_view name) const { return readBytes(folder_.path(name)); }
+    void write(std::string_view name, std::string_view bytes) const {
+        writeBytes(folder_.path(name), bytes);
+    }
+    std::vector<std::string> names() const { return folder_.files(); }
+
+    /// The body of a table that the command makes.
+    std::string createdBody(const std::string& kind) const {
+        prepare({"create", kind, "-o", "@created"});
+        const std::string body = run({"get", "@created"}).out;
+        std::filesystem::remove(path("created"));
+        return body;
+    }
+
+    /// Puts body text into a compressed file, past every check of the command.
+    void writeFile(std::string_view name, std::string_view body, PiaKind kind) const {
+        PiaInput input;
+        ASSERT_TRUE(input.openBody(body)) << input.report().failure()->describe();
+        PiaFileOut writer;
+        writer.setKind(kind);
+        ut::ByteBuffer bytes;
+        ASSERT_TRUE(writer.encode(*input.root(), bytes));
+        write(name, bytes.view());
+    }
+
+private:
+    TemporaryFolder folder_;
+};
+
+/// `text` with the first `from` replaced by `to`; `from` must be there.
+inline std::string replaced(std::string text, std::string_view from, std::string_view to) {
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}

@@ -1,0 +1,41 @@
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <ostream>
+#include <set>
+
+#include "tests/gui/child/child.h"
+
+unsigned long ownProcessId() { return static_cast<unsigned long>(::getpid()); }
+
+void startProgram(const std::string& program, const std::string& first, const std::string& second) {
+    if (::fork() == 0) {
+        ::execl(program.c_str(), program.c_str(), first.c_str(), second.c_str(), nullptr);
+        ::_exit(1);
+    }
+}
+
+void describeStart(std::ostream& text) {
+    std::set<std::string> open;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;
+        const std::string target = std::filesystem::read_symlink(entry, gone).string();
+        // The file that is written, and the folder that is being read, are its own.
+        if (!target.ends_with(".part") && !target.ends_with("/fd")) {
+            open.insert(entry.path().filename().string());
+        }
+    }
+    text << "open:";
+    for (const std::string& descriptor : open) {
+        text << ' ' << descriptor;
+    }
+    text << "\ninput: " << std::filesystem::read_symlink("/proc/self/fd/0").string();
+    text << "\ngroup of its own: " << (::getpgrp() == ::getpid());
+    struct sigaction pipe {};
+    ::sigaction(SIGPIPE, nullptr, &pipe);
+    sigset_t blocked;
+    ::sigprocmask(SIG_SETMASK, nullptr, &blocked);
+    text << "\nbroken pipes end it: "
+         << (pipe.sa_handler == SIG_DFL && sigismember(&blocked, SIGPIPE) == 0) << '\n';
+}

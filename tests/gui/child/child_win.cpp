@@ -1,0 +1,27 @@
+#include <windows.h>
+
+#include <ostream>
+
+#include "tests/gui/child/child.h"
+
+unsigned long ownProcessId() { return GetCurrentProcessId(); }
+
+void startProgram(const std::string& program, const std::string& first, const std::string& second) {
+    std::string command = '"' + program + "\" " + first + " \"" + second + '"';
+    STARTUPINFOA startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION started{};
+    if (CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                       &startup, &started) != FALSE) {
+        CloseHandle(started.hProcess);
+        CloseHandle(started.hThread);
+    }
+}
+
+void describeStart(std::ostream& text) {
+    STARTUPINFOA startup{};
+    GetStartupInfoA(&startup);
+    text << "title: " << startup.lpTitle
+         << "\nshow: " << ((startup.dwFlags & STARTF_USESHOWWINDOW) != 0 ? startup.wShowWindow : -1)
+         << "\npriority: " << GetPriorityClass(GetCurrentProcess()) << '\n';
+}

@@ -1,0 +1,177 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include <platen/gui_images.h>
+#include "gui/images/pixel_rows.h"
+
+namespace {
+
+using namespace wut::ImageUtils;
+
+using Buffer = std::vector<unsigned char>;
+
+constexpr std::array formats{PF_RGB, PF_RGBA, PF_BGR, PF_BGRA};
+constexpr unsigned char alpha = 200;
+
+int bytesOf(PixelFormat format) { return format == PF_RGB || format == PF_BGR ? 3 : 4; }
+
+/// The rule for one pixel, byte by byte.
+void convertPixel(const unsigned char* source, PixelFormat from, unsigned char* target,
+                  PixelFormat to) {
+    const bool fromBlueFirst = from == PF_BGR || from == PF_BGRA;
+    const bool toBlueFirst = to == PF_BGR || to == PF_BGRA;
+    for (int byte = 0; byte < 3; ++byte) {
+        target[byte] = source[fromBlueFirst == toBlueFirst ? byte : 2 - byte];
+    }
+    if (bytesOf(to) == 4) {
+        target[3] = bytesOf(from) == 4 ? source[3] : alpha;
+    }
+}
+
+Buffer filled(std::size_t size, unsigned seed) {
+    Buffer bytes(size);
+    for (std::size_t at = 0; at < size; ++at) {
+        bytes[at] = static_cast<unsigned char>(at * 37 + at / 7 + seed);
+    }
+    return bytes;
+}
+
+// Sources end where their memory ends, so that the sanitizer sees what is read behind them.
+TEST(PixelRows, EveryKernelConvertsTheRowAndNothingElse) {
+    constexpr std::size_t guard = 64;
+    for (const pixel_rows::Kernel& kernel : pixel_rows::kernels()) {
+        for (const PixelFormat from : formats) {
+            for (const PixelFormat to : formats) {
+                for (std::size_t width = 0; width <= 70; ++width) {
+                    const std::size_t shift = width * 7 % 16;
+                    const std::size_t toShift = guard + width * 11 / 3 % 16;
+                    const std::size_t step = static_cast<std::size_t>(bytesOf(from));
+                    const std::size_t toStep = static_cast<std::size_t>(bytesOf(to));
+                    const Buffer source = filled(shift + width * step, 5);
+                    Buffer target = filled(toShift + width * toStep + guard, 9);
+                    Buffer expected = target;
+                    for (std::size_t x = 0; x < width; ++x) {
+                        convertPixel(source.data() + shift + x * step, from,
+                                     expected.data() + toShift + x * toStep, to);
+                    }
+                    kernel.at(from, to)(source.data() + shift, target.data() + toShift, width,
+                                        alpha);
+                    ASSERT_EQ(target, expected)
+                        << from << " to " << to << ", " << width << " pixels, kernel "
+                        << &kernel - pixel_rows::kernels().data();
+                }
+            }
+        }
+    }
+}
+
+/// A picture in memory: where its pixels are, said once for all tests.
+struct Picture {
+    PixelFormat format;
+    VerticalDir direction;
+    int width;
+    int height;
+    int stride;
+
+    std::size_t step() const {
+        return static_cast<std::size_t>(stride < 1 ? width * bytesOf(format) : stride);
+    }
+    std::size_t at(int x, int y) const {
+        const int row = direction == VD_TopDown ? y : height - 1 - y;
+        return static_cast<std::size_t>(row) * step() +
+               static_cast<std::size_t>(x) * static_cast<std::size_t>(bytesOf(format));
+    }
+    /// Without padding behind the last row.
+    std::size_t size() const { return at(width, direction == VD_TopDown ? height - 1 : 0); }
+};
+
+/// All layouts of a picture of that size.
+std::vector<Picture> layouts(int width, int height) {
+    std::vector<Picture> all;
+    for (const PixelFormat format : formats) {
+        for (const VerticalDir direction : {VD_BottomUp, VD_TopDown}) {
+            for (const int stride : {0, width * bytesOf(format) + 5}) {
+                all.push_back({format, direction, width, height, stride});
+            }
+        }
+    }
+    return all;
+}
+
+TEST(CopyPixels, KeepsThePictureAndThePadding) {
+    // Long rows are copied in pieces.
+    for (const auto& [width, height] : {std::pair(5, 3), {600, 2}}) {
+        for (const Picture& from : layouts(width, height)) {
+            for (const Picture& to : layouts(width, height)) {
+                const Buffer source = filled(from.size(), 1);
+                Buffer target = filled(to.size(), 2);
+                Buffer expected = target;
+                if (from.format == to.format && from.direction == to.direction &&
+                    from.stride == to.stride) {
+                    // One block of as many bytes as the pixels have, padding or not.
+                    std::copy_n(source.begin(), width * height * bytesOf(from.format),
+                                expected.begin());
+                } else {
+                    for (int y = 0; y < height; ++y) {
+                        for (int x = 0; x < width; ++x) {
+                            convertPixel(source.data() + from.at(x, y), from.format,
+                                         expected.data() + to.at(x, y), to.format);
+                        }
+                    }
+                }
+                copyPixels(width, height, source.data(), from.format, from.direction, target.data(),
+                           to.format, to.direction, alpha, from.stride, to.stride);
+                ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
+                                            << from.stride << " and " << to.stride;
+            }
+        }
+    }
+}
+
+TEST(CopySubimagePixels, CopiesTheRectangleAndNothingElse) {
+    for (const Picture& from : layouts(9, 6)) {
+        for (const Picture& to : layouts(7, 8)) {
+            const Buffer source = filled(from.size(), 1);
+            Buffer target = filled(to.size(), 2);
+            Buffer expected = target;
+            for (int y = 0; y < 4; ++y) {
+                for (int x = 0; x < 3; ++x) {
+                    convertPixel(source.data() + from.at(5 + x, 1 + y), from.format,
+                                 expected.data() + to.at(4 + x, 3 + y), to.format);
+                }
+            }
+            copySubimagePixels(9, 6, source.data(), from.format, from.direction, 7, 8,
+                               target.data(), to.format, to.direction, 5, 1, 4, 3, 3, 4, alpha,
+                               from.stride, to.stride);
+            ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
+                                        << from.stride << " and " << to.stride;
+        }
+    }
+}
+
+TEST(CopyPixels, CopiesNothingWithoutPixelsOrBuffers) {
+    const Buffer source = filled(64, 1);
+    const Buffer before = filled(64, 2);
+    Buffer target = before;
+    const auto copy = [](int width, int height, const unsigned char* from, unsigned char* to) {
+        for (const PixelFormat format : {PF_RGB, PF_RGBA}) {
+            copyPixels(width, height, from, PF_RGB, VD_TopDown, to, format, VD_TopDown, alpha, 0,
+                       0);
+            copySubimagePixels(4, 4, from, PF_RGB, VD_TopDown, 4, 4, to, format, VD_TopDown, 0, 0,
+                               0, 0, width, height, alpha, 0, 0);
+        }
+    };
+    for (const auto& [width, height] : {std::pair(0, 2), {2, 0}, {-2, -2}}) {
+        copy(width, height, source.data(), target.data());
+    }
+    copy(2, 2, nullptr, target.data());
+    copy(2, 2, source.data(), nullptr);
+    EXPECT_EQ(target, before);
+}
+
+}  // namespace

@@ -1,0 +1,116 @@
+// The search field, with what the toolkit's own field does on this system.
+#include <gtest/gtest.h>
+#include <wx/frame.h>
+#include <wx/panel.h>
+#include <wx/uiaction.h>
+#include <wx/valgen.h>
+
+#include <functional>
+#include <memory>
+
+#include <platen/gui_windows.h>
+#include "tests/gui/screen.h"
+
+namespace {
+
+class SearchField : public testing::Test {
+protected:
+    SearchField() {
+        frame_.Show();
+        frame_.Raise();
+        settle();
+    }
+
+    wxFrame frame_{nullptr, wxID_ANY, "Search", wxPoint(60, 60), wxSize(360, 140)};
+    wxPanel* panel_ = new wxPanel(&frame_);
+    wut::QuorSearchCtrl* field_ =
+        new wut::QuorSearchCtrl(panel_, wxID_ANY, "", wxPoint(20, 20), wxSize(300, -1));
+};
+
+TEST_F(SearchField, ShowsTheCancelButtonWhileItHoldsText) {
+    EXPECT_FALSE(field_->IsCancelButtonVisible());
+    int eventsAbove = 0;
+    frame_.Bind(wxEVT_TEXT, [&](wxCommandEvent&) { ++eventsAbove; });
+    const struct {
+        std::function<void()> change;
+        wxString value;
+    } steps[] = {
+        {[&] { field_->SetValue(L"\x00e9\x4e00"); }, L"\x00e9\x4e00"},
+        {[&] { field_->Clear(); }, ""},
+        {[&] { field_->AppendText("pen"); }, "pen"},
+        {[&] { field_->Remove(0, 3); }, ""},
+        {[&] { field_->WriteText(" "); }, " "},
+    };
+    for (const auto& step : steps) {
+        eventsAbove = 0;
+        step.change();
+        settle();
+        EXPECT_EQ(field_->GetValue(), step.value);
+        EXPECT_EQ(field_->IsCancelButtonVisible(), !step.value.empty()) << step.value;
+        EXPECT_EQ(eventsAbove, 1) << step.value;
+    }
+}
+
+TEST_F(SearchField, FollowsTheKeyboardAndTheMouse) {
+    wxUIActionSimulator user;
+    leavePicture("search_field_empty", displayed(frame_));
+    field_->SetFocus();
+    settle();
+    user.Text("pl");
+    ASSERT_TRUE(settleUntil([&] { return field_->GetValue() == "pl"; })) << field_->GetValue();
+    EXPECT_TRUE(field_->IsCancelButtonVisible());
+    leavePicture("search_field_typed", displayed(frame_));
+
+    for (const char* left : {"p", ""}) {
+        EXPECT_TRUE(field_->IsCancelButtonVisible());
+        user.Char(WXK_BACK);
+        ASSERT_TRUE(settleUntil([&] { return field_->GetValue() == left; })) << field_->GetValue();
+    }
+    EXPECT_FALSE(field_->IsCancelButtonVisible());
+
+    field_->SetValue("pens");
+    settle();
+    const wxRect place = field_->GetScreenRect();
+    user.MouseMove(place.GetRight() - place.height / 2, place.y + place.height / 2);
+    settle();
+    user.MouseClick();
+    EXPECT_TRUE(settleUntil([&] { return field_->GetValue().empty(); }));
+    EXPECT_FALSE(field_->IsCancelButtonVisible());
+}
+
+TEST_F(SearchField, LeavesOtherEventsToItsValidator) {
+    wxString value;
+    int validated = 0;
+    int handled = 0;
+    field_->SetValidator(wxGenericValidator(&value));
+    for (const auto& type : {wxEVT_TEXT, wxEVT_SEARCH}) {
+        field_->GetValidator()->Bind(type, [&](wxCommandEvent&) { ++validated; });
+        field_->Bind(type, [&](wxCommandEvent&) { ++handled; });
+    }
+    field_->SetValue("pen");
+    EXPECT_EQ(validated, 1);
+    EXPECT_EQ(handled, 1);
+
+    wxCommandEvent search(wxEVT_SEARCH, field_->GetId());
+    search.SetEventObject(field_);
+    EXPECT_TRUE(field_->ProcessWindowEvent(search));
+    EXPECT_EQ(validated, 2);
+    EXPECT_EQ(handled, 1);
+}
+
+TEST_F(SearchField, IsMadeByTheNameOfItsClass) {
+    std::unique_ptr<wxObject> object(wxCreateDynamicObject("QuorSearchCtrl"));
+    auto* made = wxDynamicCast(object.get(), wut::QuorSearchCtrl);
+    ASSERT_NE(made, nullptr);
+    EXPECT_TRUE(made->IsKindOf(wxCLASSINFO(wxSearchCtrl)));
+    ASSERT_TRUE(made->Create(panel_, 7001, ""));
+    // The text of another window's event is not its own.
+    wxCommandEvent event(wxEVT_TEXT, field_->GetId());
+    event.SetString("other");
+    EXPECT_FALSE(made->ProcessWindowEvent(event));
+    EXPECT_FALSE(made->IsCancelButtonVisible());
+    made->SetValue("more");
+    EXPECT_TRUE(made->IsCancelButtonVisible());
+}
+
+}  // namespace

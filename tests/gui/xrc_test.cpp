@@ -1,0 +1,183 @@
+#include <gmock/gmock.h>
+#include <wx/dialog.h>
+#include <wx/frame.h>
+#include <wx/fs_mem.h>
+#include <wx/log.h>
+#include <wx/panel.h>
+#include <wx/wizard.h>
+#include <wx/xrc/xmlres.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <platen/gui_look.h>
+#include "tests/gui/boxes.h"
+#include "tests/gui/plot_dialog.h"
+#include "tests/gui/screen.h"
+#include "tests/gui/support/gui.h"
+#include "tests/support/files.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Box = BoxCatcher::Box;
+
+constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
+<resource xmlns="http://www.wxwidgets.org/wxxrc" version="2.5.3.0">
+  <object class="wxDialog" name="dialog"><title>A dialog</title></object>
+  <object class="wxFrame" name="frame"><title>A frame</title></object>
+  <object class="wxPanel" name="panel"><object class="wxButton" name="MyButton"/></object>
+  <object class="wxWizard" name="wizard"><title>A wizard</title>
+    <object class="wxWizardPageSimple" name="MyPage"/>
+  </object>
+  <object class="wxPanel" name="OddPanel">
+    <object class="NoSuchClass" name="MyUnknown"/>
+  </object>
+</resource>)";
+
+/// Keeps what is logged.
+class LogKeeper : public wxLog {
+public:
+    LogKeeper() : before_(wxLog::SetActiveTarget(this)) {}
+    ~LogKeeper() override { wxLog::SetActiveTarget(before_); }
+
+    std::vector<wxLogLevel> levels;
+    wxString texts;
+
+protected:
+    void DoLogRecord(wxLogLevel level, const wxString& text, const wxLogRecordInfo&) override {
+        levels.push_back(level);
+        texts << text << '\n';
+    }
+
+private:
+    wxLog* before_;
+};
+
+class XmlResources : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        wxFileSystem::AddHandler(new wxMemoryFSHandler);
+        wxMemoryFSHandler::AddFile("look.xrc", resources);
+        wxMemoryFSHandler::AddFile("plot.xrc", plotDialogResource);
+        wxXmlResource::Get()->InitAllHandlers();
+        ASSERT_TRUE(wxXmlResource::Get()->Load("memory:look.xrc"));
+        ASSERT_TRUE(wxXmlResource::Get()->Load("memory:plot.xrc"));
+    }
+    static void TearDownTestSuite() {
+        delete wxXmlResource::Set(nullptr);
+        wxMemoryFSHandler::RemoveFile("look.xrc");
+        wxMemoryFSHandler::RemoveFile("plot.xrc");
+    }
+
+    wxFrame parent_{nullptr, wxID_ANY, "Parent"};
+};
+
+TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
+    wxDialog dialog;
+    wxFrame frame;
+    wxWizard wizard;
+    auto* given = new wxPanel;
+    wxPanel* made = nullptr;
+    const struct {
+        std::wstring kind;
+        std::function<bool(const wchar_t*)> load;
+    } loaders[] = {
+        {L"dialog", [&](auto name) { return wut::loadDialog(&dialog, &parent_, name); }},
+        {L"wizard", [&](auto name) { return wut::loadWizard(&wizard, &parent_, name); }},
+        {L"frame", [&](auto name) { return wut::loadFrame(&frame, &parent_, name); }},
+        {L"panel", [&](auto name) { return wut::loadPanel(given, &parent_, name); }},
+        {L"panel", [&](auto name) { return (made = wut::loadPanel(&parent_, name)) != nullptr; }},
+    };
+    // The user sees what is logged to this target as soon as the application is idle.
+    wxLogGui shown;
+    wxLog* before = wxLog::SetActiveTarget(&shown);
+    for (const auto& [kind, load] : loaders) {
+        // (There is a button of the last name, but no window of any of these kinds.)
+        for (const std::wstring name :
+             {L"Missing", L"100% %s%n \u0416\u00E4 \U0001F4D0 \"q\"", L"", L"MyButton"}) {
+            const BoxCatcher catcher;
+            EXPECT_FALSE(load(name.c_str()));
+            settle();
+            wxLog::FlushActive();
+            EXPECT_THAT(catcher.boxes,
+                        ElementsAre(Box{L"Failed to load " + kind + L" \"" + name + L"\" from XRC",
+                                        L"Platen", 517, nullptr}));
+        }
+        const BoxCatcher catcher;
+        EXPECT_TRUE(load(kind.c_str()));
+        EXPECT_THAT(catcher.boxes, IsEmpty());
+    }
+    wxLog::SetActiveTarget(before);
+    EXPECT_EQ(dialog.GetTitle() + wizard.GetTitle() + frame.GetTitle(), "A dialogA wizardA frame");
+    for (const wxPanel* panel : {given, made}) {
+        EXPECT_EQ(panel->GetParent(), &parent_);
+        EXPECT_NE(panel->FindWindow("MyButton"), nullptr);
+    }
+}
+
+TEST_F(XmlResources, LeaveTheReasonInTheLog) {
+    const BoxCatcher catcher;
+    LogKeeper log;
+    EXPECT_EQ(wut::loadPanel(&parent_, L"Missing"), nullptr);
+    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Debug}));
+    EXPECT_TRUE(log.texts.Contains("Missing")) << log.texts;
+    EXPECT_EQ(wxLog::GetActiveTarget(), &log);
+    log.levels.clear();
+    // What is wrong with a window that was loaded all the same stays an error.
+    EXPECT_NE(wut::loadPanel(&parent_, L"OddPanel"), nullptr);
+    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Error}));
+    EXPECT_TRUE(log.texts.Contains("NoSuchClass")) << log.texts;
+    EXPECT_EQ(catcher.boxes.size(), 1u);
+}
+
+TEST_F(XmlResources, AreShownInBothThemes) {
+    const wxImage before = settledDisplay();
+    wxDialog dialog;
+    ASSERT_TRUE(wut::loadDialog(&dialog, nullptr, L"PlotDialog"));
+    useGuiFont(dialog);
+    dialog.Fit();
+    dialog.Bind(wxEVT_COLOR_THEME_CHANGED,
+                [&](wxColorThemeChangedEvent&) { useGuiColors(dialog); });
+    dialog.Show();
+    for (const auto theme : {ut::EGuiColorTheme::Light, ut::EGuiColorTheme::Dark}) {
+        wut::guiSetColorTheme(theme);
+        wxColorThemeChangedEvent::BroadcastColorThemeChanged();
+        const wxImage picture = settledDisplay();
+        const wxPoint corner = dialog.ClientToScreen(wxPoint(4, 4));
+        EXPECT_EQ(wxColour(picture.GetRed(corner.x, corner.y), picture.GetGreen(corner.x, corner.y),
+                           picture.GetBlue(corner.x, corner.y)),
+                  wut::guiColor(ut::EGuiColor::WindowBackground));
+        leavePicture(theme == ut::EGuiColorTheme::Dark ? "plot_dialog_dark" : "plot_dialog_light",
+                     picture.GetSubImage(difference(before, picture)));
+    }
+    wut::guiSetColorTheme(ut::EGuiColorTheme::Light);
+}
+
+TEST_F(XmlResources, GiveTheBytesOfPictures) {
+    const TemporaryFolder folder;
+    const std::string content("\x89PNG\r\n\x1A\n\0\xFF raw", 14);
+    writeBytes(folder.path("logo.png"), content);
+    writeBytes(folder.path("empty.png"), "");
+    wxMemoryFSHandler::AddFile("logo.png", content.data(), content.size());
+    const auto read = [](const std::wstring& name) {
+        unsigned char* bytes = reinterpret_cast<unsigned char*>(1);
+        const std::size_t size = wut::getRawBitmap(bytes, name.c_str());
+        const std::unique_ptr<unsigned char[]> owner(bytes);
+        EXPECT_EQ(bytes == nullptr, size == 0);
+        return std::string(reinterpret_cast<const char*>(bytes), size);
+    };
+    EXPECT_EQ(read(folder.wide("logo.png")), content);
+    EXPECT_EQ(read(L"memory:logo.png"), content);
+    for (const std::wstring& none :
+         {folder.wide("empty.png"), folder.wide(""), std::wstring(L"memory:missing.png"),
+          std::wstring(), std::wstring(L"/dev/zero")}) {
+        EXPECT_EQ(read(none), "");
+    }
+    wxMemoryFSHandler::RemoveFile("logo.png");
+}
+
+}  // namespace

@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include <platen/pia.h>
+#include "pia/body_writer.h"
+#include "pia/json_writer.h"
+#include "tests/support/trees.h"
+
+namespace {
+
+TEST(JsonReader, AcceptsObjectsOfItems) {
+    const struct {
+        std::string data;
+        std::string meaning;
+    } cases[] = {
+        {"{}", ""},
+        {R"({"b":1,"a":2,"B":3,"ab":4})", "B=3\na=2\nab=4\nb=1\n"},
+        {R"({"i":-5,"u":18446744073709551615,"f":0.5,"e":1e3,"z":-0.0})",
+         "e=1000.000000\nf=0.500000\ni=-5\nu=18446744073709551615\nz=-0.000000\n"},
+        {R"({"t":true,"f":false,"s":"x=y"})", "f=FALSE\ns=\"x=y\nt=TRUE\n"},
+        {R"({"n":null,"l":[1,[2],{"x":3}],"x":{"y":{}}})", "x{\n y{\n }\n}\n"},
+        {R"({"b":{"value":"AF","voidprop":true}})", "b{\n value=\\AF\\\n}\n"},
+        {R"({"b":{"voidprop":false,"value":"AF"}})", "b{\n value=\"AF\n}\n"},
+        {R"({"b":{"voidprop":true,"value":5,"other":"x"}})", "b{\n other=\"x\n value=5\n}\n"},
+        {R"({"voidprop":"text"})", "voidprop=\"text\n"},
+        {R"({"\uD800\uDC00":1,"\uFF5E":2})", "\xF0\x90\x80\x80=1\n\xEF\xBD\x9E=2\n"},
+        {R"({"value":"last","zero":"\u0000"})", std::string("value=\"last\nzero=\"\0\n", 20)},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.data);
+        // What stands before the first brace and beside "data" does not matter.
+        PiaInput input;
+        ASSERT_TRUE(input.openBytes("some header\n{\"x\":{\"data\":1}, \"data\": " + test.data +
+                                    ", \"y\":[{}]}\n"))
+            << input.report().failure()->describe();
+        EXPECT_EQ(piaBodyText(*input.root()), test.meaning);
+    }
+}
+
+TEST(JsonReader, RejectsWithTheReason) {
+    const struct {
+        std::string text;
+        PiaCode code;
+    } cases[] = {
+        {"[]", PiaCode::JsonMissing},
+        {"{", PiaCode::JsonSyntax},
+        {"{}", PiaCode::JsonNoData},
+        {R"({"data":5})", PiaCode::JsonNoData},
+        {R"({"Data":{}})", PiaCode::JsonNoData},
+        {R"({"x":{"data":{}}})", PiaCode::JsonNoData},
+        {R"({"data":{}} x)", PiaCode::JsonSyntax},
+        {R"({"data":{"a":01}})", PiaCode::JsonSyntax},
+        {R"({"data":{"a":"\uD800"}})", PiaCode::JsonSyntax},
+        {R"({"data":{"a":18446744073709551616}})", PiaCode::JsonNumberRange},
+        {R"({"data":{"a":-10000000000000000000}})", PiaCode::JsonNumberRange},
+        {R"({"data":{"a":1e999}})", PiaCode::JsonSyntax},
+        {R"({"data":{"a":1,"a":"x"}})", PiaCode::Duplicate},
+        {R"({"data":{"value":"x","value":"y"}})", PiaCode::Duplicate},
+        {R"({"data":{"value":{},"value":"y"}})", PiaCode::Duplicate},
+        {R"({"data":{},"data":{}})", PiaCode::Duplicate},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.text);
+        PiaInput input;
+        EXPECT_FALSE(input.openBytes(test.text));
+        EXPECT_EQ(input.root(), nullptr);
+        ASSERT_TRUE(input.report().failure());
+        EXPECT_STREQ(piaCodeWord(input.report().failure()->code), piaCodeWord(test.code));
+    }
+}
+
+TEST(JsonReader, BoundsDepthAndItems) {
+    const auto nested = [](int levels) {
+        std::string text = "{\"data\":{";
+        for (int level = 0; level < levels; ++level) {
+            text += "\"b\":{";
+        }
+        return text + std::string(static_cast<std::size_t>(levels) + 2, '}');
+    };
+    PiaInput input;
+    EXPECT_TRUE(input.openBytes(nested(128)));
+    EXPECT_FALSE(input.openBytes(nested(129)));
+    EXPECT_EQ(input.report().failure()->code, PiaCode::TooDeep);
+    PiaReadOptions options;
+    options.limits.items = 2;
+    EXPECT_TRUE(input.openBytes("{\"data\":{\"a\":1,\"b\":{}}}", options));
+    EXPECT_FALSE(input.openBytes("{\"data\":{\"a\":1,\"b\":{\"c\":1}}}", options));
+    EXPECT_EQ(input.report().failure()->code, PiaCode::TooManyItems);
+}
+
+TEST(JsonReader, ReadsTextThatIsNotUtf8InTheAnsiCodePage) {
+    PiaInput input;
+    ASSERT_TRUE(input.openBytes("{\"data\": {\"a\": \"\xE9\"}}"));
+    EXPECT_EQ(input.container().encoding, PiaEncoding::Ansi);
+    std::wstring text;
+    EXPECT_TRUE(input.root()->getString(text, L"a"));
+    EXPECT_EQ(text, L"\u00E9");
+}
+
+// Every item of these trees comes back, or the writer says that it will not.
+TEST(JsonWriter, WritesWhatTheReaderReads) {
+    const struct {
+        const char* body;
+        std::size_t warnings;
+    } cases[] = {
+        {"", 0},
+        {"a=1\nb{\n c=0.500000\n d=TRUE\n value=\"x\n}\nz=\"\xC3\xA9\n", 0},
+        {"b{\n value=\\AF\\\n}\n", 0},
+        {"a=-9223372036854775808\nb=18446744073709551615\n", 0},
+        {"a=0.5\n", 1},
+        {"a=007\n", 1},
+        {"a=-0\n", 1},
+        {"a=1e-9\n", 1},
+        {"a=abc\n", 1},
+        {"a=18446744073709551616\n", 1},
+        {"a=\\AF\\\n", 1},
+        {"a=1\na=\"1\n", 1},
+        {"b{\n value=\"x\n value=\\AF\\\n}\n", 2},
+        {"voidprop=TRUE\n", 1},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.body);
+        PiaInput first;
+        ASSERT_TRUE(first.openBody(test.body));
+        std::string json;
+        PiaReport report;
+        ASSERT_TRUE(piaWriteJson(*first.root(), json, report));
+        EXPECT_EQ(report.warningCount(), test.warnings);
+        ASSERT_GE(json.size(), 16U);
+        EXPECT_NE(json[15], '2');
+        PiaInput again;
+        ASSERT_TRUE(again.openBytes(json));
+        EXPECT_EQ(again.container().version, 3);
+        EXPECT_EQ(equalTrees(*first.root(), *again.root()), test.warnings == 0);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <random>
+
+#include <platen/utcore.h>
+
+namespace {
+
+TEST(ScanInt, Converts) {
+    const struct {
+        std::wstring text;
+        std::int32_t value;
+    } cases[] = {
+        {L"0", 0},
+        {L"-7", -7},
+        {L" \t\n\u00A0\u3000+12abc", 12},
+        {L"12.9", 12},
+        {L"2147483647", 2147483647},
+        {L"-2147483648", std::numeric_limits<std::int32_t>::min()},
+        {L"2147483648", std::numeric_limits<std::int32_t>::min()},
+        {L"4294967295", -1},
+        {L"3271622143", -1023345153},
+        {std::wstring(5000, L'0') + L"5", 5},
+    };
+    for (const auto& entry : cases) {
+        std::int32_t value = 99;
+        EXPECT_TRUE(ut::scanInt(entry.text, value)) << ut::encodeUtf8(entry.text);
+        EXPECT_EQ(value, entry.value) << ut::encodeUtf8(entry.text);
+    }
+}
+
+TEST(ScanInt, Refuses) {
+    for (const std::wstring& text :
+         {std::wstring(L""), std::wstring(L"  "), std::wstring(L"-"), std::wstring(L"+-1"),
+          std::wstring(L"- 1"), std::wstring(L"abc"), std::wstring(L"4294967296"),
+          std::wstring(L"-2147483649"), std::wstring(L"18446744073709551617"),
+          std::wstring(L"\u0661"), std::wstring(5000, L'9')}) {
+        std::int32_t value = 99;
+        EXPECT_FALSE(ut::scanInt(text, value)) << ut::encodeUtf8(text);
+        EXPECT_EQ(value, 99);
+    }
+}
+
+TEST(ScanDouble, Converts) {
+    const std::wstring zeros(4000, L'0');
+    const struct {
+        std::wstring text;
+        double value;
+    } cases[] = {
+        {L"297.000000", 297},
+        {L"  -25.4mm", -25.4},
+        {L"+.5", 0.5},
+        {L"5.", 5},
+        {L"1e", 1},
+        {L"1e+", 1},
+        {L"1e-x", 1},
+        {L"1.5E+3", 1500},
+        {L"1-2", 1},
+        {L"1.2.3", 1.2},
+        {L"1,5", 1},
+        {L"0x", 0},
+        {L"0x-5", 0},
+        {L"0xg", 0},
+        {L"0x1p3", 8},
+        {L"-0X1.8", -1.5},
+        {L"0x1p", 1},
+        {L"5e-324", 5e-324},
+        {L"1.7976931348623157e308", std::numeric_limits<double>::max()},
+        // Too small is 0; only too large has no nearest double.
+        {L"1e-400", 0},
+        {L"1e-99999999999999999999", 0},
+        {L"0." + zeros + L"1", 0},
+        {L"0x1p-5000", 0},
+        {L"0e99999", 0},
+        {L"0x0p99999", 0},
+        {L"0." + zeros + L"1e4001", 1},
+        {L"1" + zeros + L"e-4000", 1},
+        {zeros + L"1." + zeros + L"1", 1},
+    };
+    for (const auto& entry : cases) {
+        double value = 99;
+        EXPECT_TRUE(ut::scanDouble(entry.text, value)) << ut::encodeUtf8(entry.text);
+        EXPECT_EQ(value, entry.value) << ut::encodeUtf8(entry.text);
+    }
+    double negativeZero = 1;
+    EXPECT_TRUE(ut::scanDouble(L"-0", negativeZero));
+    EXPECT_TRUE(std::signbit(negativeZero));
+}
+
+TEST(ScanDouble, Refuses) {
+    for (const std::wstring& text :
+         {std::wstring(L""), std::wstring(L"-"), std::wstring(L"."), std::wstring(L".e5"),
+          std::wstring(L"e5"), std::wstring(L"inf"), std::wstring(L"-nan"), std::wstring(L"+-5"),
+          std::wstring(L"1e309"), std::wstring(L"-1e99999999999999999999"),
+          std::wstring(L"0.001e400"), std::wstring(L"0x1p1024"), std::wstring(4000, L'9'),
+          std::wstring(L"\uFF15")}) {
+        double value = 99;
+        EXPECT_FALSE(ut::scanDouble(text, value)) << ut::encodeUtf8(text);
+        EXPECT_EQ(value, 99);
+    }
+}
+
+TEST(FormatFixed, Formats) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const struct {
+        double value;
+        int precision;
+        const wchar_t* text;
+    } cases[] = {
+        {297, -1, L"297.000000"},
+        {0.1, 6, L"0.100000"},
+        {2.5, 0, L"2"},
+        {-1.005, 2, L"-1.00"},
+        {-0.0, 1, L"-0.0"},
+        {1e-9, 6, L"0.000000"},
+        {999999.9999999, 6, L"1000000.000000"},
+        {infinity, 6, L"inf"},
+        {-infinity, 0, L"-inf"},
+        {std::nan(""), 6, L"nan"},
+        {-std::nan(""), 2, L"nan"},
+    };
+    for (const auto& entry : cases) {
+        EXPECT_EQ(ut::formatFixed(entry.value, entry.precision), entry.text);
+    }
+    // Against the C library: numbers with few digits, halves in the last place and all others.
+    std::mt19937_64 random(20);
+    for (int round = 0; round < 200000; ++round) {
+        const auto bits = static_cast<double>(random() >> 11U);
+        const double values[] = {static_cast<double>(random() % 200000000) / 1e6 - 100,
+                                 (static_cast<double>(random() % 2000001) + 0.5) / 256,
+                                 std::ldexp(bits, -static_cast<int>(random() % 100))};
+        for (const double value : values) {
+            const int precision = static_cast<int>(random() % 8);
+            std::array<char, 64> expected{};
+            std::snprintf(expected.data(), expected.size(), "%.*f", precision, value);
+            ASSERT_EQ(ut::formatFixedAscii(value, precision), expected.data());
+            double back = 0;
+            ASSERT_TRUE(ut::scanDouble(std::string_view(expected.data()), back));
+            ASSERT_EQ(back, std::strtod(expected.data(), nullptr)) << expected.data();
+        }
+    }
+    for (const int precision : {0, 6, 32, 33, 2000}) {
+        const std::wstring text = ut::formatFixed(-std::numeric_limits<double>::max(), precision);
+        EXPECT_EQ(text.size(), 310u + (precision > 0 ? 1u : 0u) + static_cast<unsigned>(precision));
+        double back = 0;
+        EXPECT_TRUE(ut::scanDouble(text, back));
+        EXPECT_EQ(back, -std::numeric_limits<double>::max());
+    }
+}
+
+}  // namespace

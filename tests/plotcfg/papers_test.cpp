@@ -1,0 +1,498 @@
+#include <gtest/gtest.h>
+#include <wx/string.h>
+
+#include <cstdint>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <platen/custom_papers.h>
+#include <platen/papers.h>
+#include <platen/pia.h>
+#include <platen/plotcfg.h>
+#include <platen/utcore.h>
+#include "tests/support/configurations.h"
+#include "tests/support/documents.h"
+#include "tests/support/files.h"
+#include "tests/support/trees.h"
+
+namespace {
+
+using enum OdDbPlotSettings::PlotPaperUnits;
+
+Config created(const wchar_t* device) { return Config(CPlotCfg3::create(device)); }
+
+TEST(BuiltInDevices, AreFoundWithoutRegardToCase) {
+    const struct {
+        const wchar_t* name;
+        const wchar_t* extension;
+        const wchar_t* modelName;
+        const wchar_t* description;
+    } devices[] = {
+        {L"pRINT aS pdf", L"pdf", L"PDF", L"Built-in direct output to PDF"},
+        {L"print as bmp", L"bmp", L"bmp", L"Built-in direct output to BMP"},
+        {L"PRINT AS PNG", L"png", L"Png", L"Built-in direct output to PNG"},
+        {L"Print As JPG", L"jpg", L"jFIF", L"Built-in direct output to JPG"},
+        {L"Print as Tif", L"tif", L"TiffComp", L"Built-in direct output to TIF"},
+    };
+    ASSERT_EQ(BuiltInPlotDevice::s_cBuiltInPlotDevices.size(), std::size(devices));
+    for (std::size_t type = 0; type < std::size(devices); ++type) {
+        const BuiltInPlotDevice* device = BuiltInPlotDevice::getByName(devices[type].name);
+        ASSERT_EQ(device, &BuiltInPlotDevice::s_cBuiltInPlotDevices[type]);
+        EXPECT_EQ(BuiltInPlotDevice::getByModelName(devices[type].modelName), device);
+        EXPECT_EQ(device->type, static_cast<BuiltInPlotDevice::Type>(type));
+        EXPECT_EQ(device->extension, OdString(devices[type].extension));
+        EXPECT_EQ(device->description, OdString(devices[type].description));
+    }
+    for (const wchar_t* other : {L"", L"None", L"jpg", L"tiff", L"Print As PDF "}) {
+        EXPECT_EQ(BuiltInPlotDevice::getByName(other), nullptr);
+    }
+    EXPECT_EQ(BuiltInPlotDevice::getByModelName(L"jpg"), nullptr);
+}
+
+TEST(BuiltInDevices, AreRecognised) {
+    const struct {
+        const char* model;
+        const char* custom;
+        int type;
+    } cases[] = {
+        {"TIFFCOMP", "", 4},
+        {"pdf", "", 0},
+        {"tif", "", -1},
+        {"jfif", "custom{\n0{\nname=\"PdfExport\nvalue=TRUE\n}\n}\n", 3},
+        {"other", "custom{\n0{\nname=\"PdfExport\nvalue=TRUE\n}\n}\n", 0},
+        {"other", "custom{\n0{\nname=\"PdfExport\nvalue=FALSE\n}\n}\n", -1},
+        {"other", "custom{\n0{\nname=\"PdfExport\nvalue=1\n}\n}\n", -1},
+    };
+    for (const auto& entry : cases) {
+        const Config config =
+            configOf(edited(bareConfiguration, "canonical_model_name=\"",
+                            std::string("canonical_model_name=\"") + entry.model) +
+                     entry.custom);
+        ASSERT_NE(config, nullptr);
+        EXPECT_EQ(config->builtInDevice() == nullptr ? -1 : config->builtInDevice()->type,
+                  entry.type);
+        EXPECT_EQ(CPlotCfg3::isBuiltInPDF(config.get()), entry.type == 0);
+        EXPECT_EQ(CPlotCfg3::isBuiltInImage(config.get()), entry.type > 0);
+        double width = -1;
+        double height = -1;
+        config->getMaxPaperDimensions(width, height);
+        EXPECT_EQ(width, entry.type < 0 ? 0 : entry.type == 0 ? 5080 : 320000);
+        EXPECT_EQ(height, width);
+    }
+    EXPECT_FALSE(CPlotCfg3::isBuiltInPDF(nullptr) || CPlotCfg3::isBuiltInImage(nullptr));
+}
+
+TEST(BuiltInDevices, ConfigurationsHoldTheirDefaults) {
+    const Config pdf = created(L"print as PDF");
+    EXPECT_EQ(pdf->meta.localizedModelName, L"print as PDF");
+    EXPECT_EQ(pdf->meta.canonicalModelName, L"pdf");
+    EXPECT_EQ(pdf->meta.canonicalFamilyName, L"Autodesk ePlot");
+    EXPECT_EQ(pdf->meta.configDescription, L"Built-in direct output to PDF");
+    EXPECT_TRUE(pdf->meta.fileOnly && pdf->meta.truetypeAsText && pdf->io.plotToFile);
+    EXPECT_EQ(pdf->resColorMem.numColors, 16777216);
+    EXPECT_EQ(pdf->resColorMem.colorDepth, 24);
+    EXPECT_EQ(pdf->resColorMem.linesOverwrite, std::optional(true));
+    EXPECT_EQ(pdf->resColorMem.resolution.name, L"2400x2400");
+    EXPECT_EQ(pdf->media.size.name, L"A0");
+    EXPECT_EQ(pdf->custom->bools().size(), 6u);
+    EXPECT_EQ(pdf->custom->numbers().size(), 4u);
+    EXPECT_EQ(pdf->custom->numbers().at(L"PdfImageDPI"), L"300");
+
+    const Config jpg = created(L"Print As JPG");
+    EXPECT_EQ(jpg->meta.canonicalModelName, L"jfif");
+    EXPECT_EQ(jpg->meta.canonicalFamilyName, L"Raster File Formats");
+    EXPECT_EQ(jpg->custom->numbers().at(L"RASTER_RGB_Back_Color"), L"16777215");
+    EXPECT_TRUE(jpg->custom->bools().empty());
+    EXPECT_FALSE(jpg->resColorMem.linesOverwrite);
+    EXPECT_EQ(jpg->media.size.name, L"VGA_(640.00_x_480.00_Pixels)");
+    EXPECT_FALSE(jpg->media.size.mediaDescription.dimensional);
+}
+
+TEST(BuiltInDevices, EveryPaperSurvivesItsFile) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.wide("a.pc3");
+    for (const BuiltInPlotDevice& device : BuiltInPlotDevice::s_cBuiltInPlotDevices) {
+        const bool pdf = device.type == BuiltInPlotDevice::Pdf;
+        const wut::PaperSizeInfo* papers = pdf ? wut::cPdfPapers : wut::cImagePapers;
+        const std::size_t count = pdf ? wut::cPdfPapersCount : wut::cImagePapersCount;
+        const Config config = created(device.name.c_str());
+        for (std::size_t index = 0; index < count; ++index) {
+            const wut::PaperSizeInfo& paper = papers[index];
+            SCOPED_TRACE(ut::encodeUtf8(paper.displayName));
+            bool changed = false;
+            config->setPaperSize(index, pdf, changed);
+            EXPECT_EQ(changed, index != 0);
+            ASSERT_TRUE(config->write(path.c_str()));
+            const Config again(CPlotCfg3::read(path.c_str(), changed));
+            ASSERT_NE(again, nullptr);
+            EXPECT_EQ(again->builtInDevice(), &device);
+            const CMediaNode& media = again->media;
+            EXPECT_EQ(media.size.name, paper.canonicalName);
+            const auto& description = media.size.mediaDescription;
+            const double scale = paper.units == kInches ? 25.4 : 1;
+            constexpr double written = 0.5e-6;
+            EXPECT_NEAR(description.mediaBounds.urx, paper.width * scale, written);
+            EXPECT_NEAR(description.mediaBounds.ury, paper.height * scale, written);
+            EXPECT_NEAR(description.printableBoundsLlx, paper.left * scale, written);
+            EXPECT_NEAR(description.printableBoundsLly, paper.bottom * scale, written);
+            EXPECT_NEAR(description.printableBoundsUrx, (paper.width - paper.right) * scale,
+                        written);
+            EXPECT_NEAR(description.printableBoundsUry, (paper.height - paper.top) * scale,
+                        written);
+            const double width = paper.width - paper.left - paper.right;
+            const double height = paper.height - paper.bottom - paper.top;
+            EXPECT_NEAR(description.printableArea, width * scale * height * scale, written);
+            EXPECT_EQ(description.dimensional, paper.units != kPixels);
+            EXPECT_EQ(media.actualPrintableBoundsLlx, description.printableBoundsLlx);
+            EXPECT_EQ(media.actualPrintableBoundsLly, description.printableBoundsLly);
+            EXPECT_EQ(media.actualPrintableBoundsUrx, description.printableBoundsUrx);
+            EXPECT_EQ(media.actualPrintableBoundsUry, description.printableBoundsUry);
+        }
+    }
+}
+
+TEST(BuiltInDevices, ColorSchemes) {
+    const struct {
+        int index;
+        bool color;
+        int depth;
+        int colors;
+        int undithered;
+        int current;
+        std::size_t names;
+    } cases[] = {
+        {0, true, 32, 16777215, 32, 0, 3}, {1, true, 24, 16777215, 24, 1, 3},
+        {2, true, 8, 256, 8, 2, 3},        {7, true, 8, 256, 8, 2, 3},
+        {0, false, 8, 256, -8, 0, 2},      {1, false, 1, 2, -1, 1, 2},
+        {-1, false, 1, 2, -1, 1, 2},       {3, true, 1, 2, 1, 0, 3},
+    };
+    const Config config = created(L"Print As PNG");
+    for (const auto& entry : cases) {
+        config->setColorScheme(entry.index, entry.color);
+        EXPECT_EQ(config->resColorMem.colorDepth, entry.depth);
+        EXPECT_EQ(config->resColorMem.numColors, entry.colors);
+        EXPECT_EQ(config->resColorMem.numUnditheredColors, entry.undithered);
+        int current = 77;
+        EXPECT_EQ(config->getAvailableColorSchemes(current).size(), entry.names);
+        EXPECT_EQ(current, entry.current);
+    }
+    int current = 77;
+    EXPECT_EQ(config->getAvailableColorSchemes(current)[0], OdString(L"16777215 colors / 32 bit"));
+    const Config pdf = created(L"Print As PDF");
+    pdf->setColorScheme(1, false);
+    EXPECT_EQ(pdf->resColorMem.colorDepth, 24);
+    current = 77;
+    EXPECT_TRUE(pdf->getAvailableColorSchemes(current).isEmpty());
+    EXPECT_EQ(current, 77);
+}
+
+TEST(PdfOptions, ComeBackFromAConfiguration) {
+    wut::ExportPdfOptions options;
+    options.openInViewer = options.embedTrueType = options.exportHyperlinks = false;
+    options.createBookmarks = options.imageAntiAlias = false;
+    options.imageCompression = 2;
+    options.imageDpi = 150;
+    options.pdfA = 3;
+    options.layersSetting = 0;
+    options.linesMerge = options.trueTypeAsGeometry = true;
+    options.resolution = 600;
+    Config config = created(L"Print As BMP");
+    config->custom.reset();
+    options.writeToPc3(*config);
+    EXPECT_EQ(config->resColorMem.linesOverwrite, std::optional(false));
+    EXPECT_FALSE(config->meta.truetypeAsText);
+    PiaTree tree;
+    ASSERT_TRUE(config->custom->write(tree.root()));
+    EXPECT_EQ(tree.root().items.size(), 9u);
+
+    const wut::ExportPdfOptions again(*config);
+    EXPECT_FALSE(again.openInViewer || again.embedTrueType || again.exportHyperlinks ||
+                 again.createBookmarks || again.imageAntiAlias);
+    EXPECT_EQ(again.imageCompression, 2);
+    EXPECT_EQ(again.imageDpi, 150);
+    EXPECT_EQ(again.pdfA, 3);
+    EXPECT_EQ(again.layersSetting, 0);
+    EXPECT_TRUE(again.linesMerge && again.trueTypeAsGeometry);
+    EXPECT_EQ(again.resolution, 600);
+
+    // Absent properties leave the record as it was, but for the viewer.
+    config->custom.emplace();
+    config->resColorMem.linesOverwrite.reset();
+    config->resColorMem.resolution.physResolutionX = 1e300;
+    options.readFromPc3(*config);
+    EXPECT_TRUE(options.openInViewer);
+    EXPECT_FALSE(options.embedTrueType);
+    EXPECT_EQ(options.imageDpi, 150);
+    EXPECT_FALSE(options.linesMerge);
+    EXPECT_GT(options.resolution, 0);
+}
+
+CustomPaperSize paperOf(std::int32_t source, const wchar_t* name, std::int32_t units) {
+    CustomPaperSize paper;
+    paper.source = source;
+    paper.globalName = paper.localName = name;
+    paper.units = units;
+    paper.width = 8.5;
+    paper.height = 11;
+    paper.left = 0.25;
+    paper.bottom = 0.5;
+    paper.right = 0.75;
+    paper.top = 1;
+    return paper;
+}
+
+TEST(CustomPaper, ComesBackFromAPmpInEveryUnit) {
+    const struct {
+        std::int32_t units;
+        const wchar_t* sizeName;
+        const wchar_t* descriptionName;
+    } cases[] = {
+        {kInches, L"UserDefinedImperial (8.50 x 11.00Inches)",
+         L"UserDefinedImperial Portrait 215.90W x 279.40H - (6, 13) x (197, 254) =45968 MM"},
+        {kMillimeters, L"UserDefinedMetric (8.50 x 11.00MM)",
+         L"UserDefinedMetric Portrait 8.50W x 11.00H - (0, 0) x (8, 10) =71 MM"},
+        {kPixels, L"UserDefinedRaster (8.50 x 11.00Pixels)",
+         L"UserDefinedRaster Portrait 8.50W x 11.00H - (0, 0) x (8, 10) =71 Pixels"},
+    };
+    for (const auto& entry : cases) {
+        UdmNode udm;
+        udm.media = std::make_shared<UdmNode::MediaNode>();
+        CustomPaperSize paper = paperOf(1, L"Mine", entry.units);
+        paper.writeToPmp(udm);
+        paper.writeToPmp(udm);
+        const auto& sizes = udm.media->size.papers;
+        const auto& descriptions = udm.media->description.papers;
+        ASSERT_EQ(sizes.size(), 2u);
+        ASSERT_EQ(descriptions.size(), 2u);
+        EXPECT_EQ(sizes[0].name, entry.sizeName);
+        EXPECT_EQ(sizes[1].name, std::wstring(entry.sizeName) + L"_1");
+        EXPECT_EQ(sizes[0].localizedName, L"Mine");
+        EXPECT_FALSE(sizes[0].landscapeMode);
+        EXPECT_EQ(descriptions[0].name, entry.descriptionName);
+        EXPECT_EQ(sizes[1].mediaDescriptionName, descriptions[1].name);
+        EXPECT_NE(descriptions[0].name, descriptions[1].name);
+        const double scale = entry.units == kInches ? 25.4 : 1;
+        EXPECT_DOUBLE_EQ(descriptions[0].mediaBoundsUrx, 8.5 * scale);
+        EXPECT_DOUBLE_EQ(descriptions[0].printableBoundsUry, 10 * scale);
+        EXPECT_DOUBLE_EQ(descriptions[0].printableArea, 7.5 * 9.5 * scale * scale);
+        EXPECT_EQ(descriptions[0].dimensional, entry.units != kPixels);
+
+        CustomPaperSize again = paperOf(5, L"", 9);
+        again.initFromPmp(udm, 1);
+        paper.globalName = sizes[1].name;
+        EXPECT_EQ(again, paper);
+        // Once it has the name of its unit, it keeps it.
+        UdmNode second;
+        second.media = std::make_shared<UdmNode::MediaNode>();
+        again.globalName = L"userDefined" + again.globalName.substr(11);
+        std::swap(again.width, again.height);
+        again.writeToPmp(second);
+        EXPECT_EQ(second.media->size.papers[0].name, again.globalName);
+        EXPECT_TRUE(second.media->size.papers[0].landscapeMode);
+    }
+}
+
+TEST(CustomPaper, EqualityAllowsForRounding) {
+    const CustomPaperSize paper = paperOf(0, L"Paper", kMillimeters);
+    for (double CustomPaperSize::*length :
+         {&CustomPaperSize::width, &CustomPaperSize::height, &CustomPaperSize::left,
+          &CustomPaperSize::bottom, &CustomPaperSize::right, &CustomPaperSize::top}) {
+        CustomPaperSize other = paper;
+        other.*length += 1e-11;
+        EXPECT_EQ(other, paper);
+        other.*length += 1e-9;
+        EXPECT_FALSE(other == paper);
+    }
+    CustomPaperSize other = paper;
+    other.localName = L"paper";
+    EXPECT_FALSE(other == paper);
+    other = paper;
+    other.source = 1;
+    EXPECT_FALSE(other == paper);
+}
+
+TEST(CustomPaper, GoesWhereItsSourceSays) {
+    const Config config = created(L"Print As PDF");
+    std::vector<CustomPaperSize> papers = {
+        paperOf(1, L"in the PMP", kInches), paperOf(0, L"own", kMillimeters),
+        paperOf(2, L"nowhere", kMillimeters), paperOf(1, L"in the PMP, too", kInches)};
+    config->meta.userDefinedModelPathname = L"named.pmp";
+    config->setCustomPaperSizes(papers);
+    ASSERT_NE(config->pmp(), nullptr);
+    EXPECT_EQ(config->pmp()->canonicalModelName, L"pdf");
+    EXPECT_EQ(config->meta.userDefinedModelPathname, L"named.pmp");
+    config->getCustomPaperSizes(papers);
+    ASSERT_EQ(papers.size(), 3u);
+    EXPECT_EQ(papers[0].localName, L"own");
+    EXPECT_EQ(papers[1].localName, L"in the PMP");
+    EXPECT_EQ(papers[2].globalName, L"UserDefinedImperial (8.50 x 11.00Inches)_1");
+    // Each of the papers that came from the PMP still has a description of its own.
+    EXPECT_EQ(papers[2].width, 8.5);
+
+    bool changed = false;
+    config->setPaperSize(2, true, changed);
+    EXPECT_TRUE(changed);
+    EXPECT_EQ(config->media.size.name, papers[2].globalName);
+    EXPECT_DOUBLE_EQ(config->media.size.mediaDescription.mediaBounds.urx, 215.9);
+    changed = false;
+    config->setPaperSize(2, true, changed);
+    EXPECT_FALSE(changed);
+    config->setPaperSize(3, true, changed);
+    EXPECT_EQ(config->media.size.name, L"A0");
+    EXPECT_TRUE(changed);
+    config->setPaperSize(3 + wut::cPdfPapersCount, true, changed);
+    EXPECT_EQ(config->media.size.name, L"A0");
+
+    config->setCustomPaperSizes({});
+    EXPECT_NE(config->pmp(), nullptr);
+    EXPECT_TRUE(config->media.customPapers->papers.empty());
+    EXPECT_TRUE(config->pmp()->udm.media->description.papers.empty());
+}
+
+/// Names and descriptions are made and found for the whole list at once: as one by one.
+TEST(CustomPaper, ListsAreAsWrittenOneByOne) {
+    std::vector<CustomPaperSize> papers;
+    for (int number = 0; number < 60; ++number) {
+        papers.push_back(paperOf(1, L"A", number % 3));
+        papers.back().width += number % 4;
+        papers.back().globalName = number % 5 == 0 ? L"UserDefinedMetric A_1" : L"A";
+    }
+    const Config config = created(L"Print As PDF");
+    config->setCustomPaperSizes(papers);
+    UdmNode udm;
+    udm.media = std::make_shared<UdmNode::MediaNode>();
+    for (const CustomPaperSize& paper : papers) {
+        paper.writeToPmp(udm);
+    }
+    PiaTree one;
+    PiaTree other;
+    ASSERT_TRUE(udm.write(one.root()) && config->pmp()->udm.write(other.root()));
+    EXPECT_TRUE(equalTrees(one.root(), other.root()));
+    std::vector<CustomPaperSize> read;
+    config->getCustomPaperSizes(read);
+    ASSERT_EQ(read.size(), papers.size());
+    for (std::size_t index = 0; index < read.size(); ++index) {
+        CustomPaperSize single;
+        single.initFromPmp(udm, index);
+        EXPECT_EQ(read[index], single);
+    }
+    udm.media->description.papers.clear();
+    CustomPaperSize lost;
+    lost.initFromPmp(udm, 0);
+    EXPECT_EQ(lost.width, 0);
+}
+
+class CustomPapersTest : public testing::Test {
+protected:
+    Config config_ = created(L"Print As PDF");
+    wut::CustomPapers papers_{config_.get()};
+};
+
+TEST_F(CustomPapersTest, ConvertsBetweenUnits) {
+    const struct {
+        std::int32_t paper;
+        OdDbPlotSettings::PlotPaperUnits shown;
+        double seen;
+        double stored;
+    } cases[] = {
+        {kMillimeters, kMillimeters, 254, 254},
+        {kMillimeters, kInches, 10, 6451.6},
+        {kMillimeters, kPixels, 254, 254},
+        {kInches, kInches, 254, 254},
+        {kInches, kMillimeters, 6451.6, 10},
+        {kInches, kPixels, 6451.6, 10},
+        {kPixels, kMillimeters, 254, 254},
+        {kPixels, kInches, 10, 6451.6},
+        {9, kMillimeters, 10, 10},
+        {9, kInches, 10, 6451.6},
+    };
+    for (const auto& entry : cases) {
+        CustomPaperSize paper = paperOf(0, L"A", entry.paper);
+        // Each length is a multiple of its own.
+        int times = 0;
+        for (double* length :
+             {&paper.width, &paper.height, &paper.left, &paper.bottom, &paper.right, &paper.top}) {
+            *length = 254 * ++times;
+        }
+        config_->setCustomPaperSizes({paper});
+        papers_.load();
+        papers_.setDefaultUnits(entry.shown);
+        times = 0;
+        for (const double seen :
+             {papers_.getWidth(0), papers_.getHeight(0), papers_.getLeftMargin(0),
+              papers_.getBottomMargin(0), papers_.getRightMargin(0), papers_.getTopMargin(0)}) {
+            EXPECT_DOUBLE_EQ(seen, entry.seen * ++times) << entry.paper << entry.shown;
+        }
+        papers_.setSize(0, 254, 508);
+        papers_.setLeftMargin(0, 762);
+        papers_.setBottomMargin(0, 1016);
+        papers_.setTopMargin(0, 1524);
+        // Units that are named win over those that are shown.
+        papers_.setDefaultUnits(entry.shown == kInches ? kMillimeters : kInches);
+        papers_.setRightMargin(0, 1270, entry.shown);
+        papers_.save();
+        const CustomPaperSize& stored = config_->media.customPapers->papers[0];
+        times = 0;
+        for (const double length :
+             {stored.width, stored.height, stored.left, stored.bottom, stored.right, stored.top}) {
+            EXPECT_DOUBLE_EQ(length, entry.stored * ++times) << entry.paper << entry.shown;
+        }
+    }
+}
+
+TEST_F(CustomPapersTest, EditsACopy) {
+    CustomPaperSize paper = paperOf(0, L"Global", kMillimeters);
+    paper.localName = L"Local";
+    config_->setCustomPaperSizes({paper});
+    EXPECT_EQ(papers_.size(), 0u);
+    papers_.load();
+    ASSERT_EQ(papers_.size(), 1u);
+    EXPECT_TRUE(papers_.isDuplicateName("Local"));
+    EXPECT_TRUE(papers_.isDuplicateName("Global"));
+    EXPECT_FALSE(papers_.isDuplicateName("local"));
+    papers_.setName(0, "Renamed");
+    EXPECT_EQ(papers_.getName(0), wxString("Renamed"));
+    EXPECT_TRUE(papers_.isDuplicateName("Global"));
+    papers_.setDefaultUnits(kInches);
+    papers_.append("Roll");
+    papers_.setSize(1, 36, 100);
+    EXPECT_EQ(config_->pmp(), nullptr);
+    papers_.save();
+    ASSERT_NE(config_->pmp(), nullptr);
+    ASSERT_EQ(config_->pmp()->udm.media->size.papers.size(), 1u);
+    EXPECT_EQ(config_->pmp()->udm.media->size.papers[0].localizedName, L"Roll");
+    EXPECT_DOUBLE_EQ(config_->pmp()->udm.media->description.papers[0].mediaBoundsUrx, 914.4);
+    EXPECT_EQ(config_->media.customPapers->papers[0].localName, L"Renamed");
+    EXPECT_EQ(config_->media.customPapers->papers[0].globalName, L"Global");
+    papers_.remove(0);
+    EXPECT_EQ(papers_.getName(0), wxString("Roll"));
+    EXPECT_EQ(papers_.size(), 1u);
+}
+
+/// The short forms of the setters go through the long ones, which a dialog's own model overrides.
+TEST_F(CustomPapersTest, ShortSettersCallTheLongOnes) {
+    class Counting : public wut::CustomPapers {
+    public:
+        using CustomPapers::CustomPapers;
+        using CustomPapers::setBottomMargin;
+        using CustomPapers::setLeftMargin;
+        using CustomPapers::setRightMargin;
+        using CustomPapers::setTopMargin;
+        void setLeftMargin(unsigned, double, Units units) override { seen += units + 1; }
+        void setRightMargin(unsigned, double, Units units) override { seen += units + 1; }
+        void setTopMargin(unsigned, double, Units units) override { seen += units + 1; }
+        void setBottomMargin(unsigned, double, Units units) override { seen += units + 1; }
+        int seen = 0;
+    };
+    Counting counting(config_.get());
+    counting.setDefaultUnits(kPixels);
+    counting.setLeftMargin(0, 1);
+    counting.setRightMargin(0, 1);
+    counting.setTopMargin(0, 1);
+    counting.setBottomMargin(0, 1);
+    EXPECT_EQ(counting.seen, 12);
+}
+
+}  // namespace

@@ -1,0 +1,162 @@
+#include <gmock/gmock.h>
+
+#include <platen/pia.h>
+#include <platen/utcore.h>
+#include "tests/print/bridge_support.h"
+#include "tests/support/configurations.h"
+#include "tests/support/files.h"
+#include "tests/support/trees.h"
+
+namespace {
+
+class BridgeDocumentsTest : public BridgeTest {
+protected:
+    /// A document for this printer and driver, read from a file.
+    std::unique_ptr<CPlotCfg3> readBack(const std::string& body, bool& printerChanged) const {
+        writeBytes(folder_.path("a.pc3"), fileAround(body, PiaKind::Pc3));
+        const wxLogNull quiet;
+        return std::unique_ptr<CPlotCfg3>(
+            CPlotCfg3::read(folder_.wide("a.pc3").c_str(), printerChanged));
+    }
+
+    static std::string bodyFor(std::string_view printer, std::string_view driver) {
+        std::string body = edited(fullConfiguration, "\\\\server\\plotter", printer);
+        return edited(body, "Driver name", driver);
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(BridgeDocumentsTest, ANewConfigurationDescribesItsPrinter) {
+    auto& printer = addFull(L"Fake");
+    printer.port = L"file:";
+    const auto config = create(L"Fake");
+    ASSERT_NE(config, nullptr);
+    EXPECT_EQ(config->meta.winDeviceName, L"Fake");
+    EXPECT_EQ(config->meta.configDescription, L"Second floor");
+    EXPECT_EQ(config->meta.winDriverName, L"Fake Driver");
+    EXPECT_EQ(config->meta.localizedModelName, L"System");
+    EXPECT_EQ(config->meta.canonicalFamilyName, L"System");
+    EXPECT_EQ(config->meta.dmDriverVersion, 0x0102);
+    EXPECT_TRUE(config->io.plotToFile);
+    EXPECT_EQ(config->media.size.name, L"A4");
+    EXPECT_EQ(config->media.size.dmScale, 80);
+    ASSERT_TRUE(config->media.destination);
+    EXPECT_EQ(config->media.destination->name, L"Default");
+    EXPECT_EQ(config->media.destination->collatingName, L"Regular");
+    EXPECT_EQ(config->resColorMem.dmColor, 2);
+    EXPECT_EQ(config->resColorMem.linesOverwrite, true);
+    EXPECT_EQ(config->resColorMem.resolution.name, L"600x1200_None");
+    std::wstring digits;
+    EXPECT_TRUE(config->custom->getBin(digits, L"RawPrivateDeviceData"));
+    EXPECT_EQ(digits, L"0102030405060708");
+    const std::pair<const wchar_t*, int> numbers[] = {
+        {L"dmDriverExtra", 8},
+        {L"dmSize", static_cast<int>(sizeof(DEVMODEW))},
+        {L"dmMediaType", DMMEDIA_GLOSSY},
+        {L"dmDefaultSource", DMBIN_MANUAL},
+        {L"dmSpecVersion", DM_SPECVERSION},
+        {L"dmTTOption", DMTT_DOWNLOAD}};
+    for (const auto& [key, expected] : numbers) {
+        int value = 0;
+        EXPECT_TRUE(config->custom->get(value, key)) << ut::encodeUtf8(key);
+        EXPECT_EQ(value, expected) << ut::encodeUtf8(key);
+    }
+    // Every handle is given back.
+    EXPECT_EQ(spooler_.handles.size(), 0U);
+}
+
+TEST_F(BridgeDocumentsTest, WhatCannotBeAskedMakesNoConfiguration) {
+    EXPECT_EQ(create(L"Fake"), nullptr);
+    auto& printer = spooler_.add(L"Fake");
+    printer.propertiesFail = true;
+    EXPECT_EQ(create(L"Fake"), nullptr);
+    printer.propertiesFail = false;
+    printer.fillFails = true;
+    EXPECT_EQ(create(L"Fake"), nullptr);
+    printer.fillFails = false;
+    printer.devMode.dmPaperSize = DMPAPER_B5;
+    EXPECT_EQ(create(L"Fake"), nullptr);
+    printer.devMode.dmPaperSize = 300;
+    const auto config = create(L"Fake");
+    ASSERT_NE(config, nullptr);
+    EXPECT_EQ(config->media.size.name, L"User300");
+    EXPECT_EQ(spooler_.handles.size(), 0U);
+}
+
+TEST_F(BridgeDocumentsTest, ALostPrinterGivesWayToTheNextOfItsDriver) {
+    spooler_.add(L"Other").driver = L"Another";
+    spooler_.add(L"Broken").driver.clear();
+    auto& first = spooler_.add(L"First");
+    spooler_.add(L"Second").driver = L"driver NAME";
+    first.driver = L"DRIVER name";
+    first.shared = true;
+    spooler_.find(L"Other")->shared = true;
+    const struct {
+        const char* what;
+        const char* printer;
+        const char* driver;
+        const wchar_t* expected;
+        bool moved;
+    } cases[] = {
+        {"there", "second", "Driver name", L"second", false},
+        {"gone", "Gone", "Driver name", L"First", true},
+        {"has another driver by now", "Other", "Driver name", L"First", true},
+        {"gone, and no other", "Gone", "Unknown driver", L"Gone", false},
+    };
+    for (const auto& [what, printer, driver, expected, moved] : cases) {
+        bool printerChanged = !moved;
+        const auto config = readBack(bodyFor(printer, driver), printerChanged);
+        ASSERT_NE(config, nullptr) << what;
+        EXPECT_EQ(config->meta.winDeviceName, expected) << what;
+        EXPECT_EQ(printerChanged, moved) << what;
+        EXPECT_EQ(config->meta.friendlyNetName, L"friendly") << what;
+        EXPECT_EQ(spooler_.handles.size(), 0U) << what;
+    }
+    // A printer that both lists have is asked once.
+    bool printerChanged = false;
+    spooler_.calls.clear();
+    readBack(bodyFor("Gone", "Unknown driver"), printerChanged);
+    EXPECT_EQ(spooler_.calls["open"], 1 + 4);
+    // Nobody is asked about a driver that is not named.
+    spooler_.calls.clear();
+    readBack(edited(bodyFor("Gone", "x"), " win_driver_name=\"x\n", ""), printerChanged);
+    EXPECT_EQ(spooler_.calls["open"], 1);
+}
+
+TEST_F(BridgeDocumentsTest, TheDefaultPrinterTakesThePlaceOfWhatAsksForIt) {
+    const std::string body =
+        edited(fullConfiguration, "default_system_cfg=FALSE", "default_system_cfg=TRUE");
+    bool printerChanged = true;
+    spooler_.add(L"First");
+    EXPECT_EQ(readBack(body, printerChanged), nullptr);
+    spooler_.add(L"Default").comment = L"mine";
+    spooler_.defaultName = L"Default";
+    const auto config = readBack(body, printerChanged);
+    ASSERT_NE(config, nullptr);
+    EXPECT_FALSE(printerChanged);
+    EXPECT_EQ(config->meta.winDeviceName, L"Default");
+    EXPECT_EQ(config->meta.configDescription, L"mine");
+    EXPECT_FALSE(config->media.customPapers);
+}
+
+TEST_F(BridgeDocumentsTest, TheDefaultsComeBack) {
+    auto& printer = addFull(L"Fake");
+    const auto config = create(L"Fake");
+    ASSERT_NE(config, nullptr);
+    const std::string fresh = bodyOfDocument(*config);
+    config->media.numberOfCopies = 12;
+    config->media.size.setName(L"Letter");
+    config->custom->setBin(L"00", L"RawPrivateDeviceData", false);
+    EXPECT_TRUE(config->setToDefault());
+    EXPECT_EQ(bodyOfDocument(*config), fresh);
+    config->media.numberOfCopies = 12;
+    const std::string changed = bodyOfDocument(*config);
+    printer.propertiesFail = true;
+    EXPECT_FALSE(config->setToDefault());
+    spooler_.remove(L"Fake");
+    EXPECT_FALSE(config->setToDefault());
+    EXPECT_EQ(bodyOfDocument(*config), changed);
+}
+
+}  // namespace

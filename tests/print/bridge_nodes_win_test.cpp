@@ -1,0 +1,142 @@
+#include <gmock/gmock.h>
+
+#include <wx/dcmemory.h>
+
+#include "print/hex_text.h"
+#include "print/page_bounds.h"
+#include "tests/print/bridge_support.h"
+
+namespace {
+
+using Resolution = CResColorMemNode::CResolutionNode;
+
+class BridgeNodesTest : public BridgeTest {
+protected:
+    BridgeNodesTest() { spooler_.add(L"Fake"); }
+};
+
+TEST_F(BridgeNodesTest, ResolutionsAreNamedAfterWhatTheyAre) {
+    const struct {
+        const wchar_t* name;
+        short quality;
+        std::int16_t y;
+        const wchar_t* expected;
+    } cases[] = {
+        {L"", 600, 600, L"600x600_None"},
+        {L"plain", 600, 300, L"600x300"},
+        {L"300x300_Best", 600, 0, L"600x0_Best"},
+        {L"a_b_c", 720, 360, L"720x360_c"},
+    };
+    for (const auto& [name, quality, y, expected] : cases) {
+        wut::PrintData data(L"Fake");
+        data.setDmQuality(quality);
+        wut::WindowsPrintNativeData::GetNativeData(data)->yResolution = y;
+        Resolution resolution;
+        resolution.name = name;
+        EXPECT_TRUE(resolution.set(data, nullptr));
+        EXPECT_EQ(resolution.name, expected);
+        EXPECT_EQ(resolution.physResolutionX, quality);
+        EXPECT_EQ(resolution.addrResolutionX, quality);
+        EXPECT_EQ(resolution.effectiveResolutionY, y);
+    }
+}
+
+TEST_F(BridgeNodesTest, AQualityNeedsAContext) {
+    wut::PrintData data(L"Fake");
+    data.setDmQuality(DMRES_HIGH);
+    Resolution resolution;
+    resolution.name = L"300x300_Best";
+    EXPECT_FALSE(resolution.set(data, nullptr));
+    EXPECT_EQ(resolution.name, L"300x300_Best");
+    EXPECT_EQ(resolution.physResolutionY, 1.0);
+    wxMemoryDC screen;
+    EXPECT_TRUE(resolution.set(data, &screen));
+    EXPECT_EQ(resolution.name, L"DMRES_HIGH_Best");
+    EXPECT_EQ(resolution.physResolutionX, screen.GetPPI().x);
+    resolution.name = L"DMRES_HIGH";
+    EXPECT_TRUE(resolution.set(data, &screen));
+    EXPECT_EQ(resolution.name, L"DMRES_HIGH_HIGH");
+    EXPECT_FALSE(resolution.set(data, &screen));
+    EXPECT_EQ(resolution.name, L"DMRES_HIGH_HIGH");
+}
+
+TEST_F(BridgeNodesTest, ResolutionsGoIntoPrintData) {
+    const struct {
+        const wchar_t* name;
+        double x;
+        double y;
+        int quality;
+        int yResolution;
+    } cases[] = {
+        {L"dmres_low_x", 300, 300, wxPRINT_QUALITY_LOW, 111},
+        {L"DMRES_HIGHER", 300, 300, wxPRINT_QUALITY_HIGH, 111},
+        {L"DMRES_MEDIU", 299.9, 150.9, 299, 150},
+        {L"", 0, 300, 42, 300},
+        {L"", 300, 0, 300, 111},
+        {L"", 1e300, -1e300, 2147483647, 0},
+    };
+    for (const auto& [name, x, y, quality, yResolution] : cases) {
+        wut::PrintData data(L"Fake");
+        data.SetQuality(42);
+        auto* native = wut::WindowsPrintNativeData::GetNativeData(data);
+        native->yResolution = 111;
+        Resolution resolution;
+        resolution.name = name;
+        resolution.physResolutionX = x;
+        resolution.physResolutionY = y;
+        resolution.get(data);
+        EXPECT_EQ(data.GetQuality(), quality);
+        EXPECT_EQ(native->yResolution, yResolution);
+    }
+}
+
+TEST_F(BridgeNodesTest, BoundsComeFromThePage) {
+    CMediaNode media;
+    // 254 dots per inch are 0.1 mm a dot across; down a dot is 0.2 mm.
+    EXPECT_TRUE(print_bridge::setBounds(media, {254, 127}, {-50, -20, 2100, 1485}));
+    const auto& description = media.size.mediaDescription;
+    EXPECT_NEAR(description.mediaBounds.urx, 210, 1e-9);
+    EXPECT_NEAR(description.mediaBounds.ury, 297, 1e-9);
+    EXPECT_NEAR(media.actualPrintableBoundsLlx, 5, 1e-9);
+    EXPECT_NEAR(media.actualPrintableBoundsLly, 4, 1e-9);
+    EXPECT_NEAR(description.printableBoundsUrx, 200, 1e-9);
+    EXPECT_NEAR(description.printableBoundsUry, 289, 1e-9);
+    EXPECT_NEAR(description.printableArea, 195.0 * 285, 1e-6);
+    // The area alone is no change.
+    media.size.mediaDescription.printableArea = 1;
+    EXPECT_FALSE(print_bridge::setBounds(media, {254, 127}, {-50, -20, 2100, 1485}));
+    EXPECT_NEAR(description.printableArea, 195.0 * 285, 1e-6);
+    // A context without a page says nothing.
+    for (const wxSize ppi : {wxSize(0, 127), wxSize(254, 0), wxSize(-1, -1)}) {
+        EXPECT_FALSE(print_bridge::setBounds(media, ppi, {0, 0, 100, 100}));
+    }
+    EXPECT_FALSE(print_bridge::setBounds(media, {254, 127}, {0, 0, 0, 100}));
+    EXPECT_FALSE(media.setBounds(nullptr));
+    const wxPrinterDC none;
+    EXPECT_FALSE(media.setBounds(&none));
+    EXPECT_NEAR(description.mediaBounds.urx, 210, 1e-9);
+}
+
+TEST(BridgeHexTest, BytesAreReadLeniently) {
+    const struct {
+        std::wstring text;
+        std::vector<unsigned> bytes;
+        std::wstring again;
+    } cases[] = {
+        {L"00FF7f", {0x00, 0xFF, 0x7F}, L"00FF7F"},
+        {L"aG-1", {0xA0, 0x01}, L"A001"},
+        {L"123", {0x12}, L"12"},
+        {L"", {}, L""},
+        {L"\x0661\x0662", {0x00}, L"00"},
+    };
+    for (const auto& [text, bytes, again] : cases) {
+        const std::vector<std::byte> read = wut::hexBytes(text);
+        ASSERT_EQ(read.size(), bytes.size());
+        for (std::size_t at = 0; at < read.size(); ++at) {
+            EXPECT_EQ(std::to_integer<unsigned>(read[at]), bytes[at]);
+        }
+        EXPECT_EQ(wut::hexText(read), again);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,181 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <platen/print.h>
+#include "tests/support/fake_spooler.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Printers : public testing::Test {
+protected:
+    std::vector<std::wstring> listed() {
+        OdArray<OdString> names;
+        wut::getSystemPrinters(names);
+        std::vector<std::wstring> texts;
+        for (const OdString& name : names) {
+            texts.push_back(name.text());
+        }
+        return texts;
+    }
+
+    test_support::FakeSpooler fake_;
+    wut::SpoolerForTest inPlace_{fake_};
+};
+
+TEST_F(Printers, AreListedLocalOnesFirstAndTwiceWhenBothPassesSeeThem) {
+    EXPECT_THAT(listed(), IsEmpty());
+    fake_.add(L"Remote").local = false;
+    fake_.printers.back()->shared = true;
+    fake_.add(L"Plotter").shared = true;
+    fake_.add(L"Büro");
+    EXPECT_THAT(listed(), ElementsAre(L"Plotter", L"Büro", L"Remote", L"Plotter"));
+
+    OdArray<OdString> names;
+    names.append(L"before");
+    wut::getSystemPrinters(names);
+    EXPECT_EQ(names.size(), 5u);
+    EXPECT_EQ(names[0].text(), L"before");
+}
+
+TEST_F(Printers, ThatComeWhileTheyAreListedAreListed) {
+    fake_.add(L"First");
+    fake_.whenListing = [this] {
+        if (fake_.calls["enumerate"] == 2) {
+            fake_.add(L"Second, of a long name");
+        }
+    };
+    EXPECT_THAT(listed(), ElementsAre(L"First", L"Second, of a long name"));
+}
+
+TEST_F(Printers, ThatNeverStopComingEndTheListing) {
+    fake_.add(L"First");
+    fake_.whenListing = [this] { fake_.add(L"One more"); };
+    EXPECT_THAT(listed(), IsEmpty());
+    EXPECT_LT(fake_.calls["enumerate"], 10);
+}
+
+TEST_F(Printers, HaveADefaultOrTheFirstOrNone) {
+    EXPECT_EQ(wut::getDefaultSystemPrinter(false).text(), L"");
+    EXPECT_EQ(wut::getDefaultSystemPrinter(true).text(), L"");
+    fake_.add(L"Plotter");
+    fake_.add(L"Office");
+    EXPECT_EQ(wut::getDefaultSystemPrinter(false).text(), L"");
+    EXPECT_EQ(wut::getDefaultSystemPrinter(true).text(), L"Plotter");
+    fake_.defaultName = L"Office";
+    EXPECT_EQ(wut::getDefaultSystemPrinter(false).text(), L"Office");
+    EXPECT_EQ(wut::getDefaultSystemPrinter(true).text(), L"Office");
+}
+
+TEST_F(Printers, AreTheDefaultForAWhile) {
+    fake_.add(L"Plotter");
+    fake_.add(L"Office");
+    fake_.defaultName = L"Office";
+    {
+        wut::ChangeDefaultPrinter change(L"Plotter");
+        EXPECT_EQ(fake_.defaultName, L"Plotter");
+        EXPECT_EQ(change.oldDefaultPrinter().text(), L"Office");
+        EXPECT_FALSE(change.setDefaultPrinter(L"Gone"));
+        EXPECT_EQ(fake_.defaultName, L"Plotter");
+    }
+    EXPECT_EQ(fake_.defaultName, L"Office");
+
+    // Where there was no default, the new one stays.
+    fake_.defaultName.clear();
+    { const wut::ChangeDefaultPrinter change(L"Plotter"); }
+    EXPECT_EQ(fake_.defaultName, L"Plotter");
+}
+
+TEST_F(Printers, TellPortsAndCommentWhenTheyAreOpen) {
+    test_support::FakePrinter& plotter = fake_.add(L"Plotter");
+    plotter.port = L"FILE:,LPT2:";
+    plotter.comment = L"2nd floor";
+    fake_.add(L"Bare").port.clear();
+
+    wut::PrinterHandle printer(L"Gone");
+    EXPECT_FALSE(printer);
+    EXPECT_EQ(wut::getPrinterPorts(printer).text(), L"");
+    EXPECT_EQ(wut::getPrinterComment(printer).text(), L"");
+    EXPECT_TRUE(printer.open(L"Plotter"));
+    EXPECT_EQ(wut::getPrinterPorts(printer).text(), L"FILE:,LPT2:");
+    EXPECT_EQ(wut::getPrinterComment(printer).text(), L"2nd floor");
+    EXPECT_TRUE(printer.open(L"Bare"));
+    EXPECT_EQ(wut::getPrinterPorts(printer).text(), L"");
+    // It has vanished since.
+    fake_.remove(L"Bare");
+    EXPECT_EQ(wut::getPrinterPorts(printer).text(), L"");
+}
+
+TEST_F(Printers, AreClosedOnce) {
+    fake_.add(L"Plotter");
+    {
+        wut::PrinterHandle first(L"Plotter");
+        wut::PrinterHandle second(std::move(first));
+        EXPECT_EQ(fake_.handles.size(), 1u);
+        second = wut::PrinterHandle(L"Plotter");
+        EXPECT_EQ(fake_.handles.size(), 1u);
+        EXPECT_FALSE(second.open(L"Gone"));
+        EXPECT_THAT(fake_.handles, IsEmpty());
+        EXPECT_TRUE(second.open(L"Plotter"));
+    }
+    EXPECT_THAT(fake_.handles, IsEmpty());
+    EXPECT_EQ(fake_.calls["close"], 3);
+}
+
+TEST_F(Printers, HelperAnswersByNameAndId) {
+    test_support::FakePrinter& plotter = fake_.add(L"Plotter");
+    plotter.papers.push_back({300, L"A4", {100, 100}});
+    plotter.port = L"FILE:";
+    CPrnHelper helper(L"plotter");
+    ASSERT_TRUE(helper.isValid());
+    EXPECT_EQ(helper.paperCount(), 3u);
+    EXPECT_EQ(helper.findPaperName(L"a4"), 0);
+    EXPECT_EQ(helper.findPaperName(L"LETTER"), 1);
+    EXPECT_EQ(helper.findPaperName(L"A4 "), -1);
+    EXPECT_EQ(helper.findPaperId(300), 2);
+    EXPECT_EQ(helper.findPaperId(2), -1);
+    EXPECT_EQ(helper.getPaperName(2).text(), L"A4");
+    EXPECT_EQ(helper.getPaperId(1), 1);
+    EXPECT_THROW(helper.getPaperName(3), OdError_InvalidIndex);
+    EXPECT_THROW(helper.getPaperId(3), OdError_InvalidIndex);
+
+    std::wstring text = L"before";
+    EXPECT_TRUE(helper.getPrinterDriver(text));
+    EXPECT_EQ(text, L"Fake Driver");
+    EXPECT_TRUE(helper.getPorts(text));
+    EXPECT_EQ(text, L"FILE:");
+}
+
+TEST_F(Printers, HelperOfAPrinterThatIsNotThereKnowsNothing) {
+    CPrnHelper helper(L"Gone");
+    std::wstring text = L"before";
+    EXPECT_FALSE(helper.isValid());
+    EXPECT_FALSE(helper.getPrinterDriver(text));
+    EXPECT_EQ(text, L"");
+    EXPECT_FALSE(helper.getPorts(text));
+    EXPECT_EQ(helper.findPaperName(L"A4"), -1);
+    EXPECT_THROW(helper.getPaperName(0), OdError_InvalidIndex);
+    EXPECT_EQ(fake_.calls["deviceCapabilities"], 0);
+}
+
+TEST_F(Printers, HelperAsksForPapersUntilBothListsCome) {
+    test_support::FakePrinter& plotter = fake_.add(L"Late");
+    plotter.counts[DC_PAPERNAMES] = -1;
+    CPrnHelper helper(L"Late");
+    EXPECT_EQ(helper.findPaperId(9), -1);
+    EXPECT_EQ(helper.paperCount(), 0u);
+    plotter.counts.clear();
+    EXPECT_EQ(helper.findPaperId(9), 0);
+    const int asked = fake_.calls["deviceCapabilities"];
+    EXPECT_EQ(helper.findPaperName(L"Letter"), 1);
+    EXPECT_EQ(fake_.calls["deviceCapabilities"], asked);
+    EXPECT_EQ(fake_.handles.size(), 1u);
+    wut::onPrinterSettingsChanged(OdString());
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+#include "tools/platen/arguments/paper_sizes.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include <platen/utcore.h>
+#include "tools/platen/arguments/numbers.h"
+
+namespace platen {
+namespace {
+
+/// The numbers between the separators, when all of them are there.
+template <std::size_t Count>
+std::optional<std::array<double, Count>> numbersIn(std::string_view text,
+                                                   std::string_view separators) {
+    std::array<double, Count> numbers{};
+    for (std::size_t index = 0; index < Count; ++index) {
+        const std::size_t end =
+            index + 1 < Count ? text.find_first_of(separators) : std::string_view::npos;
+        const std::optional<double> number = wholeNumber(text.substr(0, end));
+        if (!number || (index + 1 < Count && end == std::string_view::npos)) {
+            return std::nullopt;
+        }
+        numbers[index] = *number;
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return numbers;
+}
+
+}  // namespace
+
+std::optional<PaperSize> paperSize(std::string_view text) {
+    const auto numbers = numbersIn<2>(text, "xX");
+    return numbers ? std::optional(PaperSize{(*numbers)[0], (*numbers)[1]}) : std::nullopt;
+}
+
+std::optional<PaperMargins> paperMargins(std::string_view text) {
+    const auto numbers = numbersIn<4>(text, ",");
+    return numbers ? std::optional(
+                         PaperMargins{(*numbers)[0], (*numbers)[1], (*numbers)[2], (*numbers)[3]})
+                   : std::nullopt;
+}
+
+std::optional<OdDbPlotSettings::PlotPaperUnits> paperUnits(std::string_view text) {
+    using enum OdDbPlotSettings::PlotPaperUnits;
+    if (text == "mm") {
+        return kMillimeters;
+    }
+    if (text == "in") {
+        return kInches;
+    }
+    return text == "px" ? std::optional(kPixels) : std::nullopt;
+}
+
+std::string paperNameFault(std::wstring_view name) {
+    constexpr std::size_t longest = 400;
+    std::string bytes;
+    if (name.empty()) {
+        return "a paper needs a name";
+    }
+    if (std::any_of(name.begin(), name.end(), [](wchar_t unit) { return unit < L' '; })) {
+        return "a name is one line without control characters";
+    }
+    if (ut::utf16Length(name) > longest) {
+        return "a name has " + std::to_string(longest) + " characters at most";
+    }
+    if (ut::convertToAnsi(name, bytes) > 0) {
+        return "the name has characters that files do not hold (they are written in " +
+               ut::ansiCodePage() + ")";
+    }
+    return {};
+}
+
+}  // namespace platen

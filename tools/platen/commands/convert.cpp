@@ -1,0 +1,178 @@
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <platen/pia.h>
+#include <platen/plotstyle.h>
+#include <platen/utcore.h>
+#include "plotstyle/table_keys.h"
+#include "tools/platen/commands.h"
+#include "tools/platen/files/output.h"
+#include "tools/platen/files/source.h"
+#include "tools/platen/recognise.h"
+#include "tools/platen/words/table_text.h"
+
+namespace platen {
+namespace {
+
+struct Target {
+    std::string_view word;
+    std::wstring_view extension;
+    /// The header of the result; none for results that are no compressed file.
+    std::optional<PiaKind> header;
+};
+
+constexpr std::array<Target, 6> targets{{
+    {"ctb", L"ctb", PiaKind::Ctb},
+    {"stb", L"stb", PiaKind::Stb},
+    {"pc3", L"pc3", PiaKind::Pc3},
+    {"pmp", L"pmp", PiaKind::Pc3},
+    {"json", L"json", std::nullopt},
+    {"text", L"txt", std::nullopt},
+}};
+
+const Target* targetOf(const ConvertOptions& options) {
+    const std::wstring out = ut::decodePath(options.out);
+    const auto* target = std::find_if(targets.begin(), targets.end(), [&](const Target& entry) {
+        return options.to.empty() ? ut::hasExtension(out, entry.extension)
+                                  : entry.word == options.to;
+    });
+    return target == targets.end() ? nullptr : target;
+}
+
+/// Why this content cannot become such a file; empty when it can.
+std::string refusal(const Content& content, const Target& target) {
+    if (!target.header || content.kind == FileKind::Pia || target.word == kindWord(content.kind)) {
+        return {};
+    }
+    if (content.kind == FileKind::Ctb && target.header == PiaKind::Stb) {
+        return content.rejected ? "the table is damaged, so that its colours cannot be sorted out; "
+                                  "platen check says where"
+                                : "";
+    }
+    if (content.kind == FileKind::Stb && target.header == PiaKind::Ctb) {
+        // Tables that list a style for each colour may have come under the wrong header.
+        return content.table && hasStylePerColour(*content.table)
+                   ? ""
+                   : "a named table does not give each of the 255 colours a style of its own, so "
+                     "that no colour-dependent table can be made of it";
+    }
+    return std::string("the file holds a document of another family: ") + kindName(content.kind);
+}
+
+/// True when colours have to be gathered into named styles. A table under a CTB header whose
+/// styles are shared by colours has its names already.
+bool needsNames(const Content& content, const Target& target) {
+    return content.kind == FileKind::Ctb && target.header == PiaKind::Stb &&
+           content.table != nullptr && content.table->hasACI() &&
+           content.table->size() == CAciTable::count;
+}
+
+/// A file may leave its colour index out, which means that every colour has the style of its
+/// place. The conversion asks for one that is spelled out.
+bool spellOutIndex(CPlotStyleTable& table) {
+    PiaBlock index{PlotStyleTableKeys::aciTable.text()};
+    for (std::size_t entry = 0; entry < CAciTable::count; ++entry) {
+        if (!table.writeAciEntry(index, static_cast<int>(entry))) {
+            return false;
+        }
+    }
+    return table.initAci(index);
+}
+
+void printColours(const CPlotStyleTable& table, const Console& console) {
+    for (std::size_t index = 0; index < table.size(); ++index) {
+        const CPlotStyle& style = *table.style(index);
+        if (const std::vector<int> colours = coloursOf(table, style); !colours.empty()) {
+            console.out << printable(ut::encodeUtf8(style.name())) << ": "
+                        << coloursInWords(colours) << '\n';
+        }
+    }
+}
+
+ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& source,
+                        const Console& console) {
+    std::wstring prefix;
+    if (!ut::decodeUtf8(options.prefix, prefix)) {
+        return fail(console, options.in, "the prefix is not UTF-8; nothing was written");
+    }
+    CPlotStyleTable colours(source);
+    const bool inOrder = hasStylePerColour(colours);
+    std::unique_ptr<CPlotStyleTable> named;
+    if (colours.useACI() || spellOutIndex(colours)) {
+        named.reset(ctb2stb(colours, options.prefix.empty() ? nullptr : prefix.c_str()));
+    }
+    PiaTree tree;
+    if (!named || !named->writeToBlock(tree.root())) {
+        return fail(console, options.in, "the table cannot be turned into a named one");
+    }
+    const ExitCode written = writeCompressed(tree.root(), PiaKind::Stb, options.out, console);
+    if (written == ExitCode::Error) {
+        return written;
+    }
+    printColours(*named, console);
+    return inOrder ? written
+                   : warn(console, options.in,
+                          "a colour does not use the style of its own place in the list; the "
+                          "conversion went by the place");
+}
+
+ExitCode rewrite(const Source& source, const Target& target, const std::string& out,
+                 const Console& console) {
+    const PiaBlock& root = *source.input.root();
+    if (target.header) {
+        return writeCompressed(root, *target.header, out, console);
+    }
+    if (target.word == "json") {
+        return writeJson(root, out, console);
+    }
+    if (source.form == SourceForm::Compressed) {
+        return writeBytes(source.input.body(), out, console);
+    }
+    return writeBodyText(root, out, console);
+}
+
+ExitCode convertSource(const ConvertOptions& options, const Target& target, Source& source,
+                       const Console& console) {
+    const Content content = recognise(source.input);
+    if (const std::string reason = refusal(content, target); !reason.empty()) {
+        return fail(console, options.in, reason + "; nothing was written");
+    }
+    const bool named = needsNames(content, target);
+    if (!named && !options.prefix.empty()) {
+        return fail(console, options.in,
+                    "--prefix names the styles of a colour table that becomes a named one, and "
+                    "this is no such conversion; leave it out");
+    }
+    ExitCode worst = warn(console, options.in, source.input.report());
+    if (content.rejected) {
+        worst = warn(console, options.in,
+                     "this is no valid plot style table (" +
+                         source.input.report().failure().value_or(PiaFinding{}).describe() +
+                         "); its items are written as they are");
+    }
+    return worse(worst, named ? convertToNamed(options, *content.table, console)
+                              : rewrite(source, target, options.out, console));
+}
+
+}  // namespace
+
+ExitCode convert(const ConvertOptions& options, const Console& console) {
+    const Target* target = targetOf(options);
+    if (target == nullptr) {
+        return fail(console, options.out,
+                    "the name does not say what to convert to; add --to ctb, stb, pc3, pmp, json "
+                    "or text");
+    }
+    Source source;
+    if (!readSource(options.in, source, console, readingUpTo(options.maxBody))) {
+        return ExitCode::Error;
+    }
+    return convertSource(options, *target, source, console);
+}
+
+}  // namespace platen

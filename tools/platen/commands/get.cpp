@@ -1,0 +1,119 @@
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <platen/pia.h>
+#include <platen/utcore.h>
+#include "pia/body_writer.h"
+#include "pia/json_writer.h"
+#include "tools/platen/commands.h"
+#include "tools/platen/files/source.h"
+#include "tools/platen/item_path.h"
+
+namespace platen {
+namespace {
+
+std::wstring valueText(const PiaItem& item) {
+    switch (item.type) {
+        case PiaItemType::Bool:
+            return static_cast<const PiaBool&>(item).value ? L"TRUE" : L"FALSE";
+        case PiaItemType::Str:
+            return static_cast<const PiaStr&>(item).value;
+        case PiaItemType::Num:
+            return static_cast<const PiaNum&>(item).value;
+        case PiaItemType::Bin:
+            return static_cast<const PiaBin&>(item).value;
+        case PiaItemType::Block:
+            break;
+    }
+    return {};
+}
+
+std::unique_ptr<PiaItem> copyValue(const PiaItem& item) {
+    switch (item.type) {
+        case PiaItemType::Bool:
+            return std::make_unique<PiaBool>(item.name, static_cast<const PiaBool&>(item).value);
+        case PiaItemType::Str:
+            return std::make_unique<PiaStr>(item.name, valueText(item));
+        case PiaItemType::Num:
+            return std::make_unique<PiaNum>(item.name, valueText(item));
+        case PiaItemType::Bin:
+            return std::make_unique<PiaBin>(item.name, valueText(item));
+        case PiaItemType::Block:
+            break;
+    }
+    return nullptr;
+}
+
+ExitCode printJson(const GetOptions& options, const PiaBlock& data, const Console& console) {
+    std::string text;
+    PiaReport report;
+    if (!piaWriteJson(data, text, report)) {
+        return fail(console, options.file, report);
+    }
+    writeData(console, text);
+    if (!text.ends_with('\n')) {
+        console.out << '\n';
+    }
+    return warn(console, options.file, report);
+}
+
+ExitCode printItem(const GetOptions& options, const PiaItem& item, const Console& console) {
+    if (item.type == PiaItemType::Block) {
+        const auto& block = static_cast<const PiaBlock&>(item);
+        if (options.json) {
+            return printJson(options, block, console);
+        }
+        writeData(console, piaBodyText(block));
+        return ExitCode::Ok;
+    }
+    if (options.json) {
+        PiaBlock data{L""};
+        std::unique_ptr<PiaItem> copy = copyValue(item);
+        if (data.addItem(copy.get())) {
+            static_cast<void>(copy.release());
+        }
+        return printJson(options, data, console);
+    }
+    writeData(console, ut::encodeUtf8(valueText(item)) + '\n');
+    return ExitCode::Ok;
+}
+
+ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string& path,
+                   const Console& console) {
+    const std::string subject = options.file + ": " + path;
+    const std::vector<const PiaItem*> found = findItems(root, ut::decodePath(path));
+    if (found.empty()) {
+        fail(console, subject, "there is no such item; platen get without a path shows them all");
+        return ExitCode::Difference;
+    }
+    const ExitCode printed = printItem(options, *found.front(), console);
+    if (found.size() == 1) {
+        return printed;
+    }
+    std::string reason = "several items have this name and the first was printed; add a type:";
+    for (const PiaItem* item : found) {
+        reason += ' ' + ut::encodeUtf8(typeSuffix(item->type));
+    }
+    return worse(printed, warn(console, subject, reason));
+}
+
+}  // namespace
+
+ExitCode get(const GetOptions& options, const Console& console) {
+    PiaInput input;
+    if (!input.open(ut::decodePath(options.file).c_str(), readingUpTo(options.maxBody))) {
+        return fail(console, options.file, input.report());
+    }
+    ExitCode worst = warn(console, options.file, input.report());
+    if (options.paths.empty()) {
+        return worse(worst, printItem(options, *input.root(), console));
+    }
+    for (const std::string& path : options.paths) {
+        worst = worse(worst, printPath(options, *input.root(), path, console));
+    }
+    return worst;
+}
+
+}  // namespace platen

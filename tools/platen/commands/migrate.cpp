@@ -1,0 +1,279 @@
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <platen/pia.h>
+#include <platen/plotcfg.h>
+#include <platen/utcore.h>
+#include "tools/platen/arguments/suggest.h"
+#include "tools/platen/commands.h"
+#include "tools/platen/files/file_walk.h"
+#include "tools/platen/files/source.h"
+#include "tools/platen/files/write_source.h"
+#include "tools/platen/printers/installed_printers.h"
+#include "tools/platen/printers/printer_fit.h"
+#include "tools/platen/printers/printer_map.h"
+#include "tools/platen/printers/printer_names.h"
+#include "tools/platen/recognise.h"
+#include "tools/platen/words/words.h"
+
+namespace platen {
+namespace {
+
+constexpr std::wstring_view configurationExtension = L"pc3";
+/// Ends the names of the copies, which are never changed themselves.
+constexpr std::string_view copySuffix = ".bak";
+constexpr PiaKey printerKey = L"win_device_name";
+constexpr PiaKey friendlyKey = L"friendly_net_name";
+constexpr PiaKey shortKey = L"short_net_name";
+constexpr PiaKey driverKey = L"win_driver_name";
+
+bool hasHeader(const std::string& beginning) { return beginning.starts_with("PIAFILEVERSION_"); }
+
+/// Whether it is worth reading a file whose name says nothing.
+bool mayBeContainer(const std::string& beginning) {
+    const std::size_t first = beginning.find_first_not_of("\xEF\xBB\xBF \t\r\n");
+    return hasHeader(beginning) || (first != std::string::npos && beginning[first] == '{');
+}
+
+/// `file` and the suffix, with a number when that name is taken: copies are never overwritten.
+std::string freeCopyName(const std::string& file) {
+    std::string name = file + std::string(copySuffix);
+    for (int number = 1;
+         ut::fileExists(ut::decodePath(name)) || ut::folderExists(ut::decodePath(name)); ++number) {
+        name = file + '.' + std::to_string(number) + std::string(copySuffix);
+    }
+    return name;
+}
+
+PiaStr* textItem(const PiaBlock& meta, PiaKey key) {
+    return static_cast<PiaStr*>(meta.findItem(key.text(), PiaItemType::Str));
+}
+
+/// Names the new printer, and its driver unless that is not known. False when an item cannot be
+/// added.
+bool rename(PiaBlock& meta, const PrinterMove& move, const std::wstring& driver) {
+    for (const PiaKey key : {printerKey, friendlyKey, shortKey}) {
+        PiaStr* item = textItem(meta, key);
+        if (item != nullptr && ut::equalNoCase(item->value.str(), move.from)) {
+            item->value = move.to;
+        }
+    }
+    if (driver.empty()) {
+        return true;
+    }
+    if (PiaStr* item = textItem(meta, driverKey); item != nullptr) {
+        item->value = driver;
+        return true;
+    }
+    return meta.addString(driverKey, driver);
+}
+
+class Migration {
+public:
+    Migration(const MigrateOptions& options, PrinterMap map, const Console& console)
+        : options_(options),
+          map_(std::move(map)),
+          console_(console),
+          namesOnly_(options.namesOnly || !printersFault().empty()) {}
+
+    ExitCode run() {
+        if (!namesOnly_ && !findNewPrinters()) {
+            return ExitCode::Error;
+        }
+        const FileWalk walk = walkFiles(options_.folder);
+        ExitCode worst = ExitCode::Ok;
+        for (const FileWalk::Fault& fault : walk.faults) {
+            worst = worse(worst, fail(console_, fault.path, fault.reason));
+        }
+        for (const std::string& file : walk.files) {
+            worst = worse(worst, visit(file));
+        }
+        return worse(worst, reportUnused());
+    }
+
+private:
+    /// Every printer is asked once, before the first file changes.
+    bool findNewPrinters() {
+        bool all = true;
+        for (const PrinterMove& move : map_.moves()) {
+            std::optional<InstalledPrinter> printer = askPrinter(move.to);
+            if (!printer) {
+                fail(console_, "",
+                     "there is no printer " + quoted(move.to) +
+                         suggestion(move.to, printerNames()) +
+                         "; to rename without asking printers, add --names-only");
+                all = false;
+                continue;
+            }
+            printers_.insert_or_assign(move.to, std::move(*printer));
+        }
+        return all;
+    }
+
+    ExitCode visit(const std::string& file) {
+        const bool namedConfiguration =
+            ut::hasExtension(ut::decodePath(file), configurationExtension);
+        constexpr std::size_t enoughToTell = 64;
+        const std::string beginning = beginningOf(file, enoughToTell);
+        if (file.ends_with(copySuffix) || !(namedConfiguration || mayBeContainer(beginning))) {
+            return ExitCode::Ok;
+        }
+        Source source;
+        PiaReport unreadable;
+        if (!open(file, source, unreadable)) {
+            if (namedConfiguration) {
+                return fail(console_, file, unreadable);
+            }
+            return hasHeader(beginning) ? warn(console_, file,
+                                               "left alone: it cannot be read, so that it may or "
+                                               "may not be a configuration; platen check says why")
+                                        : ExitCode::Ok;
+        }
+        const FileKind kind = recognise(source.input).kind;
+        if (kind == FileKind::Pc3) {
+            return visitConfiguration(file, source);
+        }
+        return namedConfiguration
+                   ? warn(console_, file,
+                          std::string("left alone: in spite of its name it holds a ") +
+                              kindName(kind))
+                   : ExitCode::Ok;
+    }
+
+    static bool open(const std::string& file, Source& source, PiaReport& report) {
+        bool tooLarge = false;
+        const ut::SystemError error =
+            ut::readFile(ut::decodePath(file), usualMaxBody, source.bytes, tooLarge);
+        if (error || tooLarge) {
+            return report.fail({.code = tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable,
+                                .found = ut::decodePath(error.message())});
+        }
+        const bool opened = source.input.openBytes(source.bytes.view());
+        report = source.input.report();
+        constexpr int compressedVersion = 2;
+        source.form = source.input.container().version == compressedVersion ? SourceForm::Compressed
+                                                                            : SourceForm::Json;
+        return opened;
+    }
+
+    ExitCode visitConfiguration(const std::string& file, Source& source) {
+        bool printerChanged = false;
+        const std::unique_ptr<CPlotCfg3> config =
+            CPlotCfg3::fromInput(source.input, printerChanged);
+        if (!config) {
+            return fail(console_, file, source.input.report());
+        }
+        const std::wstring& printer = config->meta.winDeviceName;
+        PrinterMove* move = map_.find(printer);
+        if (move == nullptr) {
+            console_.out << printable(file) << ": "
+                         << (printer.empty() ? "names no printer" : "stays with " + quoted(printer))
+                         << '\n';
+            if (!printer.empty()) {
+                seen_.insert(printer);
+            }
+            return ExitCode::Ok;
+        }
+        ++move->uses;
+        std::string unused;
+        if (source.form == SourceForm::Compressed && ut::convertToAnsi(move->to, unused) != 0) {
+            return fail(
+                console_, file,
+                "nothing was written: the code page of the file has no such characters as " +
+                    quoted(move->to));
+        }
+        return moveTo(file, source, *config, *move);
+    }
+
+    ExitCode moveTo(const std::string& file, Source& source, const CPlotCfg3& config,
+                    const PrinterMove& move) {
+        ExitCode code = warn(console_, file, source.input.report());
+        std::wstring driver;
+        if (const auto printer = printers_.find(move.to); printer != printers_.end()) {
+            driver = printer->second.driver;
+            for (const std::string& reason : misfits(config, printer->second)) {
+                code = worse(code, warn(console_, file, reason));
+            }
+        }
+        std::string copy;
+        if (!options_.dryRun) {
+            copy = freeCopyName(file);
+            code = worse(code, store(file, source, move, driver, copy));
+            if (code == ExitCode::Error) {
+                return code;
+            }
+        }
+        console_.out << printable(file) << (copy.empty() ? ": would move from " : ": moved from ")
+                     << quoted(config.meta.winDeviceName) << " to " << quoted(move.to);
+        if (driver.empty() && !config.meta.winDriverName.empty()) {
+            console_.out << ", driver " << quoted(config.meta.winDriverName) << " kept";
+        }
+        console_.out << (copy.empty() ? "" : ", copy in " + printable(copy)) << '\n';
+        return code;
+    }
+
+    ExitCode store(const std::string& file, Source& source, const PrinterMove& move,
+                   const std::wstring& driver, const std::string& copy) const {
+        PiaBlock& meta =
+            *static_cast<PiaBlock*>(source.input.root()->findItem(L"meta", PiaItemType::Block));
+        if (!rename(meta, move, driver)) {
+            return fail(console_, file, "nothing was written: the driver cannot be named");
+        }
+        constexpr bool changed = true;
+        if (writeSource(source, !changed, copy, console_) == ExitCode::Error) {
+            return fail(console_, file, "not changed, since no copy could be kept");
+        }
+        return writeSource(source, changed, file, console_);
+    }
+
+    ExitCode reportUnused() const {
+        ExitCode code = ExitCode::Ok;
+        const std::vector<std::wstring> names(seen_.begin(), seen_.end());
+        for (const PrinterMove& move : map_.moves()) {
+            if (move.uses == 0) {
+                fail(console_, "",
+                     "no configuration names the printer " + quoted(move.from) +
+                         suggestion(move.from, names));
+                code = ExitCode::Difference;
+            }
+        }
+        return code;
+    }
+
+    const MigrateOptions& options_;
+    PrinterMap map_;
+    const Console& console_;
+    bool namesOnly_;
+    std::map<std::wstring, InstalledPrinter> printers_;
+    /// Printers that stay.
+    std::set<std::wstring> seen_;
+};
+
+}  // namespace
+
+ExitCode migrate(const MigrateOptions& options, const Console& console) {
+    PrinterMap map;
+    bool sound = true;
+    for (const std::string& argument : options.maps) {
+        if (const std::string fault = map.add(argument); !fault.empty()) {
+            fail(console, "--map " + argument, fault);
+            sound = false;
+        }
+    }
+    if (!sound) {
+        return ExitCode::Error;
+    }
+    if (!ut::folderExists(ut::decodePath(options.folder))) {
+        return fail(console, options.folder, "there is no such folder");
+    }
+    return Migration(options, std::move(map), console).run();
+}
+
+}  // namespace platen

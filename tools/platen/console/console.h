@@ -1,0 +1,39 @@
+/// Where a command's data and messages go.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "tools/platen/console/exit_code.h"
+
+class PiaReport;
+
+namespace platen {
+
+struct Console {
+    std::ostream& out;
+    std::ostream& err;
+    /// A person watches `out`.
+    bool terminal = false;
+};
+
+/// UTF-8 text in which control characters are spelled out, since files may hold any and a terminal
+/// acts upon them. Line feeds stay when `keepLines`.
+std::string printable(std::string_view text, bool keepLines = false);
+
+/// Writes the content of a file: as it stands into a pipe or a file, printable on a terminal.
+void writeData(const Console& console, std::string_view text);
+
+/// Prints "platen: FILE: REASON"; `file` may be empty. Returns `ExitCode::Error`.
+ExitCode fail(const Console& console, std::string_view file, std::string_view reason);
+/// The same with the failure of `report`.
+ExitCode fail(const Console& console, std::string_view file, const PiaReport& report);
+
+/// The same for something tolerated. Returns `ExitCode::Warnings`.
+ExitCode warn(const Console& console, std::string_view file, std::string_view reason);
+/// The same for the warnings of `report`, only the first of them one by one. `ExitCode::Ok` when
+/// there is none.
+ExitCode warn(const Console& console, std::string_view file, const PiaReport& report);
+
+}  // namespace platen

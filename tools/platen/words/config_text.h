@@ -1,0 +1,17 @@
+/// A plot configuration in words.
+#pragma once
+
+#include <iosfwd>
+
+#include <platen/pmp.h>
+#include "tools/platen/recognise.h"
+
+namespace platen {
+
+/// Which driver and model a "meta" block is about.
+void describeMeta(const CMetaNode& meta, std::ostream& out);
+
+/// The settings of `content.config`, one line each.
+void describeConfig(const Content& content, std::ostream& out);
+
+}  // namespace platen

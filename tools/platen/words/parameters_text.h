@@ -1,0 +1,13 @@
+/// Plot model parameters in words.
+#pragma once
+
+#include <iosfwd>
+
+#include <platen/pmp.h>
+
+namespace platen {
+
+/// What the document says, one line each.
+void describeParameters(const PlotModelParam& parameters, std::ostream& out);
+
+}  // namespace platen

@@ -1,0 +1,180 @@
+#include "tools/platen/words/table_text.h"
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <ostream>
+#include <utility>
+
+#include "tools/platen/words/words.h"
+
+namespace platen {
+namespace {
+
+std::string hexadecimal(std::uint32_t value) {
+    std::array<char, 8> digits{};
+    const std::to_chars_result end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, 16);
+    return "0x" + std::string(digits.data(), end.ptr);
+}
+
+std::string colour(std::int32_t packed) {
+    constexpr std::uint32_t byIndex = 0xC3;
+    constexpr std::uint32_t byValue = 0xC2;
+    const auto bits = static_cast<std::uint32_t>(packed);
+    const std::uint32_t low = bits & 0xFFFFFFU;
+    if (packed == -1) {
+        return "object's colour";
+    }
+    if (bits >> 24U == byIndex && low <= CAciTable::count) {
+        return "colour index " + std::to_string(low);
+    }
+    if (bits >> 24U == byValue) {
+        return "RGB " + std::to_string(low >> 16U) + "," + std::to_string(low >> 8U & 255U) + "," +
+               std::to_string(low & 255U);
+    }
+    return "colour " + hexadecimal(bits);
+}
+
+std::string policy(const CPlotStyle& style) {
+    constexpr std::uint32_t knownBits = 7;
+    std::string words = style.isDither() ? "dithered" : "not dithered";
+    words += style.isGrayScale() ? ", grayscale" : "";
+    const std::uint32_t unknown = static_cast<std::uint32_t>(style.color_policy()) & ~knownBits;
+    words += unknown != 0 ? ", policy bits " + hexadecimal(unknown) : "";
+    return words;
+}
+
+std::string lineWeight(std::int32_t index, const CCustomLineweightTable& weights) {
+    std::string words = "line weight " + std::to_string(index);
+    const auto place = static_cast<std::size_t>(index);
+    if (index >= 0 && place < CCustomLineweightTable::count) {
+        words += " (" + number(weights[place]) + " mm)";
+    }
+    return words;
+}
+
+std::string lineWeights(const CCustomLineweightTable& weights) {
+    const CCustomLineweightTable standard;
+    std::string list;
+    bool differs = false;
+    for (std::size_t index = 0; index < CCustomLineweightTable::count; ++index) {
+        differs = differs || weights[index] != standard[index];
+        list += (index == 0 ? "" : " ") + number(weights[index]);
+    }
+    return (differs ? list : number(standard[0]) + " to " + number(standard[26]) + ", standard") +
+           " (mm)";
+}
+
+void describeColours(const CPlotStyleTable& table, std::ostream& out) {
+    std::vector<std::pair<const CPlotStyle*, std::vector<int>>> groups;
+    for (std::size_t index = 0; index < CAciTable::count; ++index) {
+        const CPlotStyle* style = table.ACI()->at(index);
+        std::size_t place = 0;
+        while (place < groups.size() && !groups[place].first->isEqual(*style, false)) {
+            ++place;
+        }
+        if (place == groups.size()) {
+            groups.emplace_back(style, std::vector<int>{});
+        }
+        groups[place].second.push_back(static_cast<int>(index) + 1);
+    }
+    for (const auto& [style, colours] : groups) {
+        out << "  " << coloursInWords(colours) << ": "
+            << settingsInWords(*style, table.customLineweights()) << '\n';
+    }
+}
+
+void describeStyles(const CPlotStyleTable& table, std::ostream& out) {
+    for (std::size_t index = 0; index < table.size(); ++index) {
+        const CPlotStyle& style = *table.style(index);
+        out << "  " << text(style.name());
+        if (style.locName() != style.name()) {
+            out << " (\"" << text(style.locName()) << "\")";
+        }
+        out << ": " << settingsInWords(style, table.customLineweights());
+        if (!style.desc().empty()) {
+            out << "; \"" << text(style.desc()) << '"';
+        }
+        if (const std::vector<int> colours = coloursOf(table, style); !colours.empty()) {
+            out << "; " << coloursInWords(colours);
+        }
+        out << '\n';
+    }
+}
+
+}  // namespace
+
+std::string coloursInWords(const std::vector<int>& colours) {
+    std::string ranges;
+    for (std::size_t first = 0; first < colours.size();) {
+        std::size_t last = first;
+        while (last + 1 < colours.size() && colours[last + 1] == colours[last] + 1) {
+            ++last;
+        }
+        ranges += (ranges.empty() ? "" : ", ") + std::to_string(colours[first]);
+        if (last > first) {
+            ranges += "-" + std::to_string(colours[last]);
+        }
+        first = last + 1;
+    }
+    return (colours.size() == 1 ? "colour " : "colours ") + ranges;
+}
+
+std::vector<int> coloursOf(const CPlotStyleTable& table, const CPlotStyle& style) {
+    std::vector<int> colours;
+    for (std::size_t index = 0; table.ACI() != nullptr && index < CAciTable::count; ++index) {
+        if (table.ACI()->at(index) == &style) {
+            colours.push_back(static_cast<int>(index) + 1);
+        }
+    }
+    return colours;
+}
+
+std::string settingsInWords(const CPlotStyle& style, const CCustomLineweightTable& weights) {
+    const CPlotStyle fresh;
+    std::string words;
+    const auto mention = [&words](bool differs, auto describe) {
+        if (differs) {
+            words += (words.empty() ? "" : ", ") + describe();
+        }
+    };
+    const auto mentionNumber = [&](const char* label, std::int32_t value, std::int32_t usual) {
+        mention(value != usual, [&] { return label + (" " + std::to_string(value)); });
+    };
+    mention(style.color() != fresh.color(), [&] { return colour(style.color()); });
+    mention(style.mode_color() != style.color(),
+            [&] { return "mode colour: " + colour(style.mode_color()); });
+    mention(style.color_policy() != fresh.color_policy(), [&] { return policy(style); });
+    mentionNumber("pen", style.pen(), fresh.pen());
+    mentionNumber("virtual pen", style.virtualPen(), fresh.virtualPen());
+    mention(style.screen() != fresh.screen(),
+            [&] { return "screen " + std::to_string(style.screen()) + " %"; });
+    mention(style.linepattern_size() != fresh.linepattern_size(),
+            [&] { return "line pattern size " + number(style.linepattern_size()); });
+    mentionNumber("line type", style.lineType(), fresh.lineType());
+    mention(!style.isAdaptiveLinetype(), [] { return std::string("line type not adaptive"); });
+    mention(style.lineWeight() != fresh.lineWeight(),
+            [&] { return lineWeight(style.lineWeight(), weights); });
+    mentionNumber("fill style", style.fillStyle(), fresh.fillStyle());
+    mentionNumber("end style", style.endStyle(), fresh.endStyle());
+    mentionNumber("join style", style.joinStyle(), fresh.joinStyle());
+    return words.empty() ? "standard settings" : words;
+}
+
+void describeTable(const CPlotStyleTable& table, FileKind kind, std::ostream& out) {
+    line(out, "description", table.description().empty() ? "(none)" : text(table.description()));
+    line(out, "scale factor",
+         number(table.scaleFactor()) + (table.applyFactor() ? ", applied" : ", not applied"));
+    line(out, "display units", std::to_string(table.customLineweightDisplayUnits()));
+    line(out, "line weights", lineWeights(table.customLineweights()));
+    line(out, "styles", std::to_string(table.size()));
+    if (kind == FileKind::Ctb && hasStylePerColour(table)) {
+        describeColours(table, out);
+    } else {
+        describeStyles(table, out);
+    }
+}
+
+}  // namespace platen

@@ -1,0 +1,53 @@
+#include "tools/platen/words/words.h"
+
+#include <array>
+#include <charconv>
+#include <iomanip>
+#include <ostream>
+
+#include <platen/oda.h>
+#include <platen/utcore.h>
+#include "tools/platen/console/console.h"
+
+namespace platen {
+
+std::string number(double value) {
+    std::array<char, 32> digits{};
+    const std::to_chars_result end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    return {digits.data(), end.ptr};
+}
+
+std::string roundedNumber(double value) {
+    constexpr int places = 4;
+    std::string digits = ut::formatFixedAscii(value, places);
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.ends_with('.')) {
+        digits.pop_back();
+    }
+    return digits;
+}
+
+std::string text(std::wstring_view wide) { return printable(ut::encodeUtf8(wide)); }
+
+std::string quoted(std::wstring_view wide) { return '"' + text(wide) + '"'; }
+
+std::string unitWord(std::int32_t units) {
+    switch (units) {
+        case OdDbPlotSettings::kInches:
+            return "in";
+        case OdDbPlotSettings::kMillimeters:
+            return "mm";
+        case OdDbPlotSettings::kPixels:
+            return "pixels";
+        default:
+            return "of unit " + std::to_string(units);
+    }
+}
+
+void line(std::ostream& out, std::string_view label, std::string_view words) {
+    constexpr int labelWidth = 15;
+    out << "  " << std::left << std::setw(labelWidth) << label << words << '\n';
+}
+
+}  // namespace platen
