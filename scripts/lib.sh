@@ -121,12 +121,11 @@ windows_prefix() {
 
 # --- Building ------------------------------------------------------------------------------------
 
-# Builds targets of a preset (all when none is named), configuring it first when it is new or when
-# the presets or the Windows libraries have changed; CMake itself notices everything else.
-# build_preset PRESET [TARGET...]
-build_preset() {
+# Configures a preset when it is new or when the presets or the Windows libraries have changed; CMake
+# itself notices everything else.
+# configure_preset PRESET
+configure_preset() {
     local preset=$1 folder=$root/build/$1 made_from
-    shift
     made_from=$(cksum <"$root/CMakePresets.json")
     if [[ $preset == windows ]]; then
         PLATEN_WINDOWS_PREFIX=$(windows_prefix)
@@ -135,15 +134,25 @@ build_preset() {
         made_from+=" $PLATEN_WINDOWS_PREFIX"
     fi
     mkdir -p "$folder"
+    [[ $(cat "$folder/made-from" 2>/dev/null || true) != "$made_from" ]] || return 0
+    rm -f "$folder/made-from"
+    (
+        cd "$root" || exit
+        quietly "configuring $preset" "$root/build/logs/configure-$preset.log" \
+            cmake --fresh --preset "$preset"
+    ) || return
+    printf '%s\n' "$made_from" >"$folder/made-from"
+}
+
+# Builds targets of a preset (all when none is named), configuring it first if need be.
+# build_preset PRESET [TARGET...]
+build_preset() {
+    local preset=$1 folder=$root/build/$1
+    shift
+    mkdir -p "$folder"
     (
         flock 9
-        if [[ $(cat "$folder/made-from" 2>/dev/null || true) != "$made_from" ]]; then
-            rm -f "$folder/made-from"
-            cd "$root" || exit
-            quietly "configuring $preset" "$root/build/logs/configure-$preset.log" \
-                cmake --fresh --preset "$preset" || exit
-            printf '%s\n' "$made_from" >"$folder/made-from"
-        fi
+        configure_preset "$preset" || exit
         quietly "building $preset" "$root/build/logs/build-$preset.log" \
             ninja -C "$folder" "$@"
     ) 9>"$folder/build.lock"
