@@ -1,6 +1,6 @@
 #include "pia/container.h"
 
-#include "platform/utcore/adler32.h"
+#include "platform/utcore/codec.h"
 
 namespace pia_header {
 
@@ -64,7 +64,7 @@ std::string encode(int kind, std::uint32_t bodyBytes, std::string_view stream) {
 }
 
 std::uint32_t checksum(std::string_view lengths, std::string_view stream) {
-    return ut::adler32(ut::adler32(0, lengths), stream);
+    return ut::codec::adler32(ut::codec::adler32(0, lengths), stream);
 }
 
 }  // namespace pia_header

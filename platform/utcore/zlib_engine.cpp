@@ -1,12 +1,10 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <array>
-#include <cstring>
 #include <limits>
 
 #include <platen/utcore.h>
-#include "platform/utcore/adler32.h"
+#include "platform/utcore/codec.h"
 
 namespace ut {
 
@@ -19,54 +17,10 @@ uInt step(std::uint64_t bytes) { return static_cast<uInt>(std::min(bytes, longes
 
 Bytef* writable(const char* bytes) { return reinterpret_cast<Bytef*>(const_cast<char*>(bytes)); }
 
-// The checksum of a stream is summed here: zlib's own summing takes a third of inflating.
-constexpr std::uint32_t checksumStart = 1;
-constexpr std::size_t checksumSize = 4;
-
-/// Says deflate with a window of 32 KiB and how hard it tried (RFC 1950).
-std::array<unsigned char, 2> streamHeader(int level) {
-    const unsigned effort = level == Z_DEFAULT_COMPRESSION || level == 6 ? 2
-                            : level >= 7                                 ? 3
-                            : level >= 2                                 ? 1
-                                                                         : 0;
-    const unsigned header = 0x7800U | (effort << 6U);
-    const unsigned divisible = header + 31 - header % 31;
-    return {static_cast<unsigned char>(divisible >> 8U), static_cast<unsigned char>(divisible)};
-}
-
-std::array<unsigned char, checksumSize> checksumBytes(std::string_view body) {
-    const std::uint32_t sum = adler32(checksumStart, body);
-    return {static_cast<unsigned char>(sum >> 24U), static_cast<unsigned char>(sum >> 16U),
-            static_cast<unsigned char>(sum >> 8U), static_cast<unsigned char>(sum)};
-}
-
-/// What `deflate` is given and lets go of again on every way out. Without header and checksum.
-class Deflater {
-public:
-    explicit Deflater(int level)
-        : status_(deflateInit2(&stream_, level, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL - 1,
-                               Z_DEFAULT_STRATEGY)) {}
-    Deflater(const Deflater&) = delete;
-    Deflater& operator=(const Deflater&) = delete;
-    ~Deflater() { deflateEnd(&stream_); }
-
-    int status() const { return status_; }
-    z_stream& stream() { return stream_; }
-
-private:
-    z_stream stream_{};
-    int status_;
-};
-
-/// What `inflate` is given and lets go of again on every way out. It reads the checksum of the
-/// stream without looking at it.
+/// What zlib's `inflate` is given and lets go of again on every way out.
 class Inflater {
 public:
-    Inflater() : status_(inflateInit(&stream_)) {
-        if (status_ == Z_OK) {
-            status_ = inflateValidate(&stream_, 0);
-        }
-    }
+    Inflater() : status_(inflateInit(&stream_)) {}
     Inflater(const Inflater&) = delete;
     Inflater& operator=(const Inflater&) = delete;
     ~Inflater() { inflateEnd(&stream_); }
@@ -79,67 +33,26 @@ private:
     int status_;
 };
 
-/// Room for the first attempt: the hint, if the source can hold that much. Deflate cannot pack
-/// more than 1032 bytes into one.
+/// Room for the first attempt: the hint, if the source is likely to hold that much. Bodies of
+/// documents pack to a tenth or a thirtieth; what was packed further gets room that grows.
 std::uint64_t firstRoom(std::uint64_t sourceSize, std::uint64_t sizeHint) {
-    constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
-    const std::uint64_t possible =
-        sourceSize > (most - 65536) / 1032 ? most : sourceSize * 1032 + 65536;
-    // The byte more lets the stream's end be seen without growing once again.
-    const std::uint64_t wanted = std::clamp<std::uint64_t>(sizeHint, 4096, most - 1) + 1;
-    return std::min(wanted, possible);
+    constexpr std::uint64_t least = 4096;
+    constexpr std::uint64_t mostPacked = 128;
+    const std::uint64_t believed = std::max(sourceSize * mostPacked, least);
+    // The byte more lets zlib see the stream's end without growing once again.
+    return std::clamp(sizeHint, least, believed) + 1;
 }
 
-}  // namespace
-
-int ZlibEngine::compress(std::string_view source, ByteBuffer& target, int level) {
-    // The bound is 32 bits wide on some systems, so a source that approaches them is refused.
-    if (source.size() > longestStep / 2) {
-        return Z_BUF_ERROR;
-    }
-    Deflater deflater(level);
-    if (deflater.status() != Z_OK) {
-        return deflater.status();
-    }
-    // Holds the header and the checksum as well.
-    const uLong bound = compressBound(static_cast<uLong>(source.size()));
-    target.reserve(target.size() + bound);
-    const auto header = streamHeader(level);
-    const auto checksum = checksumBytes(source);
-
-    char* const begin = target.data() + target.size();
-    char* const body = std::copy(header.begin(), header.end(), begin);
-    z_stream& stream = deflater.stream();
-    stream.next_in = writable(source.data());
-    stream.avail_in = static_cast<uInt>(source.size());
-    stream.next_out = writable(body);
-    stream.avail_out = static_cast<uInt>(bound - header.size() - checksum.size());
-    const int result = deflate(&stream, Z_FINISH);
-    if (result != Z_STREAM_END) {
-        return result == Z_OK ? Z_BUF_ERROR : result;
-    }
-    const char* end = std::copy(checksum.begin(), checksum.end(), body + stream.total_out);
-    target.setSize(target.size() + static_cast<std::size_t>(end - begin));
-    return Z_OK;
-}
-
-int ZlibEngine::decompress(std::string_view source, ByteBuffer& target, std::uint64_t sizeHint,
-                           std::uint64_t limit, std::size_t& consumed, Stop& stop) {
-    consumed = 0;
-    stop = Stop::None;
-    target.setSize(0);
+/// Inflates into room that grows up to `mostRoom`, and knows why it cannot.
+int inflateGrowing(std::string_view source, ByteBuffer& target, std::uint64_t mostRoom,
+                   std::uint64_t limit, std::size_t& consumed, ZlibEngine::Stop& stop) {
     Inflater inflater;
     if (inflater.status() != Z_OK) {
-        stop = Stop::Corrupt;
+        stop = ZlibEngine::Stop::Corrupt;
         return inflater.status();
     }
     z_stream& stream = inflater.stream();
     stream.next_in = writable(source.data());
-
-    // One byte beyond the limit tells a body that ends there from one that goes on.
-    const std::uint64_t mostRoom = std::max(limit, limit + 1);
-    target.reserve(
-        static_cast<std::size_t>(std::min(firstRoom(source.size(), sizeHint), mostRoom)));
     for (;;) {
         if (target.size() == target.capacity()) {
             target.reserve(static_cast<std::size_t>(
@@ -157,27 +70,44 @@ int ZlibEngine::decompress(std::string_view source, ByteBuffer& target, std::uin
 
         if (target.size() > limit) {
             target.setSize(static_cast<std::size_t>(limit));
-            stop = Stop::TooLarge;
+            stop = ZlibEngine::Stop::TooLarge;
             return Z_BUF_ERROR;
         }
         if (result == Z_STREAM_END) {
-            const auto checksum = checksumBytes(target.view());
-            if (std::memcmp(source.data() + consumed - checksum.size(), checksum.data(),
-                            checksum.size()) != 0) {
-                stop = Stop::Corrupt;
-                return Z_DATA_ERROR;
-            }
             return Z_OK;
         }
         if (result != Z_OK && result != Z_BUF_ERROR) {
-            stop = Stop::Corrupt;
+            stop = ZlibEngine::Stop::Corrupt;
             return result == Z_NEED_DICT ? Z_DATA_ERROR : result;
         }
         if (stream.avail_out > 0 && consumed == source.size()) {
-            stop = Stop::Truncated;
+            stop = ZlibEngine::Stop::Truncated;
             return Z_BUF_ERROR;
         }
     }
+}
+
+}  // namespace
+
+int ZlibEngine::compress(std::string_view source, ByteBuffer& target, int level) {
+    return codec::compress(source, target, level);
+}
+
+int ZlibEngine::decompress(std::string_view source, ByteBuffer& target, std::uint64_t sizeHint,
+                           std::uint64_t limit, std::size_t& consumed, Stop& stop) {
+    consumed = 0;
+    stop = Stop::None;
+    target.setSize(0);
+    // One byte beyond the limit tells a body that ends there from one that goes on.
+    const std::uint64_t mostRoom = std::max(limit, limit + 1);
+    target.reserve(
+        static_cast<std::size_t>(std::min(firstRoom(source.size(), sizeHint), mostRoom)));
+    if (codec::inflate(source, target, consumed) && target.size() <= limit) {
+        return Z_OK;
+    }
+    consumed = 0;
+    target.setSize(0);
+    return inflateGrowing(source, target, mostRoom, limit, consumed, stop);
 }
 
 }  // namespace ut

@@ -1,0 +1,17 @@
+# What compresses: libdeflate where it can be had, with zlib for what it refuses, and zlib alone
+# elsewhere. libdeflate 1.14 brings no CMake package.
+
+add_library(platen_codec INTERFACE)
+target_link_libraries(platen_codec INTERFACE ZLIB::ZLIB)
+set(platen_codec_source codec_zlib.cpp)
+if(PLATEN_LIBDEFLATE)
+    find_path(PLATEN_LIBDEFLATE_INCLUDE libdeflate.h)
+    find_library(PLATEN_LIBDEFLATE_LIBRARY deflate)
+    if(PLATEN_LIBDEFLATE_INCLUDE AND PLATEN_LIBDEFLATE_LIBRARY)
+        set(platen_codec_source codec_libdeflate.cpp)
+        target_include_directories(platen_codec SYSTEM INTERFACE "${PLATEN_LIBDEFLATE_INCLUDE}")
+        target_link_libraries(platen_codec INTERFACE "${PLATEN_LIBDEFLATE_LIBRARY}")
+    else()
+        message(STATUS "libdeflate not found: zlib compresses")
+    endif()
+endif()
