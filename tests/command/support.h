@@ -41,7 +41,7 @@ protected:
         }
         std::ostringstream out;
         std::ostringstream err;
-        const int code = platen::run(arguments, out, err, terminal);
+        const int code = cli::run(arguments, out, err, terminal);
         return {code, out.str(), err.str()};
     }
 

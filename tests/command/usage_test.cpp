@@ -114,7 +114,7 @@ TEST_F(CommandUsageTest, AFullOutputIsAnError) {
     std::ostringstream out;
     std::ostringstream err;
     out.setstate(std::ios::badbit);
-    EXPECT_EQ(platen::run({"info", path("sound")}, out, err, false), 2);
+    EXPECT_EQ(cli::run({"info", path("sound")}, out, err, false), 2);
     EXPECT_THAT(err.str(), HasSubstr("standard output"));
 }
 

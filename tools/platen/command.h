@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace platen {
+namespace cli {
 
 /// Runs one command line and returns its exit code (see `ExitCode`). `arguments` are UTF-8, without
 /// the program's name; file names come as `ut::encodePath` gives them. Data goes to `out`,
@@ -13,4 +13,4 @@ namespace platen {
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
         bool terminal);
 
-}  // namespace platen
+}  // namespace cli

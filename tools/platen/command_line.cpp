@@ -6,11 +6,25 @@
 
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/command.h"
-#include "tools/platen/command_entry.h"
-#include "tools/platen/help_text.h"
+#include "tools/platen/commands/list.h"
 
-namespace platen {
+namespace cli {
 namespace {
+
+constexpr const char* help = R"(Examples:
+  platen create ctb -o pens.ctb --description "Office plotter"
+  platen info pens.ctb
+  platen create pc3 --device "Print As PDF" -o office.pc3
+  platen set office.pc3 media/number_of_copies=2 --in-place
+  platen paper add office.pc3 --name "Long roll" --size 914x5000
+  platen convert pens.ctb -o pens.stb
+  platen get pens.stb plot_style/1/name
+  platen check *.ctb *.stb
+
+Exit codes: 0 done; 1 what was asked for is not there; 2 an error or wrong usage; 3 done with
+warnings. Over several files the worst of 2, 3, 1, 0 counts. Data goes to standard output,
+messages to standard error. Files are recognised by their content, whatever their names.
+platen COMMAND --help says more.)";
 
 class CommandLine {
 public:
@@ -21,9 +35,8 @@ public:
         program_.require_subcommand(1);
         program_.set_version_flag("--version", "platen " PLATEN_VERSION,
                                   "Print the version and exit");
-        program_.footer(help::program);
-        for (const auto add : {addInfo, addGet, addCheck, addConvert, addCreate, addSet, addMigrate,
-                               addPapers, addPaper, addPrinters, addDevmode}) {
+        program_.footer(help);
+        for (const auto add : commands::list) {
             commands_.push_back(add(program_));
         }
     }
@@ -31,14 +44,14 @@ public:
     ExitCode run(std::vector<std::string> arguments, const Console& console) {
         // The parser takes its arguments from the end.
         std::reverse(arguments.begin(), arguments.end());
-        std::transform(arguments.begin(), arguments.end(), arguments.begin(), marked);
+        std::transform(arguments.begin(), arguments.end(), arguments.begin(), arguments::marked);
         try {
             program_.parse(std::move(arguments));
         } catch (const CLI::ParseError& error) {
             return answer(error, console);
         }
         const CLI::App* chosen = program_.get_subcommands().front();
-        return std::ranges::find(commands_, chosen, &CommandEntry::app)->run(console);
+        return std::ranges::find(commands_, chosen, &commands::CommandEntry::app)->run(console);
     }
 
 private:
@@ -58,7 +71,7 @@ private:
 
     CLI::App program_{"Plotter documents in a shell: plot configurations and plot style tables.",
                       "platen"};
-    std::vector<CommandEntry> commands_;
+    std::vector<commands::CommandEntry> commands_;
 };
 
 }  // namespace
@@ -79,4 +92,4 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
     return static_cast<int>(code);
 }
 
-}  // namespace platen
+}  // namespace cli

@@ -39,7 +39,7 @@ std::string describe(const Finding& finding) {
     if (!finding.found.empty()) {
         text += ", found \"" + excerpt(finding.found) + "\"";
     }
-    return printable(text + "; " + finding.rule.remedy);
+    return cli::printable(text + "; " + finding.rule.remedy);
 }
 
 void FindingList::add(Finding finding) {

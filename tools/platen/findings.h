@@ -12,6 +12,8 @@
 
 namespace platen {
 
+using cli::ExitCode;
+
 enum class Severity {
     /// The file can be used, but a careful reader wants to know.
     Warning,

@@ -41,7 +41,7 @@ std::string valueFault(PiaItemType type, const std::wstring& value) {
         case PiaItemType::Bool:
             return flagOf(value) ? "" : "a bool is TRUE or FALSE, not " + quoted(value);
         case PiaItemType::Num:
-            return wholeNumber(ut::encodeUtf8(value))
+            return cli::arguments::wholeNumber(ut::encodeUtf8(value))
                        ? ""
                        : quoted(value) + " is no number; write it with a decimal point";
         case PiaItemType::Bin:
@@ -100,7 +100,8 @@ std::string nothingAt(PiaBlock& root, std::wstring_view path, std::string_view r
     }
     const std::string where = parts.parent.empty() ? "" : " in " + quoted(parts.parent);
     return "there is no " + quoted(parts.name) + where + std::string(remedy) +
-           suggestion(parts.name, namesIn(*parent), "platen get shows what is there");
+           cli::arguments::suggestion(parts.name, namesIn(*parent),
+                                      "platen get shows what is there");
 }
 
 std::string severalTypes(const std::vector<PiaItem*>& items) {

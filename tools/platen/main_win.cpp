@@ -37,5 +37,5 @@ int wmain(int argc, wchar_t** argv) {
     for (int index = 1; index < argc; ++index) {
         arguments.push_back(ut::encodePath(argv[index]));
     }
-    return platen::run(arguments, std::cout, std::cerr, _isatty(_fileno(stdout)) != 0);
+    return cli::run(arguments, std::cout, std::cerr, _isatty(_fileno(stdout)) != 0);
 }

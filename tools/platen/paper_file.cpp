@@ -178,16 +178,16 @@ ExitCode PaperFile::save(const Console& console) {
     if (!config_->writeToBlock(tree.root())) {
         return fail(console, file_, "the configuration cannot be written");
     }
-    const ExitCode written = writeCompressed(tree.root(), PiaKind::Pc3, file_, console);
+    const ExitCode written = cli::files::writeCompressed(tree.root(), PiaKind::Pc3, file_, console);
     if (written == ExitCode::Error) {
         return !renamed ? written
                         : fail(console, file_,
                                "it does not name the plot model parameters that were written");
     }
-    console.out << "wrote " << printable(file_);
+    console.out << "wrote " << cli::printable(file_);
     if (renamed) {
         console.out << ", which names "
-                    << printable(ut::encodeUtf8(config_->meta.userDefinedModelPathname));
+                    << cli::printable(ut::encodeUtf8(config_->meta.userDefinedModelPathname));
     } else if (config_->media.customPapers) {
         console.out << ", " << countInWords(config_->media.customPapers->papers.size());
     }
@@ -206,7 +206,7 @@ ExitCode PaperFile::savePmp(bool& renamed, const Console& console) {
     std::string path = ut::encodePath(pmp.filePath.text());
     ExitCode written = ExitCode::Error;
     if (!path.empty()) {
-        written = writeCompressed(tree.root(), PiaKind::Pc3, path, console);
+        written = cli::files::writeCompressed(tree.root(), PiaKind::Pc3, path, console);
     }
     if (written == ExitCode::Error) {
         const std::wstring place = config_->placeForPmp(ut::decodePath(file_));
@@ -222,7 +222,7 @@ ExitCode PaperFile::savePmp(bool& renamed, const Console& console) {
                             file_ + " meta/user_defined_model_pathname=" + path +
                             " --in-place; nothing was written");
         }
-        written = writeCompressed(tree.root(), PiaKind::Pc3, path, console);
+        written = cli::files::writeCompressed(tree.root(), PiaKind::Pc3, path, console);
         if (written == ExitCode::Error) {
             return written;
         }
@@ -234,7 +234,7 @@ ExitCode PaperFile::savePmp(bool& renamed, const Console& console) {
         config_->meta.userDefinedModelPathname = place;
         renamed = true;
     }
-    console.out << "wrote " << printable(path) << ", "
+    console.out << "wrote " << cli::printable(path) << ", "
                 << countInWords(pmp.udm.media ? pmp.udm.media->size.papers.size() : 0) << '\n';
     ExitCode worst = worse(written, warnOfRewriting(pmpBefore_, path, console));
     if (!normalised_.empty()) {
@@ -250,7 +250,7 @@ ExitCode PaperFile::savePmp(bool& renamed, const Console& console) {
 
 ExitCode PaperFile::warnOfRewriting(const Document& before, const std::string& path,
                                     const Console& console) const {
-    ExitCode worst = warnOfLosses(before.lost, path, console);
+    ExitCode worst = cli::files::warnOfLosses(before.lost, path, console);
     if (before.version != 0 && before.version != compressedVersion) {
         worst = warn(console, path,
                      "it was a version-3 file (JSON) and is a compressed version-2 file now");

@@ -11,6 +11,9 @@
 
 namespace platen {
 
+using cli::Console;
+using cli::ExitCode;
+
 /// A plot configuration with the PMP that it names, or a PMP alone, which is then carried by a
 /// configuration of its device that is never written.
 class PaperFile {

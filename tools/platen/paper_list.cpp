@@ -156,7 +156,7 @@ void printPapers(const std::vector<ShownPaper>& papers, const Console& console) 
              paper.units == kPixels ? own : "", onPaper || paper.units == kPixels ? "" : own,
              margins(paper), paper.keptIn});
     }
-    printColumns(rows, console);
+    cli::words::printColumns(rows, console);
 }
 
 void printPapersAsJson(const std::vector<ShownPaper>& papers, const std::string& source,
@@ -185,7 +185,7 @@ void printCatalogue(bool json, const Console& console) {
         }
     }
     if (!json) {
-        printColumns(rows, console);
+        cli::words::printColumns(rows, console);
     }
 }
 

@@ -12,6 +12,8 @@
 
 namespace platen {
 
+using cli::Console;
+
 /// One paper; lengths are in `units`, an `OdDbPlotSettings::PlotPaperUnits` or any other number
 /// that a file holds.
 struct ShownPaper {

@@ -85,7 +85,7 @@ struct Paper {
 
 void checkPaper(const Paper& paper, const PaperLimits& limits, FindingList& findings) {
     const auto size = [](double width, double height) {
-        return wide(roundedNumber(width) + " x " + roundedNumber(height));
+        return wide(cli::words::roundedNumber(width) + " x " + cli::words::roundedNumber(height));
     };
     if (paper.width <= 0 || paper.height <= 0) {
         findings.add({.rule = withoutSize,
@@ -108,12 +108,13 @@ void checkPaper(const Paper& paper, const PaperLimits& limits, FindingList& find
     if (paper.left < -rounding || paper.bottom < -rounding || paper.right < paper.left ||
         paper.top < paper.bottom || paper.right > paper.width + rounding ||
         paper.top > paper.height + rounding) {
-        findings.add(
-            {.rule = outside,
-             .path = paper.path,
-             .expected = L"an area within " + size(paper.width, paper.height),
-             .found = wide(roundedNumber(paper.left) + ", " + roundedNumber(paper.bottom) + " to " +
-                           roundedNumber(paper.right) + ", " + roundedNumber(paper.top))});
+        findings.add({.rule = outside,
+                      .path = paper.path,
+                      .expected = L"an area within " + size(paper.width, paper.height),
+                      .found = wide(cli::words::roundedNumber(paper.left) + ", " +
+                                    cli::words::roundedNumber(paper.bottom) + " to " +
+                                    cli::words::roundedNumber(paper.right) + ", " +
+                                    cli::words::roundedNumber(paper.top))});
     }
 }
 

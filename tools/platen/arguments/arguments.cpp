@@ -1,6 +1,6 @@
 #include "tools/platen/arguments/arguments.h"
 
-namespace platen {
+namespace cli::arguments {
 namespace {
 
 /// The parser reads an argument in brackets as a list. A mark before it keeps it one argument.
@@ -46,4 +46,4 @@ CLI::Option* addOutput(CLI::App* command, std::string& out) {
     return takeText(command->add_option("-o,--output", out, "File to write"))->type_name("OUT");
 }
 
-}  // namespace platen
+}  // namespace cli::arguments

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace platen {
+namespace cli::arguments {
 
 /// The argument as the parser has to see it so that it takes it for one text.
 std::string marked(const std::string& argument);
@@ -22,4 +22,4 @@ void addMaxBody(CLI::App* command, std::uint64_t& bytes);
 
 CLI::Option* addOutput(CLI::App* command, std::string& out);
 
-}  // namespace platen
+}  // namespace cli::arguments

@@ -4,7 +4,7 @@
 
 #include <platen/utcore.h>
 
-namespace platen {
+namespace cli::arguments {
 
 PaperTable tableOf(DevicePapers device) {
     switch (device) {
@@ -38,4 +38,4 @@ std::optional<std::size_t> indexOf(PaperTable papers, std::wstring_view name) {
     return static_cast<std::size_t>(found - papers.begin());
 }
 
-}  // namespace platen
+}  // namespace cli::arguments

@@ -10,7 +10,7 @@
 
 #include <platen/papers.h>
 
-namespace platen {
+namespace cli::arguments {
 
 enum class DevicePapers { Pdf, Image, None };
 
@@ -23,4 +23,4 @@ std::vector<std::wstring> displayNames(PaperTable papers);
 /// The paper of that display name or canonical name, ignoring case.
 std::optional<std::size_t> indexOf(PaperTable papers, std::wstring_view name);
 
-}  // namespace platen
+}  // namespace cli::arguments

@@ -4,7 +4,7 @@
 
 #include <platen/utcore.h>
 
-namespace platen {
+namespace cli::arguments {
 namespace {
 
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
@@ -47,4 +47,4 @@ std::optional<double> wholeNumber(std::string_view text) {
     return value;
 }
 
-}  // namespace platen
+}  // namespace cli::arguments

@@ -7,7 +7,7 @@
 #include <platen/utcore.h>
 #include "tools/platen/arguments/numbers.h"
 
-namespace platen {
+namespace cli::arguments {
 namespace {
 
 /// The numbers between the separators, when all of them are there.
@@ -72,4 +72,4 @@ std::string paperNameFault(std::wstring_view name) {
     return {};
 }
 
-}  // namespace platen
+}  // namespace cli::arguments

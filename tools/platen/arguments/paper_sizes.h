@@ -7,7 +7,7 @@
 
 #include <platen/oda.h>
 
-namespace platen {
+namespace cli::arguments {
 
 struct PaperSize {
     double width = 0;
@@ -31,4 +31,4 @@ std::optional<OdDbPlotSettings::PlotPaperUnits> paperUnits(std::string_view text
 /// Why a file cannot keep a paper of this name as it stands; empty when it can.
 std::string paperNameFault(std::wstring_view name);
 
-}  // namespace platen
+}  // namespace cli::arguments

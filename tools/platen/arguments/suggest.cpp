@@ -7,7 +7,7 @@
 
 #include <platen/utcore.h>
 
-namespace platen {
+namespace cli::arguments {
 namespace {
 
 /// More than these help nobody, and files may hold any number of names of any length.
@@ -97,4 +97,4 @@ std::string suggestion(std::wstring_view wanted, const std::vector<std::wstring>
     return otherwise.empty() ? std::string() : "; " + std::string(otherwise);
 }
 
-}  // namespace platen
+}  // namespace cli::arguments

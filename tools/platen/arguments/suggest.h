@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platen {
+namespace cli::arguments {
 
 /// The few of `names` that `wanted` is part of or, when there are none, that differ from it in the
 /// fewest letters. Case does not matter. Empty when nothing is near.
@@ -17,4 +17,4 @@ std::vector<std::wstring> nearNames(std::wstring_view wanted,
 std::string suggestion(std::wstring_view wanted, const std::vector<std::wstring>& names,
                        std::string_view otherwise = {});
 
-}  // namespace platen
+}  // namespace cli::arguments

@@ -1,23 +1,52 @@
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <platen/pia.h>
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
 #include "plotstyle/table_keys.h"
-#include "tools/platen/commands.h"
+#include "tools/platen/arguments/arguments.h"
+#include "tools/platen/commands/list.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/recognise.h"
 #include "tools/platen/words/table_text.h"
 
-namespace platen {
+namespace cli::commands {
 namespace {
+
+constexpr const char* help =
+    R"(IN is a compressed file, a JSON body or bare body text. OUT is replaced in one
+step when it exists, and stays as it was when anything fails; it may be IN. Unknown keys, their
+order and the spelling of numbers survive, unless colours are gathered into named styles; JSON
+has an order and a spelling of its own.
+
+Examples:
+  platen convert pens.ctb -o pens.stb             prints which colours went to which style
+  platen convert pens.ctb -o pens.stb --prefix Pen     Pen_1, Pen_2 ... instead of Style_1 ...
+  platen convert pens.ctb -o pens.json            compressed to JSON, and back:
+  platen convert pens.json -o pens.ctb
+  platen convert pens.ctb -o pens.txt             the body text, for an editor, and back:
+  platen convert pens.txt -o pens.ctb
+  platen convert plotter.bak -o plotter --to pc3  when the name of OUT does not say it)";
+
+struct ConvertOptions {
+    std::string in;
+    std::string out;
+    /// A word such as "stb"; empty: the extension of `out` decides.
+    std::string to;
+    /// Begins the names of the styles that a colour table is turned into; empty: "Style".
+    std::string prefix;
+    std::uint64_t maxBody = files::usualMaxBody;
+};
 
 struct Target {
     std::string_view word;
@@ -45,29 +74,31 @@ const Target* targetOf(const ConvertOptions& options) {
 }
 
 /// Why this content cannot become such a file; empty when it can.
-std::string refusal(const Content& content, const Target& target) {
-    if (!target.header || content.kind == FileKind::Pia || target.word == kindWord(content.kind)) {
+std::string refusal(const platen::Content& content, const Target& target) {
+    if (!target.header || content.kind == platen::FileKind::Pia ||
+        target.word == platen::kindWord(content.kind)) {
         return {};
     }
-    if (content.kind == FileKind::Ctb && target.header == PiaKind::Stb) {
+    if (content.kind == platen::FileKind::Ctb && target.header == PiaKind::Stb) {
         return content.rejected ? "the table is damaged, so that its colours cannot be sorted out; "
                                   "platen check says where"
                                 : "";
     }
-    if (content.kind == FileKind::Stb && target.header == PiaKind::Ctb) {
+    if (content.kind == platen::FileKind::Stb && target.header == PiaKind::Ctb) {
         // Tables that list a style for each colour may have come under the wrong header.
-        return content.table && hasStylePerColour(*content.table)
+        return content.table && platen::hasStylePerColour(*content.table)
                    ? ""
                    : "a named table does not give each of the 255 colours a style of its own, so "
                      "that no colour-dependent table can be made of it";
     }
-    return std::string("the file holds a document of another family: ") + kindName(content.kind);
+    return std::string("the file holds a document of another family: ") +
+           platen::kindName(content.kind);
 }
 
 /// True when colours have to be gathered into named styles. A table under a CTB header whose
 /// styles are shared by colours has its names already.
-bool needsNames(const Content& content, const Target& target) {
-    return content.kind == FileKind::Ctb && target.header == PiaKind::Stb &&
+bool needsNames(const platen::Content& content, const Target& target) {
+    return content.kind == platen::FileKind::Ctb && target.header == PiaKind::Stb &&
            content.table != nullptr && content.table->hasACI() &&
            content.table->size() == CAciTable::count;
 }
@@ -87,9 +118,9 @@ bool spellOutIndex(CPlotStyleTable& table) {
 void printColours(const CPlotStyleTable& table, const Console& console) {
     for (std::size_t index = 0; index < table.size(); ++index) {
         const CPlotStyle& style = *table.style(index);
-        if (const std::vector<int> colours = coloursOf(table, style); !colours.empty()) {
+        if (const std::vector<int> colours = words::coloursOf(table, style); !colours.empty()) {
             console.out << printable(ut::encodeUtf8(style.name())) << ": "
-                        << coloursInWords(colours) << '\n';
+                        << words::coloursInWords(colours) << '\n';
         }
     }
 }
@@ -101,7 +132,7 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
         return fail(console, options.in, "the prefix is not UTF-8; nothing was written");
     }
     CPlotStyleTable colours(source);
-    const bool inOrder = hasStylePerColour(colours);
+    const bool inOrder = platen::hasStylePerColour(colours);
     std::unique_ptr<CPlotStyleTable> named;
     if (colours.useACI() || spellOutIndex(colours)) {
         named.reset(ctb2stb(colours, options.prefix.empty() ? nullptr : prefix.c_str()));
@@ -110,7 +141,8 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
     if (!named || !named->writeToBlock(tree.root())) {
         return fail(console, options.in, "the table cannot be turned into a named one");
     }
-    const ExitCode written = writeCompressed(tree.root(), PiaKind::Stb, options.out, console);
+    const ExitCode written =
+        files::writeCompressed(tree.root(), PiaKind::Stb, options.out, console);
     if (written == ExitCode::Error) {
         return written;
     }
@@ -121,24 +153,24 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
                           "conversion went by the place");
 }
 
-ExitCode rewrite(const Source& source, const Target& target, const std::string& out,
+ExitCode rewrite(const files::Source& source, const Target& target, const std::string& out,
                  const Console& console) {
     const PiaBlock& root = *source.input.root();
     if (target.header) {
-        return writeCompressed(root, *target.header, out, console);
+        return files::writeCompressed(root, *target.header, out, console);
     }
     if (target.word == "json") {
-        return writeJson(root, out, console);
+        return files::writeJson(root, out, console);
     }
-    if (source.form == SourceForm::Compressed) {
-        return writeBytes(source.input.body(), out, console);
+    if (source.form == files::SourceForm::Compressed) {
+        return files::writeBytes(source.input.body(), out, console);
     }
-    return writeBodyText(root, out, console);
+    return files::writeBodyText(root, out, console);
 }
 
-ExitCode convertSource(const ConvertOptions& options, const Target& target, Source& source,
+ExitCode convertSource(const ConvertOptions& options, const Target& target, files::Source& source,
                        const Console& console) {
-    const Content content = recognise(source.input);
+    const platen::Content content = platen::recognise(source.input);
     if (const std::string reason = refusal(content, target); !reason.empty()) {
         return fail(console, options.in, reason + "; nothing was written");
     }
@@ -159,20 +191,35 @@ ExitCode convertSource(const ConvertOptions& options, const Target& target, Sour
                               : rewrite(source, target, options.out, console));
 }
 
-}  // namespace
-
-ExitCode convert(const ConvertOptions& options, const Console& console) {
+/// Writes a file in another form or as another document.
+ExitCode run(const ConvertOptions& options, const Console& console) {
     const Target* target = targetOf(options);
     if (target == nullptr) {
         return fail(console, options.out,
                     "the name does not say what to convert to; add --to ctb, stb, pc3, pmp, json "
                     "or text");
     }
-    Source source;
-    if (!readSource(options.in, source, console, readingUpTo(options.maxBody))) {
+    files::Source source;
+    if (!files::readSource(options.in, source, console, files::readingUpTo(options.maxBody))) {
         return ExitCode::Error;
     }
     return convertSource(options, *target, source, console);
 }
 
-}  // namespace platen
+}  // namespace
+
+CommandEntry addConvert(CLI::App& program) {
+    CLI::App* command = arguments::addCommand(
+        program, "convert", "Write a file as another kind or in another form", help);
+    const auto options = std::make_shared<ConvertOptions>();
+    arguments::takeText(command->add_option("IN", options->in, "File to read"))->required();
+    arguments::addOutput(command, options->out)->required();
+    command->add_option("--to", options->to, "What to write; by default as OUT ends")
+        ->check(CLI::IsMember({"ctb", "stb", "pc3", "pmp", "json", "text"}));
+    arguments::takeText(command->add_option(
+        "--prefix", options->prefix, "Beginning of the names of styles made from colours (Style)"));
+    arguments::addMaxBody(command, options->maxBody);
+    return entryOf(command, options, run);
+}
+
+}  // namespace cli::commands

@@ -1,3 +1,5 @@
+#include <CLI/CLI.hpp>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -7,12 +9,31 @@
 #include <platen/utcore.h>
 #include "pia/body_writer.h"
 #include "pia/json_writer.h"
-#include "tools/platen/commands.h"
+#include "tools/platen/arguments/arguments.h"
+#include "tools/platen/commands/list.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/item_path.h"
 
-namespace platen {
+namespace cli::commands {
 namespace {
+
+constexpr const char* help =
+    R"(A PATH is the names from the outermost block on, joined by "/". When several items
+have the name, a type picks one: ":str", ":num", ":bool", ":bin" or ":block" at the end.
+
+Examples:
+  platen get pens.ctb                           the whole body text
+  platen get pens.ctb plot_style/0/name         one value
+  platen get pens.ctb plot_style/0              the lines of one block
+  platen get pens.ctb plot_style/0 --json       the block as a JSON body that can be read again
+  platen get pens.ctb description:str scale_factor:num)";
+
+struct GetOptions {
+    std::string file;
+    std::vector<std::string> paths;
+    bool json = false;
+    std::uint64_t maxBody = files::usualMaxBody;
+};
 
 std::wstring valueText(const PiaItem& item) {
     switch (item.type) {
@@ -83,7 +104,7 @@ ExitCode printItem(const GetOptions& options, const PiaItem& item, const Console
 ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string& path,
                    const Console& console) {
     const std::string subject = options.file + ": " + path;
-    const std::vector<const PiaItem*> found = findItems(root, ut::decodePath(path));
+    const std::vector<const PiaItem*> found = platen::findItems(root, ut::decodePath(path));
     if (found.empty()) {
         fail(console, subject, "there is no such item; platen get without a path shows them all");
         return ExitCode::Difference;
@@ -94,16 +115,15 @@ ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string&
     }
     std::string reason = "several items have this name and the first was printed; add a type:";
     for (const PiaItem* item : found) {
-        reason += ' ' + ut::encodeUtf8(typeSuffix(item->type));
+        reason += ' ' + ut::encodeUtf8(platen::typeSuffix(item->type));
     }
     return worse(printed, warn(console, subject, reason));
 }
 
-}  // namespace
-
-ExitCode get(const GetOptions& options, const Console& console) {
+/// Prints items of the raw tree.
+ExitCode run(const GetOptions& options, const Console& console) {
     PiaInput input;
-    if (!input.open(ut::decodePath(options.file).c_str(), readingUpTo(options.maxBody))) {
+    if (!input.open(ut::decodePath(options.file).c_str(), files::readingUpTo(options.maxBody))) {
         return fail(console, options.file, input.report());
     }
     ExitCode worst = warn(console, options.file, input.report());
@@ -116,4 +136,18 @@ ExitCode get(const GetOptions& options, const Console& console) {
     return worst;
 }
 
-}  // namespace platen
+}  // namespace
+
+CommandEntry addGet(CLI::App& program) {
+    CLI::App* command =
+        arguments::addCommand(program, "get", "Print items of a file as they are stored", help);
+    const auto options = std::make_shared<GetOptions>();
+    arguments::takeText(command->add_option("FILE", options->file, "File"))->required();
+    arguments::takeText(
+        command->add_option("PATH", options->paths, "Items; all of them when left out"));
+    command->add_flag("--json", options->json, "Print JSON bodies");
+    arguments::addMaxBody(command, options->maxBody);
+    return entryOf(command, options, run);
+}
+
+}  // namespace cli::commands

@@ -1,12 +1,15 @@
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
-#include "tools/platen/commands.h"
+#include "tools/platen/arguments/arguments.h"
+#include "tools/platen/commands/list.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/json_lines.h"
 #include "tools/platen/lost_items.h"
@@ -15,8 +18,21 @@
 #include "tools/platen/words/parameters_text.h"
 #include "tools/platen/words/table_text.h"
 
-namespace platen {
+namespace cli::commands {
 namespace {
+
+constexpr const char* help =
+    R"(Examples:
+  platen info pens.ctb                  a summary: container, settings, colours by equal styles
+  platen info --json a.ctb b.stb        one JSON object a line, schema platen.info/1
+  platen info plotter.pc3               device, paper, resolution, PMP, custom papers, properties
+  platen info --json pens.ctb | python3 -m json.tool)";
+
+struct InfoOptions {
+    std::vector<std::string> files;
+    bool json = false;
+    std::uint64_t maxBody = files::usualMaxBody;
+};
 
 std::string containerInWords(const PiaContainer& container) {
     constexpr std::uint64_t percent = 100;
@@ -27,7 +43,7 @@ std::string containerInWords(const PiaContainer& container) {
         return "version 3 (JSON), " + body;
     }
     std::string words = "version 2, header ";
-    words += container.kind ? headerLetters(*container.kind) : "unknown";
+    words += container.kind ? platen::headerLetters(*container.kind) : "unknown";
     words += ", " + body + ", compressed to " + std::to_string(container.compressedBytes);
     if (container.bodyBytes != 0) {
         const std::uint64_t ratio = container.compressedBytes * percent / container.bodyBytes;
@@ -48,36 +64,37 @@ std::string topLevelNames(const PiaBlock& root) {
     return words.empty() ? "nothing" : printable(words);
 }
 
-void describeFile(const std::string& file, const PiaInput& input, const Content& content,
+void describeFile(const std::string& file, const PiaInput& input, const platen::Content& content,
                   std::ostream& out) {
-    out << printable(file) << ": " << kindName(content.kind) << '\n'
+    out << printable(file) << ": " << platen::kindName(content.kind) << '\n'
         << "  container      " << containerInWords(input.container()) << '\n';
     if (content.table) {
-        describeTable(*content.table, content.kind, out);
+        words::describeTable(*content.table, content.kind, out);
     } else if (content.config) {
-        describeConfig(content, out);
+        words::describeConfig(content, out);
     } else if (content.parameters) {
-        describeParameters(*content.parameters, out);
+        words::describeParameters(*content.parameters, out);
     } else {
         out << "  holds          " << topLevelNames(*input.root()) << '\n';
     }
 }
 
-std::vector<LostItem> lostOf(const PiaInput& input, const Content& content) {
+std::vector<platen::LostItem> lostOf(const PiaInput& input, const platen::Content& content) {
     if (content.config) {
-        return lostItems(*input.root(), *content.config, input.report());
+        return platen::lostItems(*input.root(), *content.config, input.report());
     }
-    return content.parameters ? lostItems(*input.root(), *content.parameters, input.report())
-                              : std::vector<LostItem>();
+    return content.parameters
+               ? platen::lostItems(*input.root(), *content.parameters, input.report())
+               : std::vector<platen::LostItem>();
 }
 
-ExitCode warnOfLost(const std::string& file, const std::vector<LostItem>& lost,
+ExitCode warnOfLost(const std::string& file, const std::vector<platen::LostItem>& lost,
                     const Console& console) {
     constexpr std::size_t shown = 20;
     for (std::size_t index = 0; index < std::min(lost.size(), shown); ++index) {
         const std::string path = ut::encodeUtf8(lost[index].path);
         warn(console, file,
-             lost[index].reason == LostItem::Reason::NotCarried
+             lost[index].reason == platen::LostItem::Reason::NotCarried
                  ? path + " is no part of the document; a program that writes the document drops it"
                  : path + " does not convert and the usual value is taken");
     }
@@ -88,7 +105,8 @@ ExitCode warnOfLost(const std::string& file, const std::vector<LostItem>& lost,
 }
 
 /// Of the PMP that a configuration names.
-ExitCode warnOfPmp(const std::string& file, const Content& content, const Console& console) {
+ExitCode warnOfPmp(const std::string& file, const platen::Content& content,
+                   const Console& console) {
     const PiaReport& report = content.pmpReport;
     if (content.pmpPath.empty()) {
         return report.failure()
@@ -104,14 +122,14 @@ ExitCode warnOfPmp(const std::string& file, const Content& content, const Consol
 
 ExitCode infoOf(const std::string& file, const InfoOptions& options, const Console& console) {
     const std::wstring path = ut::decodePath(file);
-    const PiaReadOptions reading = readingUpTo(options.maxBody);
+    const PiaReadOptions reading = files::readingUpTo(options.maxBody);
     PiaInput input;
     if (!input.open(path.c_str(), reading)) {
         return fail(console, file, input.report());
     }
-    const Content content = readContent(input, path, reading);
+    const platen::Content content = platen::readContent(input, path, reading);
     if (options.json) {
-        console.out << infoLine(file, input.container(), content) << '\n';
+        console.out << platen::infoLine(file, input.container(), content) << '\n';
     } else {
         describeFile(file, input, content, console.out);
     }
@@ -124,9 +142,8 @@ ExitCode infoOf(const std::string& file, const InfoOptions& options, const Conso
     return warned;
 }
 
-}  // namespace
-
-ExitCode info(const InfoOptions& options, const Console& console) {
+/// Says what files are and hold.
+ExitCode run(const InfoOptions& options, const Console& console) {
     ExitCode worst = ExitCode::Ok;
     for (const std::string& file : options.files) {
         worst = worse(worst, infoOf(file, options, console));
@@ -134,4 +151,16 @@ ExitCode info(const InfoOptions& options, const Console& console) {
     return worst;
 }
 
-}  // namespace platen
+}  // namespace
+
+CommandEntry addInfo(CLI::App& program) {
+    CLI::App* command =
+        arguments::addCommand(program, "info", "Say what files are and what they hold", help);
+    const auto options = std::make_shared<InfoOptions>();
+    arguments::takeText(command->add_option("FILE", options->files, "Files"))->required();
+    command->add_flag("--json", options->json, "One JSON object a line");
+    arguments::addMaxBody(command, options->maxBody);
+    return entryOf(command, options, run);
+}
+
+}  // namespace cli::commands

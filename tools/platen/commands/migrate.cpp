@@ -1,3 +1,4 @@
+#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -11,8 +12,9 @@
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 #include <platen/utcore.h>
+#include "tools/platen/arguments/arguments.h"
 #include "tools/platen/arguments/suggest.h"
-#include "tools/platen/commands.h"
+#include "tools/platen/commands/list.h"
 #include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/files/write_source.h"
@@ -23,8 +25,30 @@
 #include "tools/platen/recognise.h"
 #include "tools/platen/words/words.h"
 
-namespace platen {
+namespace cli::commands {
 namespace {
+
+constexpr const char* help =
+    R"(Configurations are recognised by their content. Each that names printer OLD names NEW
+afterwards; the old file stays beside it with ".bak" at the end of its name, and names that end so
+are passed over, as are symbolic links. Everything else in the files stays as it was.
+
+On Windows NEW is asked for its driver, and what it will not take of a configuration is a warning
+(exit 3). Elsewhere, or with --names-only, the driver's name stays, too: when NEW has another one,
+programs on Windows look for a printer of the old driver.
+
+Examples:
+  platen migrate plotters --map "Old plotter=New plotter" --dry-run
+  platen migrate plotters --map "Old plotter=New plotter" --map Office=Office2)";
+
+struct MigrateOptions {
+    std::string folder;
+    /// "OLD=NEW"
+    std::vector<std::string> maps;
+    bool dryRun = false;
+    /// Change names only, without asking printers.
+    bool namesOnly = false;
+};
 
 constexpr std::wstring_view configurationExtension = L"pc3";
 /// Ends the names of the copies, which are never changed themselves.
@@ -58,7 +82,7 @@ PiaStr* textItem(const PiaBlock& meta, PiaKey key) {
 
 /// Names the new printer, and its driver unless that is not known. False when an item cannot be
 /// added.
-bool rename(PiaBlock& meta, const PrinterMove& move, const std::wstring& driver) {
+bool rename(PiaBlock& meta, const printers::PrinterMove& move, const std::wstring& driver) {
     for (const PiaKey key : {printerKey, friendlyKey, shortKey}) {
         PiaStr* item = textItem(meta, key);
         if (item != nullptr && ut::equalNoCase(item->value.str(), move.from)) {
@@ -77,19 +101,19 @@ bool rename(PiaBlock& meta, const PrinterMove& move, const std::wstring& driver)
 
 class Migration {
 public:
-    Migration(const MigrateOptions& options, PrinterMap map, const Console& console)
+    Migration(const MigrateOptions& options, printers::PrinterMap map, const Console& console)
         : options_(options),
           map_(std::move(map)),
           console_(console),
-          namesOnly_(options.namesOnly || !printersFault().empty()) {}
+          namesOnly_(options.namesOnly || !printers::printersFault().empty()) {}
 
     ExitCode run() {
         if (!namesOnly_ && !findNewPrinters()) {
             return ExitCode::Error;
         }
-        const FileWalk walk = walkFiles(options_.folder);
+        const files::FileWalk walk = files::walkFiles(options_.folder);
         ExitCode worst = ExitCode::Ok;
-        for (const FileWalk::Fault& fault : walk.faults) {
+        for (const files::FileWalk::Fault& fault : walk.faults) {
             worst = worse(worst, fail(console_, fault.path, fault.reason));
         }
         for (const std::string& file : walk.files) {
@@ -102,12 +126,12 @@ private:
     /// Every printer is asked once, before the first file changes.
     bool findNewPrinters() {
         bool all = true;
-        for (const PrinterMove& move : map_.moves()) {
-            std::optional<InstalledPrinter> printer = askPrinter(move.to);
+        for (const printers::PrinterMove& move : map_.moves()) {
+            std::optional<printers::InstalledPrinter> printer = printers::askPrinter(move.to);
             if (!printer) {
                 fail(console_, "",
-                     "there is no printer " + quoted(move.to) +
-                         suggestion(move.to, printerNames()) +
+                     "there is no printer " + words::quoted(move.to) +
+                         arguments::suggestion(move.to, printers::printerNames()) +
                          "; to rename without asking printers, add --names-only");
                 all = false;
                 continue;
@@ -121,11 +145,11 @@ private:
         const bool namedConfiguration =
             ut::hasExtension(ut::decodePath(file), configurationExtension);
         constexpr std::size_t enoughToTell = 64;
-        const std::string beginning = beginningOf(file, enoughToTell);
+        const std::string beginning = files::beginningOf(file, enoughToTell);
         if (file.ends_with(copySuffix) || !(namedConfiguration || mayBeContainer(beginning))) {
             return ExitCode::Ok;
         }
-        Source source;
+        files::Source source;
         PiaReport unreadable;
         if (!open(file, source, unreadable)) {
             if (namedConfiguration) {
@@ -136,21 +160,21 @@ private:
                                                "may not be a configuration; platen check says why")
                                         : ExitCode::Ok;
         }
-        const FileKind kind = recognise(source.input).kind;
-        if (kind == FileKind::Pc3) {
+        const platen::FileKind kind = platen::recognise(source.input).kind;
+        if (kind == platen::FileKind::Pc3) {
             return visitConfiguration(file, source);
         }
         return namedConfiguration
                    ? warn(console_, file,
                           std::string("left alone: in spite of its name it holds a ") +
-                              kindName(kind))
+                              platen::kindName(kind))
                    : ExitCode::Ok;
     }
 
-    static bool open(const std::string& file, Source& source, PiaReport& report) {
+    static bool open(const std::string& file, files::Source& source, PiaReport& report) {
         bool tooLarge = false;
         const ut::SystemError error =
-            ut::readFile(ut::decodePath(file), usualMaxBody, source.bytes, tooLarge);
+            ut::readFile(ut::decodePath(file), files::usualMaxBody, source.bytes, tooLarge);
         if (error || tooLarge) {
             return report.fail({.code = tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable,
                                 .found = ut::decodePath(error.message())});
@@ -158,12 +182,13 @@ private:
         const bool opened = source.input.openBytes(source.bytes.view());
         report = source.input.report();
         constexpr int compressedVersion = 2;
-        source.form = source.input.container().version == compressedVersion ? SourceForm::Compressed
-                                                                            : SourceForm::Json;
+        source.form = source.input.container().version == compressedVersion
+                          ? files::SourceForm::Compressed
+                          : files::SourceForm::Json;
         return opened;
     }
 
-    ExitCode visitConfiguration(const std::string& file, Source& source) {
+    ExitCode visitConfiguration(const std::string& file, files::Source& source) {
         bool printerChanged = false;
         const std::unique_ptr<CPlotCfg3> config =
             CPlotCfg3::fromInput(source.input, printerChanged);
@@ -171,10 +196,11 @@ private:
             return fail(console_, file, source.input.report());
         }
         const std::wstring& printer = config->meta.winDeviceName;
-        PrinterMove* move = map_.find(printer);
+        printers::PrinterMove* move = map_.find(printer);
         if (move == nullptr) {
             console_.out << printable(file) << ": "
-                         << (printer.empty() ? "names no printer" : "stays with " + quoted(printer))
+                         << (printer.empty() ? "names no printer"
+                                             : "stays with " + words::quoted(printer))
                          << '\n';
             if (!printer.empty()) {
                 seen_.insert(printer);
@@ -183,22 +209,23 @@ private:
         }
         ++move->uses;
         std::string unused;
-        if (source.form == SourceForm::Compressed && ut::convertToAnsi(move->to, unused) != 0) {
+        if (source.form == files::SourceForm::Compressed &&
+            ut::convertToAnsi(move->to, unused) != 0) {
             return fail(
                 console_, file,
                 "nothing was written: the code page of the file has no such characters as " +
-                    quoted(move->to));
+                    words::quoted(move->to));
         }
         return moveTo(file, source, *config, *move);
     }
 
-    ExitCode moveTo(const std::string& file, Source& source, const CPlotCfg3& config,
-                    const PrinterMove& move) {
+    ExitCode moveTo(const std::string& file, files::Source& source, const CPlotCfg3& config,
+                    const printers::PrinterMove& move) {
         ExitCode code = warn(console_, file, source.input.report());
         std::wstring driver;
         if (const auto printer = printers_.find(move.to); printer != printers_.end()) {
             driver = printer->second.driver;
-            for (const std::string& reason : misfits(config, printer->second)) {
+            for (const std::string& reason : printers::misfits(config, printer->second)) {
                 code = worse(code, warn(console_, file, reason));
             }
         }
@@ -211,36 +238,38 @@ private:
             }
         }
         console_.out << printable(file) << (copy.empty() ? ": would move from " : ": moved from ")
-                     << quoted(config.meta.winDeviceName) << " to " << quoted(move.to);
+                     << words::quoted(config.meta.winDeviceName) << " to "
+                     << words::quoted(move.to);
         if (driver.empty() && !config.meta.winDriverName.empty()) {
-            console_.out << ", driver " << quoted(config.meta.winDriverName) << " kept";
+            console_.out << ", driver " << words::quoted(config.meta.winDriverName) << " kept";
         }
         console_.out << (copy.empty() ? "" : ", copy in " + printable(copy)) << '\n';
         return code;
     }
 
-    ExitCode store(const std::string& file, Source& source, const PrinterMove& move,
-                   const std::wstring& driver, const std::string& copy) const {
+    ExitCode store(const std::string& file, files::Source& source,
+                   const printers::PrinterMove& move, const std::wstring& driver,
+                   const std::string& copy) const {
         PiaBlock& meta =
             *static_cast<PiaBlock*>(source.input.root()->findItem(L"meta", PiaItemType::Block));
         if (!rename(meta, move, driver)) {
             return fail(console_, file, "nothing was written: the driver cannot be named");
         }
         constexpr bool changed = true;
-        if (writeSource(source, !changed, copy, console_) == ExitCode::Error) {
+        if (files::writeSource(source, !changed, copy, console_) == ExitCode::Error) {
             return fail(console_, file, "not changed, since no copy could be kept");
         }
-        return writeSource(source, changed, file, console_);
+        return files::writeSource(source, changed, file, console_);
     }
 
     ExitCode reportUnused() const {
         ExitCode code = ExitCode::Ok;
         const std::vector<std::wstring> names(seen_.begin(), seen_.end());
-        for (const PrinterMove& move : map_.moves()) {
+        for (const printers::PrinterMove& move : map_.moves()) {
             if (move.uses == 0) {
                 fail(console_, "",
-                     "no configuration names the printer " + quoted(move.from) +
-                         suggestion(move.from, names));
+                     "no configuration names the printer " + words::quoted(move.from) +
+                         arguments::suggestion(move.from, names));
                 code = ExitCode::Difference;
             }
         }
@@ -248,18 +277,17 @@ private:
     }
 
     const MigrateOptions& options_;
-    PrinterMap map_;
+    printers::PrinterMap map_;
     const Console& console_;
     bool namesOnly_;
-    std::map<std::wstring, InstalledPrinter> printers_;
+    std::map<std::wstring, printers::InstalledPrinter> printers_;
     /// Printers that stay.
     std::set<std::wstring> seen_;
 };
 
-}  // namespace
-
-ExitCode migrate(const MigrateOptions& options, const Console& console) {
-    PrinterMap map;
+/// Moves the configurations of a folder from printers to others.
+ExitCode run(const MigrateOptions& options, const Console& console) {
+    printers::PrinterMap map;
     bool sound = true;
     for (const std::string& argument : options.maps) {
         if (const std::string fault = map.add(argument); !fault.empty()) {
@@ -276,4 +304,24 @@ ExitCode migrate(const MigrateOptions& options, const Console& console) {
     return Migration(options, std::move(map), console).run();
 }
 
-}  // namespace platen
+}  // namespace
+
+CommandEntry addMigrate(CLI::App& program) {
+    CLI::App* command =
+        arguments::addCommand(program, "migrate", "Move configurations to other printers", help);
+    const auto options = std::make_shared<MigrateOptions>();
+    arguments::takeText(
+        command->add_option("DIR", options->folder, "Folder; the folders in it are searched, too"))
+        ->required();
+    arguments::takeText(
+        command->add_option("--map", options->maps, "Old and new printer; may be repeated"))
+        ->type_name("OLD=NEW")
+        ->required();
+    command->add_flag("--dry-run", options->dryRun, "Say what would change");
+    command->add_flag("--names-only", options->namesOnly,
+                      "Do not ask printers; their drivers stay as they are (always so where "
+                      "printers cannot be asked)");
+    return entryOf(command, options, run);
+}
+
+}  // namespace cli::commands

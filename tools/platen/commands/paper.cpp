@@ -1,21 +1,51 @@
 #include <wx/string.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include <platen/custom_papers.h>
 #include <platen/utcore.h>
+#include "tools/platen/arguments/arguments.h"
 #include "tools/platen/arguments/paper_sizes.h"
 #include "tools/platen/arguments/suggest.h"
-#include "tools/platen/commands.h"
+#include "tools/platen/commands/list.h"
 #include "tools/platen/paper_file.h"
 #include "tools/platen/paper_list.h"
 
-namespace platen {
+namespace cli::commands {
 namespace {
+
+constexpr const char* help =
+    R"(FILE is a plot configuration or plot model parameters (PMP). New papers go into the
+PMP that the configuration names; without one a PMP is made beside it (in the folder PMP, if there
+is one there). Names are found without regard to case.
+
+Examples:
+  platen paper add a.pc3 --name "Long roll" --size 914x5000 --units mm
+  platen paper add a.pc3 --name "Card" --size 3.5x2 --units in --margins 0.1,0.1,0.1,0.1
+  platen paper resize a.pc3 --name "long roll" --size 914x7000
+  platen paper rename a.pmp --name "Long roll" --to "Roll 914"
+  platen paper remove a.pmp --name Card)";
+
+enum class PaperAction { Add, Remove, Rename, Resize };
+
+struct PaperOptions {
+    PaperAction action = PaperAction::Add;
+    std::string file;
+    std::string name;
+    std::string newName;
+    /// "WIDTHxHEIGHT"
+    std::string size;
+    /// "mm", "in", "px"; empty for the paper's own or what suits the device.
+    std::string units;
+    /// "LEFT,BOTTOM,RIGHT,TOP"; empty: none, or those that there are.
+    std::string margins;
+};
 
 using enum OdDbPlotSettings::PlotPaperUnits;
 
@@ -23,7 +53,7 @@ using enum OdDbPlotSettings::PlotPaperUnits;
 /// file is as it was until `save`.
 class PaperEdit {
 public:
-    PaperEdit(const PaperOptions& options, PaperFile& file)
+    PaperEdit(const PaperOptions& options, platen::PaperFile& file)
         : options_(options), file_(file), papers_(&file.config()) {
         papers_.load();
         file.config().getCustomPaperSizes(list_);
@@ -74,7 +104,7 @@ public:
 private:
     static std::string inWords(const CustomPaperSize& paper) {
         return printable('"' + ut::encodeUtf8(paper.localName) +
-                         "\": " + sizeInWords(shown(paper)));
+                         "\": " + sizeInWords(platen::shown(paper)));
     }
 
     bool isCurrent() const {
@@ -104,8 +134,9 @@ private:
                 names.push_back(paper.localName);
             }
             return "there is no custom paper \"" + options_.name + '"' +
-                   suggestion(name_, names,
-                              names.empty() ? "there are none" : "platen papers FILE lists them");
+                   arguments::suggestion(
+                       name_, names,
+                       names.empty() ? "there are none" : "platen papers FILE lists them");
         }
         if (found.size() > 1) {
             std::string reason = "several papers have this name; take the one you mean from:";
@@ -119,7 +150,7 @@ private:
     }
 
     std::string add() {
-        if (const std::string fault = paperNameFault(name_); !fault.empty()) {
+        if (const std::string fault = arguments::paperNameFault(name_); !fault.empty()) {
             return fault;
         }
         if (papers_.isDuplicateName(wxString(name_))) {
@@ -128,7 +159,7 @@ private:
         }
         const bool raster = CPlotCfg3::isBuiltInImage(&file_.config());
         papers_.setDefaultUnits(
-            paperUnits(options_.units).value_or(raster ? kPixels : kMillimeters));
+            arguments::paperUnits(options_.units).value_or(raster ? kPixels : kMillimeters));
         papers_.append(wxString(name_));
         index_ = papers_.size() - 1;
         return setLengths();
@@ -145,7 +176,7 @@ private:
     std::string rename() {
         std::string fault = find();
         if (fault.empty()) {
-            fault = paperNameFault(newName_);
+            fault = arguments::paperNameFault(newName_);
         }
         if (!fault.empty()) {
             return fault;
@@ -167,20 +198,21 @@ private:
         const std::int32_t own = list_[index_].units;
         const bool known = own == kInches || own == kPixels;
         papers_.setDefaultUnits(
-            paperUnits(options_.units)
+            arguments::paperUnits(options_.units)
                 .value_or(known ? static_cast<wut::CustomPapers::Units>(own) : kMillimeters));
         return setLengths();
     }
 
     std::string setLengths() {
-        const std::optional<PaperSize> size = paperSize(options_.size);
+        const std::optional<arguments::PaperSize> size = arguments::paperSize(options_.size);
         if (!size) {
             return '"' + options_.size +
                    "\" is no size; write WIDTHxHEIGHT with decimal points, such as 914x5000.5";
         }
         papers_.setSize(index_, size->width, size->height);
         if (!options_.margins.empty()) {
-            const std::optional<PaperMargins> margins = paperMargins(options_.margins);
+            const std::optional<arguments::PaperMargins> margins =
+                arguments::paperMargins(options_.margins);
             if (!margins) {
                 return '"' + options_.margins +
                        "\" are no margins; write LEFT,BOTTOM,RIGHT,TOP, such as 5,10,5,10";
@@ -200,8 +232,8 @@ private:
                                papers_.getTopMargin(index_), limits().height);
     }
 
-    PaperSize limits() const {
-        PaperSize limits;
+    arguments::PaperSize limits() const {
+        arguments::PaperSize limits;
         file_.largestPaper(limits.width, limits.height);
         return limits;
     }
@@ -227,7 +259,7 @@ private:
     }
 
     const PaperOptions& options_;
-    PaperFile& file_;
+    platen::PaperFile& file_;
     wut::CustomPapers papers_;
     /// The same papers, as they were.
     std::vector<CustomPaperSize> list_;
@@ -236,11 +268,10 @@ private:
     unsigned index_ = 0;
 };
 
-}  // namespace
-
-ExitCode paper(const PaperOptions& options, const Console& console) {
-    PaperFile file;
-    const ExitCode opened = file.open(options.file, PaperFile::Purpose::Edit, console);
+/// Edits the custom papers of a configuration or of plot model parameters.
+ExitCode run(const PaperOptions& options, const Console& console) {
+    platen::PaperFile file;
+    const ExitCode opened = file.open(options.file, platen::PaperFile::Purpose::Edit, console);
     if (opened == ExitCode::Error) {
         return opened;
     }
@@ -251,4 +282,53 @@ ExitCode paper(const PaperOptions& options, const Console& console) {
     return worse(opened, edit.save(console));
 }
 
-}  // namespace platen
+using SharedOptions = std::shared_ptr<PaperOptions>;
+
+CLI::App* addAction(CLI::App* command, const SharedOptions& options, PaperAction action,
+                    const char* word, const char* purpose, const char* nameHelp) {
+    CLI::App* added = command->add_subcommand(word, purpose);
+    added->group("Actions")->footer(help);
+    arguments::takeText(added->add_option("FILE", options->file, "Configuration or parameters"))
+        ->required();
+    arguments::takeText(added->add_option("--name", options->name, nameHelp))
+        ->type_name("NAME")
+        ->required();
+    added->parse_complete_callback([options, action] { options->action = action; });
+    return added;
+}
+
+void addLengths(CLI::App* action, const SharedOptions& options) {
+    action->add_option("--size", options->size, "Width and height")->type_name("WxH")->required();
+    action
+        ->add_option("--units", options->units,
+                     "Of size and margins: mm, in or px (a new paper: mm, or px for images; "
+                     "an old one: its own)")
+        ->check(CLI::IsMember({"mm", "in", "px"}));
+    action->add_option("--margins", options->margins, "Left, bottom, right, top")
+        ->type_name("L,B,R,T");
+}
+
+}  // namespace
+
+CommandEntry addPaper(CLI::App& program) {
+    CLI::App* command = arguments::addCommand(
+        program, "paper", "Edit custom papers of a configuration or its parameters", help);
+    const auto options = std::make_shared<PaperOptions>();
+    command->require_subcommand(1);
+    const auto add = [&](PaperAction action, const char* word, const char* purpose,
+                         const char* nameHelp) {
+        return addAction(command, options, action, word, purpose, nameHelp);
+    };
+    addLengths(add(PaperAction::Add, "add", "Add a paper", "Name of the new paper"), options);
+    add(PaperAction::Remove, "remove", "Remove a paper", "Name of the paper");
+    arguments::takeText(add(PaperAction::Rename, "rename", "Rename a paper", "Name of the paper")
+                            ->add_option("--to", options->newName, "New name"))
+        ->type_name("NAME")
+        ->required();
+    addLengths(
+        add(PaperAction::Resize, "resize", "Change the size of a paper", "Name of the paper"),
+        options);
+    return entryOf(command, options, run);
+}
+
+}  // namespace cli::commands

@@ -1,41 +1,67 @@
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "tools/platen/arguments/arguments.h"
 #include "tools/platen/arguments/device_papers.h"
-#include "tools/platen/commands.h"
+#include "tools/platen/commands/list.h"
 #include "tools/platen/paper_file.h"
 #include "tools/platen/paper_list.h"
 #include "tools/platen/printers/printing.h"
 
-namespace platen {
+namespace cli::commands {
 namespace {
 
-void print(const std::vector<ShownPaper>& papers, const std::string& source, bool json,
+constexpr const char* help =
+    R"(Lengths are in millimetres and inches, or in pixels for images.
+
+Examples:
+  platen papers --device pdf            papers of "Print As PDF"
+  platen papers --device image          papers of the image devices
+  platen papers --device none           common plotter papers
+  platen papers --catalogue             Windows paper ids
+  platen papers --printer Plotter       papers of an installed printer (Windows)
+  platen papers a.pc3                   custom papers, also those of the PMP that it names
+  platen papers --json a.pmp            one JSON object a line, schema platen.papers/1)";
+
+struct PapersOptions {
+    std::string file;
+    /// "pdf", "image" or "none".
+    std::string device;
+    /// An installed printer.
+    std::string printer;
+    bool catalogue = false;
+    bool json = false;
+};
+
+void print(const std::vector<platen::ShownPaper>& papers, const std::string& source, bool json,
            const Console& console) {
     if (json) {
-        printPapersAsJson(papers, source, console);
+        platen::printPapersAsJson(papers, source, console);
     } else {
-        printPapers(papers, console);
+        platen::printPapers(papers, console);
     }
 }
 
 void papersOfDevice(const PapersOptions& options, const Console& console) {
-    DevicePapers device = DevicePapers::None;
+    arguments::DevicePapers device = arguments::DevicePapers::None;
     if (options.device != "none") {
-        device = options.device == "pdf" ? DevicePapers::Pdf : DevicePapers::Image;
+        device =
+            options.device == "pdf" ? arguments::DevicePapers::Pdf : arguments::DevicePapers::Image;
     }
-    std::vector<ShownPaper> list;
-    for (const wut::PaperSizeInfo& paper : tableOf(device)) {
-        list.push_back(shown(paper));
+    std::vector<platen::ShownPaper> list;
+    for (const wut::PaperSizeInfo& paper : arguments::tableOf(device)) {
+        list.push_back(platen::shown(paper));
     }
     print(list, options.device, options.json, console);
 }
 
 ExitCode papersOfFile(const PapersOptions& options, const Console& console) {
-    PaperFile file;
-    const ExitCode opened = file.open(options.file, PaperFile::Purpose::Show, console);
+    platen::PaperFile file;
+    const ExitCode opened = file.open(options.file, platen::PaperFile::Purpose::Show, console);
     if (opened == ExitCode::Error) {
         return opened;
     }
@@ -45,16 +71,15 @@ ExitCode papersOfFile(const PapersOptions& options, const Console& console) {
         console.out << printable(options.file) << ": no custom papers\n";
         return opened;
     }
-    std::vector<ShownPaper> list;
+    std::vector<platen::ShownPaper> list;
     std::transform(papers.begin(), papers.end(), std::back_inserter(list),
-                   [](const CustomPaperSize& paper) { return shown(paper); });
+                   [](const CustomPaperSize& paper) { return platen::shown(paper); });
     print(list, options.file, options.json, console);
     return opened;
 }
 
-}  // namespace
-
-ExitCode papers(const PapersOptions& options, const Console& console) {
+/// Lists the papers of a device, of a printer, of a file or of the catalogue.
+ExitCode run(const PapersOptions& options, const Console& console) {
     const int sources = (options.device.empty() ? 0 : 1) + (options.catalogue ? 1 : 0) +
                         (options.file.empty() ? 0 : 1) + (options.printer.empty() ? 0 : 1);
     if (sources != 1) {
@@ -62,10 +87,10 @@ ExitCode papers(const PapersOptions& options, const Console& console) {
                     "say whose papers, one at a time: a FILE, --device, --printer or --catalogue");
     }
     if (!options.printer.empty()) {
-        return listPapersOfPrinter(options.printer, options.json, console);
+        return printers::listPapersOfPrinter(options.printer, options.json, console);
     }
     if (options.catalogue) {
-        printCatalogue(options.json, console);
+        platen::printCatalogue(options.json, console);
         return ExitCode::Ok;
     }
     if (!options.file.empty()) {
@@ -75,4 +100,22 @@ ExitCode papers(const PapersOptions& options, const Console& console) {
     return ExitCode::Ok;
 }
 
-}  // namespace platen
+}  // namespace
+
+CommandEntry addPapers(CLI::App& program) {
+    CLI::App* command = arguments::addCommand(
+        program, "papers", "List papers of a device, of a printer, of a file or of Windows", help);
+    const auto options = std::make_shared<PapersOptions>();
+    arguments::takeText(command->add_option(
+        "FILE", options->file, "Configuration or parameters whose custom papers to list"));
+    command->add_option("--device", options->device, "Papers of the built-in devices")
+        ->check(CLI::IsMember({"pdf", "image", "none"}));
+    arguments::takeText(command->add_option("--printer", options->printer,
+                                            "Papers of an installed printer (Windows)"))
+        ->type_name("NAME");
+    command->add_flag("--catalogue", options->catalogue, "Windows papers by their ids");
+    command->add_flag("--json", options->json, "One JSON object a line");
+    return entryOf(command, options, run);
+}
+
+}  // namespace cli::commands

@@ -1,17 +1,47 @@
+#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <platen/pia.h>
-#include "tools/platen/commands.h"
+#include "tools/platen/arguments/arguments.h"
+#include "tools/platen/commands/list.h"
 #include "tools/platen/document_state.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/files/write_source.h"
 #include "tools/platen/item_edit.h"
 
-namespace platen {
+namespace cli::commands {
 namespace {
+
+constexpr const char* help =
+    R"(A PATH is what platen get takes. An item keeps its type; a new one names it:
+":str", ":num", ":bool" (TRUE or FALSE), ":bin" (hexadecimal) or ":block" (no value). Everything
+else stays as it was: unknown items, their order, the spelling of numbers, the version of the
+file. Either all changes are made or none.
+
+Examples:
+  platen set a.pc3 media/number_of_copies=2 -o b.pc3
+  platen set a.pc3 meta/config_description="Office, 2nd floor" --in-place=.bak
+  platen set a.pc3 vendor:block vendor/level:num=3 vendor/key:bin=00FF --in-place
+  platen set a.pc3 --delete vendor/key --delete custom --in-place)";
+
+struct SetOptions {
+    std::string file;
+    /// "PATH=VALUE", "PATH:TYPE=VALUE" or "PATH:block".
+    std::vector<std::string> assignments;
+    /// Paths of items to delete, before anything is assigned.
+    std::vector<std::string> deleted;
+    std::string out;
+    std::uint64_t maxBody = files::usualMaxBody;
+    bool inPlace = false;
+    /// The old file is kept under its name and this, unless it is empty.
+    std::string backupSuffix;
+};
 
 /// What is wrong with the options taken together; empty when nothing is.
 std::string usageFault(const SetOptions& options) {
@@ -23,7 +53,7 @@ std::string usageFault(const SetOptions& options) {
 }
 
 /// Makes all the changes, saying of each that cannot be made why. False when there was one.
-bool edit(const SetOptions& options, ItemEditor& editor, const Console& console) {
+bool edit(const SetOptions& options, platen::ItemEditor& editor, const Console& console) {
     bool done = true;
     const auto note = [&](const std::string& what, const std::string& fault) {
         if (!fault.empty()) {
@@ -40,36 +70,36 @@ bool edit(const SetOptions& options, ItemEditor& editor, const Console& console)
     return done;
 }
 
-ExitCode store(const SetOptions& options, Source& source, bool changed, const Console& console) {
+ExitCode store(const SetOptions& options, files::Source& source, bool changed,
+               const Console& console) {
     if (!options.inPlace) {
-        return writeSource(source, changed, options.out, console);
+        return files::writeSource(source, changed, options.out, console);
     }
     if (!options.backupSuffix.empty()) {
         const std::string backup = options.file + options.backupSuffix;
-        if (writeBytes(source.bytes.view(), backup, console) != ExitCode::Ok) {
+        if (files::writeBytes(source.bytes.view(), backup, console) != ExitCode::Ok) {
             return ExitCode::Error;
         }
     }
-    return changed ? writeSource(source, changed, options.file, console) : ExitCode::Ok;
+    return changed ? files::writeSource(source, changed, options.file, console) : ExitCode::Ok;
 }
 
-}  // namespace
-
-ExitCode set(const SetOptions& options, const Console& console) {
+/// Changes items of the raw tree.
+ExitCode run(const SetOptions& options, const Console& console) {
     if (const std::string fault = usageFault(options); !fault.empty()) {
         return fail(console, options.file, fault);
     }
-    Source source;
-    if (!readSource(options.file, source, console, readingUpTo(options.maxBody))) {
+    files::Source source;
+    if (!files::readSource(options.file, source, console, files::readingUpTo(options.maxBody))) {
         return ExitCode::Error;
     }
     const ExitCode read = warn(console, options.file, source.input.report());
-    const DocumentState before = documentState(source.input);
-    ItemEditor editor(*source.input.root());
+    const platen::DocumentState before = platen::documentState(source.input);
+    platen::ItemEditor editor(*source.input.root());
     if (!edit(options, editor, console)) {
         return fail(console, options.file, "nothing was written");
     }
-    const std::string lost = lostDocument(before, documentState(source.input));
+    const std::string lost = platen::lostDocument(before, platen::documentState(source.input));
     const ExitCode stored = store(options, source, editor.changed(), console);
     if (stored == ExitCode::Error || lost.empty()) {
         return worse(read, stored);
@@ -77,4 +107,35 @@ ExitCode set(const SetOptions& options, const Console& console) {
     return worse(stored, warn(console, options.file, "after these changes " + lost));
 }
 
-}  // namespace platen
+}  // namespace
+
+CommandEntry addSet(CLI::App& program) {
+    CLI::App* command =
+        arguments::addCommand(program, "set", "Change items of a file as they are stored", help);
+    const auto options = std::make_shared<SetOptions>();
+    arguments::takeText(command->add_option("FILE", options->file, "File"))->required();
+    arguments::takeText(command->add_option("PATH=VALUE", options->assignments,
+                                            "Values; a new item is PATH:TYPE=VALUE or PATH:block"));
+    arguments::takeText(
+        command->add_option("--delete", options->deleted,
+                            "Item to delete before values are set; may be repeated"))
+        ->type_name("PATH")
+        ->allow_extra_args(false);
+    arguments::addOutput(command, options->out);
+    arguments::addMaxBody(command, options->maxBody);
+    // A flag whose value can only follow "=", so that it takes no argument for its own.
+    const CLI::Option* inPlace =
+        command->add_flag("--in-place", options->backupSuffix,
+                          "Change FILE itself; --in-place=SUFFIX keeps the old file under "
+                          "its name and SUFFIX");
+    command->parse_complete_callback([options, inPlace] {
+        constexpr const char* flagWithoutValue = "true";
+        options->inPlace = inPlace->count() > 0;
+        if (options->backupSuffix == flagWithoutValue) {
+            options->backupSuffix.clear();
+        }
+    });
+    return entryOf(command, options, run);
+}
+
+}  // namespace cli::commands

@@ -6,7 +6,7 @@
 #include <platen/pia.h>
 #include "tools/platen/remedies.h"
 
-namespace platen {
+namespace cli::console {
 namespace {
 
 /// More warnings of one file than this help nobody who reads them one by one.
@@ -21,7 +21,7 @@ void message(const Console& console, std::string_view file, std::string_view tex
 }
 
 std::string withRemedy(const PiaFinding& finding) {
-    return finding.describe() + "; " + remedyOf(finding.code);
+    return finding.describe() + "; " + platen::remedyOf(finding.code);
 }
 
 void appendHex(std::string& text, unsigned char byte) {
@@ -87,4 +87,4 @@ ExitCode warn(const Console& console, std::string_view file, const PiaReport& re
     return report.warningCount() == 0 ? ExitCode::Ok : ExitCode::Warnings;
 }
 
-}  // namespace platen
+}  // namespace cli::console

@@ -9,7 +9,7 @@
 
 class PiaReport;
 
-namespace platen {
+namespace cli::console {
 
 struct Console {
     std::ostream& out;
@@ -36,4 +36,15 @@ ExitCode warn(const Console& console, std::string_view file, std::string_view re
 /// there is none.
 ExitCode warn(const Console& console, std::string_view file, const PiaReport& report);
 
-}  // namespace platen
+}  // namespace cli::console
+
+namespace cli {
+
+// Every room speaks of these.
+using console::Console;
+using console::fail;
+using console::printable;
+using console::warn;
+using console::writeData;
+
+}  // namespace cli

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-namespace platen {
+namespace cli::console {
 
 enum class ExitCode {
     Ok = 0,
@@ -23,4 +23,12 @@ constexpr ExitCode worse(ExitCode left, ExitCode right) {
     return of(left) < of(right) ? right : left;
 }
 
-}  // namespace platen
+}  // namespace cli::console
+
+namespace cli {
+
+// Every room speaks of these.
+using console::ExitCode;
+using console::worse;
+
+}  // namespace cli

@@ -10,7 +10,7 @@
 
 #include <platen/utcore.h>
 
-namespace platen {
+namespace cli::files {
 namespace {
 
 namespace fs = std::filesystem;
@@ -68,4 +68,4 @@ std::string beginningOf(const std::string& file, std::size_t count) {
     return bytes;
 }
 
-}  // namespace platen
+}  // namespace cli::files

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace platen {
+namespace cli::files {
 
 struct FileWalk {
     /// As `ut::encodePath` gives them, beginning with the folder; sorted folder by folder.
@@ -24,4 +24,4 @@ FileWalk walkFiles(const std::string& folder);
 /// The first bytes of a file, at most `count`; fewer when it is shorter or cannot be read.
 std::string beginningOf(const std::string& file, std::size_t count);
 
-}  // namespace platen
+}  // namespace cli::files

@@ -6,14 +6,14 @@
 #include <platen/utcore.h>
 #include "tools/platen/dropped_items.h"
 
-namespace platen {
+namespace cli::files {
 
 std::vector<std::wstring> lostWith(const std::string& file, const PiaBlock& replacement) {
     PiaInput before;
     if (!before.open(ut::decodePath(file).c_str())) {
         return {};
     }
-    return droppedItems(*before.root(), replacement);
+    return platen::droppedItems(*before.root(), replacement);
 }
 
 ExitCode warnOfLosses(const std::vector<std::wstring>& lost, const std::string& file,
@@ -27,11 +27,11 @@ ExitCode warnOfLosses(const std::vector<std::wstring>& lost, const std::string& 
         reason += (index == 0 ? " " : ", ") + ut::encodeUtf8(lost[index]);
     }
     if (lost.size() > shown) {
-        const bool more = lost.size() >= mostDroppedItems;
+        const bool more = lost.size() >= platen::mostDroppedItems;
         reason += " and " + std::string(more ? "at least " : "") +
                   std::to_string(lost.size() - shown) + " more";
     }
     return warn(console, file, reason);
 }
 
-}  // namespace platen
+}  // namespace cli::files

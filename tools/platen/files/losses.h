@@ -7,7 +7,7 @@
 #include <platen/pia.h>
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::files {
 
 /// The paths of the items that go with the plotter file at `file` when `replacement` takes its
 /// place; none when there is no such file.
@@ -17,4 +17,4 @@ std::vector<std::wstring> lostWith(const std::string& file, const PiaBlock& repl
 ExitCode warnOfLosses(const std::vector<std::wstring>& lost, const std::string& file,
                       const Console& console);
 
-}  // namespace platen
+}  // namespace cli::files

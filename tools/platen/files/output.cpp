@@ -6,7 +6,7 @@
 #include "pia/body_writer.h"
 #include "pia/json_writer.h"
 
-namespace platen {
+namespace cli::files {
 namespace {
 
 ExitCode refuse(const std::string& file, std::string_view why, const PiaReport& report,
@@ -88,4 +88,4 @@ ExitCode writeBytes(std::string_view bytes, const std::string& file, const Conso
     return fail(console, file, report);
 }
 
-}  // namespace platen
+}  // namespace cli::files

@@ -8,7 +8,7 @@
 #include <platen/pia.h>
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::files {
 
 /// Writes the tree as a version-2 file.
 ExitCode writeCompressed(const PiaBlock& root, PiaKind kind, const std::string& file,
@@ -20,4 +20,4 @@ ExitCode writeBodyText(const PiaBlock& root, const std::string& file, const Cons
 /// Writes bytes that came out of a file that was read.
 ExitCode writeBytes(std::string_view bytes, const std::string& file, const Console& console);
 
-}  // namespace platen
+}  // namespace cli::files

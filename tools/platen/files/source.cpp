@@ -6,7 +6,7 @@
 
 #include <platen/utcore.h>
 
-namespace platen {
+namespace cli::files {
 namespace {
 
 /// Editors begin UTF-8 texts with a mark that would become part of the first name.
@@ -74,4 +74,4 @@ bool readSource(const std::string& file, Source& source, const Console& console,
     return false;
 }
 
-}  // namespace platen
+}  // namespace cli::files

@@ -8,7 +8,10 @@
 #include <platen/utcore.h>
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::files {
+
+/// Bytes of a body that a command reads; more is refused.
+inline constexpr std::uint64_t usualMaxBody = PiaLimits{}.bodyBytes;
 
 enum class SourceForm { Compressed, Json, BodyText };
 
@@ -27,4 +30,4 @@ PiaReadOptions readingUpTo(std::uint64_t bodyBytes);
 bool readSource(const std::string& file, Source& source, const Console& console,
                 const PiaReadOptions& options = {});
 
-}  // namespace platen
+}  // namespace cli::files

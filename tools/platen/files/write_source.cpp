@@ -3,7 +3,7 @@
 #include "tools/platen/files/output.h"
 #include "tools/platen/recognise.h"
 
-namespace platen {
+namespace cli::files {
 namespace {
 
 /// A file whose header names no kind gets the kind of what it holds.
@@ -11,10 +11,10 @@ PiaKind headerKind(PiaInput& input) {
     if (input.container().kind) {
         return *input.container().kind;
     }
-    switch (recognise(input).kind) {
-        case FileKind::Ctb:
+    switch (platen::recognise(input).kind) {
+        case platen::FileKind::Ctb:
             return PiaKind::Ctb;
-        case FileKind::Stb:
+        case platen::FileKind::Stb:
             return PiaKind::Stb;
         default:
             return PiaKind::Pc3;
@@ -40,4 +40,4 @@ ExitCode writeSource(Source& source, bool changed, const std::string& file,
     return writeCompressed(root, headerKind(source.input), file, console);
 }
 
-}  // namespace platen
+}  // namespace cli::files

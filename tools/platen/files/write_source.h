@@ -6,9 +6,9 @@
 #include "tools/platen/console/console.h"
 #include "tools/platen/files/source.h"
 
-namespace platen {
+namespace cli::files {
 
 /// Writes the tree of `source` to `file`, and unless it `changed`, the very bytes that were read.
 ExitCode writeSource(Source& source, bool changed, const std::string& file, const Console& console);
 
-}  // namespace platen
+}  // namespace cli::files

@@ -10,7 +10,7 @@
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 
-namespace platen {
+namespace cli::printers {
 
 /// Why this system has no printers to ask; empty when it has.
 std::string printersFault();
@@ -35,4 +35,4 @@ void applyToPrinter(const CPlotCfg3& config, PiaReport& report);
 /// A configuration with the defaults of an installed printer; null when they cannot be taken.
 std::unique_ptr<CPlotCfg3> configurationOf(const std::wstring& printer);
 
-}  // namespace platen
+}  // namespace cli::printers

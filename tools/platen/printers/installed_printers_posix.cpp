@@ -1,7 +1,7 @@
 #include "tools/platen/printers/installed_printers.h"
 #include "tools/platen/printers/printer_names.h"
 
-namespace platen {
+namespace cli::printers {
 
 std::string printersFault() { return "only on Windows can printers be asked"; }
 
@@ -11,4 +11,4 @@ bool moveByDriver(CPlotCfg3&) { return false; }
 void applyToPrinter(const CPlotCfg3&, PiaReport&) {}
 std::unique_ptr<CPlotCfg3> configurationOf(const std::wstring&) { return nullptr; }
 
-}  // namespace platen
+}  // namespace cli::printers

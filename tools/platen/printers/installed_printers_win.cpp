@@ -7,7 +7,7 @@
 #include "tools/platen/printers/installed_printers.h"
 #include "tools/platen/printers/print_session.h"
 
-namespace platen {
+namespace cli::printers {
 namespace {
 
 /// Documents ask the installed printers while it lives.
@@ -66,4 +66,4 @@ std::unique_ptr<CPlotCfg3> configurationOf(const std::wstring& printer) {
     return config && config->builtInDevice() == nullptr ? std::move(config) : nullptr;
 }
 
-}  // namespace platen
+}  // namespace cli::printers

@@ -6,7 +6,7 @@
 
 #include <platen/print.h>
 
-namespace platen {
+namespace cli::printers {
 
 /// Print data can be used while it lives: they need wxWidgets' list of papers and our factory. What
 /// wxWidgets logs is left out, since the commands say it in their own words.
@@ -35,4 +35,4 @@ private:
     bool registered_ = false;
 };
 
-}  // namespace platen
+}  // namespace cli::printers

@@ -10,7 +10,7 @@
 #include "tools/platen/printers/printing.h"
 #include "tools/platen/words/devmode_text.h"
 
-namespace platen {
+namespace cli::printers {
 
 ExitCode showDevMode(const std::string& printer, bool json, const Console& console) {
     std::wstring name;
@@ -22,7 +22,7 @@ ExitCode showDevMode(const std::string& printer, bool json, const Console& conso
         return fail(console, printer,
                     "its driver gives no device mode; see whether the printer can be reached");
     }
-    printDevMode(*devMode, printer, json, console);
+    words::printDevMode(*devMode, printer, json, console);
     return ExitCode::Ok;
 }
 
@@ -53,8 +53,8 @@ ExitCode showDevModeOfConfiguration(const std::string& file, bool json, const Co
     if (!devMode) {
         return fail(console, file, "its printer's driver gives no device mode");
     }
-    printDevMode(*devMode.get(), file, json, console);
+    words::printDevMode(*devMode.get(), file, json, console);
     return worse(warn(console, file, input.report()), warn(console, file, report));
 }
 
-}  // namespace platen
+}  // namespace cli::printers

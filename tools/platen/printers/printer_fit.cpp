@@ -6,7 +6,7 @@
 #include <platen/utcore.h>
 #include "tools/platen/words/words.h"
 
-namespace platen {
+namespace cli::printers {
 namespace {
 
 /// The settings of the driver's own are bytes that only it understands. They are applied when the
@@ -22,8 +22,8 @@ void compareDriver(const CPlotCfg3& config, const InstalledPrinter& printer,
     const std::wstring& old = config.meta.winDriverName;
     if (!old.empty() && !printer.driver.empty() && !ut::equalNoCase(old, printer.driver)) {
         const bool mistaken = fits && own > 0;
-        reasons.push_back("the driver was " + quoted(old) + " and is now " +
-                          quoted(printer.driver) +
+        reasons.push_back("the driver was " + words::quoted(old) + " and is now " +
+                          words::quoted(printer.driver) +
                           (mistaken ? ", which will take the " + std::to_string(own) +
                                           " bytes of the old one's own settings for its own; "
                                           "choose the printer again in a program that plots"
@@ -46,7 +46,7 @@ void comparePaper(const CPlotCfg3& config, const InstalledPrinter& printer,
         std::any_of(printer.papers.begin(), printer.papers.end(),
                     [&](const std::wstring& name) { return ut::equalNoCase(name, paper); });
     if (!known) {
-        reasons.push_back("the printer has no paper " + quoted(paper) +
+        reasons.push_back("the printer has no paper " + words::quoted(paper) +
                           "; it will use its own default");
     }
 }
@@ -60,4 +60,4 @@ std::vector<std::string> misfits(const CPlotCfg3& config, const InstalledPrinter
     return reasons;
 }
 
-}  // namespace platen
+}  // namespace cli::printers

@@ -7,9 +7,9 @@
 #include <platen/plotcfg.h>
 #include "tools/platen/printers/installed_printers.h"
 
-namespace platen {
+namespace cli::printers {
 
 /// Sentences without their full stops; none when the printer suits.
 std::vector<std::string> misfits(const CPlotCfg3& config, const InstalledPrinter& printer);
 
-}  // namespace platen
+}  // namespace cli::printers

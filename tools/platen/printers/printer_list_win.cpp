@@ -9,7 +9,7 @@
 #include "tools/platen/printers/printing.h"
 #include "tools/platen/words/columns.h"
 
-namespace platen {
+namespace cli::printers {
 namespace {
 
 struct ShownPrinter {
@@ -74,11 +74,11 @@ ExitCode listPrinters(bool json, const Console& console) {
         }
     }
     if (!json && rows.size() > 1) {
-        printColumns(rows, console);
+        words::printColumns(rows, console);
     } else if (!json) {
         console.out << "no printer is installed\n";
     }
     return code;
 }
 
-}  // namespace platen
+}  // namespace cli::printers

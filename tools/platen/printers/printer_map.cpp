@@ -6,7 +6,7 @@
 
 #include <platen/utcore.h>
 
-namespace platen {
+namespace cli::printers {
 namespace {
 
 /// Why this cannot be a printer's name; empty when it can.
@@ -59,4 +59,4 @@ PrinterMove* PrinterMap::find(const std::wstring& printer) {
     return move == moves_.end() ? nullptr : &*move;
 }
 
-}  // namespace platen
+}  // namespace cli::printers

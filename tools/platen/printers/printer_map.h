@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace platen {
+namespace cli::printers {
 
 struct PrinterMove {
     std::wstring from;
@@ -29,4 +29,4 @@ private:
     std::vector<PrinterMove> moves_;
 };
 
-}  // namespace platen
+}  // namespace cli::printers

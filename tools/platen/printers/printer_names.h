@@ -6,7 +6,7 @@
 
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::printers {
 
 /// Each once, in the spooler's order. None on systems other than Windows.
 std::vector<std::wstring> printerNames();
@@ -17,4 +17,4 @@ bool sameNoCase(const std::wstring& left, const std::wstring& right);
 /// Decodes the name of a printer that can be opened. False after a message.
 bool findPrinter(const std::string& printer, std::wstring& name, const Console& console);
 
-}  // namespace platen
+}  // namespace cli::printers

@@ -5,7 +5,7 @@
 #include "tools/platen/arguments/suggest.h"
 #include "tools/platen/printers/printer_names.h"
 
-namespace platen {
+namespace cli::printers {
 
 bool sameNoCase(const std::wstring& left, const std::wstring& right) {
     return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
@@ -34,10 +34,10 @@ bool findPrinter(const std::string& printer, std::wstring& name, const Console& 
     }
     const std::vector<std::wstring> names = printerNames();
     fail(console, printer,
-         names.empty()
-             ? "there is no such printer; none is installed"
-             : "there is no such printer" + suggestion(name, names, "platen printers lists them"));
+         names.empty() ? "there is no such printer; none is installed"
+                       : "there is no such printer" +
+                             arguments::suggestion(name, names, "platen printers lists them"));
     return false;
 }
 
-}  // namespace platen
+}  // namespace cli::printers

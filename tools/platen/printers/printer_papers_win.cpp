@@ -9,7 +9,7 @@
 #include "tools/platen/printers/printer_names.h"
 #include "tools/platen/printers/printing.h"
 
-namespace platen {
+namespace cli::printers {
 namespace {
 
 /// Papers of this number and above are the driver's own.
@@ -33,10 +33,10 @@ ExitCode listPapersOfPrinter(const std::string& printer, bool json, const Consol
                     "its driver does not say which papers it has; see whether the printer can be "
                     "reached");
     }
-    std::vector<ShownPaper> papers;
+    std::vector<platen::ShownPaper> papers;
     const std::size_t count = std::min({ids.size(), names.size(), sizes.size()});
     for (std::size_t index = 0; index < count; ++index) {
-        ShownPaper paper;
+        platen::ShownPaper paper;
         paper.id = ids[index];
         paper.name = names[index].text();
         paper.globalName =
@@ -47,11 +47,11 @@ ExitCode listPapersOfPrinter(const std::string& printer, bool json, const Consol
         papers.push_back(paper);
     }
     if (json) {
-        printPapersAsJson(papers, printer, console);
+        platen::printPapersAsJson(papers, printer, console);
     } else {
-        printPapers(papers, console);
+        platen::printPapers(papers, console);
     }
     return ExitCode::Ok;
 }
 
-}  // namespace platen
+}  // namespace cli::printers

@@ -2,16 +2,16 @@
 
 #include "tools/platen/printers/installed_printers.h"
 
-namespace platen {
+namespace cli::printers {
 namespace {
 
-constexpr Rule printerMoved{"printer-moved",
-                            "programs that plot will use another printer of the same driver",
-                            "install the printer, or move the configuration with platen migrate"};
+constexpr platen::Rule printerMoved{
+    "printer-moved", "programs that plot will use another printer of the same driver",
+    "install the printer, or move the configuration with platen migrate"};
 
 }  // namespace
 
-void checkPrinter(const CPlotCfg3& config, FindingList& findings) {
+void checkPrinter(const CPlotCfg3& config, platen::FindingList& findings) {
     if (config.builtInDevice() != nullptr) {
         return;
     }
@@ -27,8 +27,8 @@ void checkPrinter(const CPlotCfg3& config, FindingList& findings) {
     applyToPrinter(used, report);
     findings.addWarnings(report);
     if (report.failure()) {
-        findings.add(*report.failure(), Severity::Error);
+        findings.add(*report.failure(), platen::Severity::Error);
     }
 }
 
-}  // namespace platen
+}  // namespace cli::printers

@@ -4,10 +4,10 @@
 #include <platen/plotcfg.h>
 #include "tools/platen/findings.h"
 
-namespace platen {
+namespace cli::printers {
 
 /// Whether the printer of a configuration is there and takes what is stored. Built-in devices need
 /// none.
-void checkPrinter(const CPlotCfg3& config, FindingList& findings);
+void checkPrinter(const CPlotCfg3& config, platen::FindingList& findings);
 
-}  // namespace platen
+}  // namespace cli::printers

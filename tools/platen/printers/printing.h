@@ -6,7 +6,7 @@
 
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::printers {
 
 /// Lists the installed printers, each once.
 ExitCode listPrinters(bool json, const Console& console);
@@ -20,4 +20,4 @@ ExitCode showDevMode(const std::string& printer, bool json, const Console& conso
 /// Prints the device mode that the print data of a plot configuration give its printer.
 ExitCode showDevModeOfConfiguration(const std::string& file, bool json, const Console& console);
 
-}  // namespace platen
+}  // namespace cli::printers

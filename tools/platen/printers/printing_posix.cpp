@@ -1,6 +1,6 @@
 #include "tools/platen/printers/printing.h"
 
-namespace platen {
+namespace cli::printers {
 namespace {
 
 ExitCode needsWindows(const std::string& about, const Console& console) {
@@ -27,4 +27,4 @@ ExitCode showDevModeOfConfiguration(const std::string& file, bool /*json*/,
     return needsWindows(file, console);
 }
 
-}  // namespace platen
+}  // namespace cli::printers

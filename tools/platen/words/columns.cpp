@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace platen {
+namespace cli::words {
 namespace {
 
 /// Characters, not bytes.
@@ -46,4 +46,4 @@ void printColumns(const std::vector<std::vector<std::string>>& rows, const Conso
     }
 }
 
-}  // namespace platen
+}  // namespace cli::words

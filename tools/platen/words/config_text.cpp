@@ -11,7 +11,7 @@
 #include "tools/platen/words/paper_text.h"
 #include "tools/platen/words/words.h"
 
-namespace platen {
+namespace cli::words {
 namespace {
 
 /// Words that are there, with commas between them.
@@ -137,7 +137,7 @@ void describeFileOutput(const CPlotCfg3& config, std::ostream& out) {
     }
 }
 
-void describePmp(const Content& content, std::ostream& out) {
+void describePmp(const platen::Content& content, std::ostream& out) {
     const std::wstring& name = content.config->meta.userDefinedModelPathname;
     if (name.empty()) {
         line(out, "PMP", "none");
@@ -192,7 +192,7 @@ void describeMeta(const CMetaNode& meta, std::ostream& out) {
     }
 }
 
-void describeConfig(const Content& content, std::ostream& out) {
+void describeConfig(const platen::Content& content, std::ostream& out) {
     const CPlotCfg3& config = *content.config;
     describeDevice(config, out);
     describePaper(config, out);
@@ -207,4 +207,4 @@ void describeConfig(const Content& content, std::ostream& out) {
     }
 }
 
-}  // namespace platen
+}  // namespace cli::words

@@ -6,12 +6,12 @@
 #include <platen/pmp.h>
 #include "tools/platen/recognise.h"
 
-namespace platen {
+namespace cli::words {
 
 /// Which driver and model a "meta" block is about.
 void describeMeta(const CMetaNode& meta, std::ostream& out);
 
 /// The settings of `content.config`, one line each.
-void describeConfig(const Content& content, std::ostream& out);
+void describeConfig(const platen::Content& content, std::ostream& out);
 
-}  // namespace platen
+}  // namespace cli::words

@@ -7,11 +7,11 @@
 
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::words {
 
 /// Prints `devMode`, which has its private bytes behind it, as a text or as one JSON object.
 /// `source` is whose it is.
 void printDevMode(const DEVMODEW& devMode, const std::string& source, bool json,
                   const Console& console);
 
-}  // namespace platen
+}  // namespace cli::words

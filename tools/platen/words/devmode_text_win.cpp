@@ -8,7 +8,7 @@
 #include <platen/utcore.h>
 #include "tools/platen/words/devmode_text.h"
 
-namespace platen {
+namespace cli::words {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -88,4 +88,4 @@ void printDevMode(const DEVMODEW& devMode, const std::string& source, bool json,
     console.out << ut::encodeUtf8(text.text());
 }
 
-}  // namespace platen
+}  // namespace cli::words

@@ -12,7 +12,7 @@
 #include "plotcfg/pmp_papers.h"
 #include "tools/platen/words/words.h"
 
-namespace platen {
+namespace cli::words {
 namespace {
 
 /// More of a list than this nobody reads on a screen.
@@ -121,4 +121,4 @@ void describePapers(std::string_view label, const PmpSizeNode& sizes,
     describeEnd(sizes.papers.size(), out);
 }
 
-}  // namespace platen
+}  // namespace cli::words

@@ -10,7 +10,7 @@
 #include <platen/plotcfg.h>
 #include <platen/pmp.h>
 
-namespace platen {
+namespace cli::words {
 
 /// "210 x 297 mm"
 std::string sizeInWords(double width, double height, std::int32_t units);
@@ -26,4 +26,4 @@ void describePapers(std::string_view label, const std::vector<CustomPaperSize>& 
 void describePapers(std::string_view label, const PmpSizeNode& sizes,
                     const PmpDescriptionNode& descriptions, std::ostream& out);
 
-}  // namespace platen
+}  // namespace cli::words

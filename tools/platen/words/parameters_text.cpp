@@ -7,7 +7,7 @@
 #include "tools/platen/words/paper_text.h"
 #include "tools/platen/words/words.h"
 
-namespace platen {
+namespace cli::words {
 
 void describeParameters(const PlotModelParam& parameters, std::ostream& out) {
     const ModNode::MediaNode& device = parameters.mod.media;
@@ -38,4 +38,4 @@ void describeParameters(const PlotModelParam& parameters, std::ostream& out) {
     }
 }
 
-}  // namespace platen
+}  // namespace cli::words

@@ -5,9 +5,9 @@
 
 #include <platen/pmp.h>
 
-namespace platen {
+namespace cli::words {
 
 /// What the document says, one line each.
 void describeParameters(const PlotModelParam& parameters, std::ostream& out);
 
-}  // namespace platen
+}  // namespace cli::words

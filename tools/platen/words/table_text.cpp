@@ -9,7 +9,7 @@
 
 #include "tools/platen/words/words.h"
 
-namespace platen {
+namespace cli::words {
 namespace {
 
 std::string hexadecimal(std::uint32_t value) {
@@ -163,18 +163,18 @@ std::string settingsInWords(const CPlotStyle& style, const CCustomLineweightTabl
     return words.empty() ? "standard settings" : words;
 }
 
-void describeTable(const CPlotStyleTable& table, FileKind kind, std::ostream& out) {
+void describeTable(const CPlotStyleTable& table, platen::FileKind kind, std::ostream& out) {
     line(out, "description", table.description().empty() ? "(none)" : text(table.description()));
     line(out, "scale factor",
          number(table.scaleFactor()) + (table.applyFactor() ? ", applied" : ", not applied"));
     line(out, "display units", std::to_string(table.customLineweightDisplayUnits()));
     line(out, "line weights", lineWeights(table.customLineweights()));
     line(out, "styles", std::to_string(table.size()));
-    if (kind == FileKind::Ctb && hasStylePerColour(table)) {
+    if (kind == platen::FileKind::Ctb && platen::hasStylePerColour(table)) {
         describeColours(table, out);
     } else {
         describeStyles(table, out);
     }
 }
 
-}  // namespace platen
+}  // namespace cli::words

@@ -8,7 +8,7 @@
 #include <platen/plotstyle.h>
 #include "tools/platen/recognise.h"
 
-namespace platen {
+namespace cli::words {
 
 /// "colours 1-9, 12" for ascending colour indices.
 std::string coloursInWords(const std::vector<int>& colours);
@@ -20,6 +20,6 @@ std::vector<int> coloursOf(const CPlotStyleTable& table, const CPlotStyle& style
 std::string settingsInWords(const CPlotStyle& style, const CCustomLineweightTable& weights);
 
 /// The settings of the table and its styles, one line each.
-void describeTable(const CPlotStyleTable& table, FileKind kind, std::ostream& out);
+void describeTable(const CPlotStyleTable& table, platen::FileKind kind, std::ostream& out);
 
-}  // namespace platen
+}  // namespace cli::words

@@ -9,7 +9,7 @@
 #include <platen/utcore.h>
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::words {
 
 std::string number(double value) {
     std::array<char, 32> digits{};
@@ -50,4 +50,4 @@ void line(std::ostream& out, std::string_view label, std::string_view words) {
     out << "  " << std::left << std::setw(labelWidth) << label << words << '\n';
 }
 
-}  // namespace platen
+}  // namespace cli::words

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace platen {
+namespace cli::words {
 
 /// The shortest digits that mean exactly this value.
 std::string number(double value);
@@ -21,4 +21,4 @@ std::string unitWord(std::int32_t units);
 /// One line of a summary.
 void line(std::ostream& out, std::string_view label, std::string_view words);
 
-}  // namespace platen
+}  // namespace cli::words

@@ -1,4 +1,4 @@
-/// The commands as the command line finds them.
+/// The commands as the command line finds them: each stands in a file of its own beside this one.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@ namespace CLI {
 class App;
 }
 
-namespace platen {
+namespace cli::commands {
 
 /// A command, and how it is run once its arguments were read.
 struct CommandEntry {
@@ -25,7 +25,7 @@ CommandEntry entryOf(CLI::App* app, std::shared_ptr<Options> options,
     return {app, [options, run](const Console& console) { return run(*options, console); }};
 }
 
-// Each adds a command with its options to `program`.
+// Each adds a command with its options to `program`. A new one is a line here.
 CommandEntry addInfo(CLI::App& program);
 CommandEntry addGet(CLI::App& program);
 CommandEntry addCheck(CLI::App& program);
@@ -38,4 +38,8 @@ CommandEntry addPaper(CLI::App& program);
 CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
 
-}  // namespace platen
+/// In the order in which the help of the program shows them.
+inline constexpr auto list = {addInfo,    addGet,    addCheck, addConvert,  addCreate, addSet,
+                              addMigrate, addPapers, addPaper, addPrinters, addDevmode};
+
+}  // namespace cli::commands
