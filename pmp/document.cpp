@@ -1,5 +1,4 @@
 #include <memory>
-#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -8,6 +7,7 @@
 #include <platen/pia.h>
 #include <platen/pmp.h>
 #include <platen/utcore.h>
+#include "platform/oda/od_error.h"
 #include "pmp/pmp_keys.h"
 
 namespace {
@@ -15,18 +15,17 @@ namespace {
 constexpr std::wstring_view pmpFolder = L"PMP";
 
 /// Each folder and its sub-folder "PMP", in the order in which they are searched.
-std::vector<std::wstring> candidatesOf(const OdArray<OdString>& folders) try {
+std::vector<std::wstring> candidatesOf(const OdArray<OdString>& folders) {
     std::vector<std::wstring> candidates;
-    for (const OdString& folder : folders) {
-        if (!folder.isEmpty()) {
-            candidates.push_back(folder.text());
+    odReportingMemory([&] {
+        for (const OdString& folder : folders) {
+            if (!folder.isEmpty()) {
+                candidates.push_back(folder.text());
+            }
+            candidates.push_back(ut::joinPath(folder.text(), pmpFolder));
         }
-        candidates.push_back(ut::joinPath(folder.text(), pmpFolder));
-    }
+    });
     return candidates;
-} catch (const std::bad_alloc&) {
-    constexpr int outOfMemory = 9;
-    throw OdError(outOfMemory);
 }
 
 template <class Node>

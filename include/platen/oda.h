@@ -57,6 +57,9 @@ public:
     OdError_InvalidIndex() : OdError(10) {}
 };
 
+/// Throws `OdError_InvalidIndex`. Where a program is compiled without exceptions it ends.
+[[noreturn]] PLATEN_API void odThrowInvalidIndex();
+
 /// The SDK's array. Copies share their elements until one of them is changed.
 template <class T>
 class OdArray {
@@ -87,7 +90,7 @@ public:
 private:
     std::size_t checked(std::size_t index) const {
         if (index >= size()) {
-            throw OdError_InvalidIndex();
+            odThrowInvalidIndex();
         }
         return index;
     }

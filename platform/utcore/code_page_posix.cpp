@@ -7,17 +7,11 @@
 
 #include <platen/utcore.h>
 #include "platform/utcore/code_page.h"
+#include "platform/utcore/code_page_tables.h"
 
 namespace ut {
 
 namespace {
-
-/// Windows code page 1252 from 0x80 to 0x9F; from 0xA0 on it is Latin-1. Built in, because it is
-/// the start value and a small system may come without the C library's conversion modules.
-constexpr std::array<wchar_t, 32> windows1252 = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 /// An iconv conversion between a code page and wide text.
 class Converter {
@@ -99,21 +93,11 @@ private:
     mutable Converter toBytes_;
 };
 
-bool isUtf8Name(const std::string& name) {
-    std::wstring letters(name.begin(), name.end());
-    std::erase(letters, L'-');
-    return equalNoCase(letters, L"utf8");
-}
-
 }  // namespace
 
 std::unique_ptr<CodePage> defaultCodePage() {
-    SingleByteCodePage::Characters characters{};
-    for (std::size_t byte = 0; byte < characters.size(); ++byte) {
-        const bool special = byte >= 0x80 && byte - 0x80 < windows1252.size();
-        characters[byte] = special ? windows1252[byte - 0x80] : static_cast<wchar_t>(byte);
-    }
-    return std::make_unique<SingleByteCodePage>("WINDOWS-1252", characters);
+    // Built in: a small system may come without the C library's conversion modules.
+    return openCodePage("WINDOWS-1252", windows1252);
 }
 
 std::unique_ptr<CodePage> openCodePage(const std::string& name) {

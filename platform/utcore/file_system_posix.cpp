@@ -7,6 +7,7 @@
 #include <limits>
 #include <optional>
 
+#include "platform/utcore/file_permissions.h"
 #include "platform/utcore/file_system.h"
 #include "platform/utcore/path.h"
 
@@ -148,26 +149,8 @@ public:
     }
 
     SystemError copyPermissions(const std::wstring& path, File file) override {
-        struct stat model {};
-        struct stat own {};
-        if (::stat(encodePath(path).c_str(), &model) != 0 || ::fstat(descriptor(file), &own) != 0) {
-            return lastError("set permissions");
-        }
-        mode_t mode = model.st_mode & 07777;
-        // Only the superuser gives files away; who saves another's file becomes its owner.
-        if (model.st_uid != own.st_uid &&
-            ::fchown(descriptor(file), model.st_uid, static_cast<gid_t>(-1)) != 0) {
-            mode &= ~static_cast<mode_t>(S_ISUID);
-        }
-        if (model.st_gid != own.st_gid &&
-            ::fchown(descriptor(file), static_cast<uid_t>(-1), model.st_gid) != 0) {
-            // What the old group was granted is not for the new one.
-            mode = (mode & ~static_cast<mode_t>(S_ISGID | S_IRWXG)) | (mode & S_IRWXO) << 3;
-        }
-        if (mode != (own.st_mode & 07777) && ::fchmod(descriptor(file), mode) != 0) {
-            return lastError("set permissions");
-        }
-        return {};
+        const int code = copyFilePermissions(encodePath(path).c_str(), descriptor(file));
+        return {static_cast<std::uint32_t>(code), "set permissions"};
     }
 
     SystemError flush(File file) override {

@@ -1,9 +1,11 @@
 #include <functional>
 #include <map>
-#include <mutex>
+#include <string>
+#include <string_view>
 
 #include <platen/utcore.h>
 #include "platform/utcore/environment.h"
+#include "platform/utcore/settings_lock.h"
 
 namespace ut {
 
@@ -11,10 +13,7 @@ namespace {
 
 constexpr std::wstring_view productSetting = L"RegProduct";
 
-struct Settings {
-    std::mutex mutex;
-    std::map<std::wstring, std::wstring, std::less<>> values;
-};
+using Settings = std::map<std::wstring, std::wstring, std::less<>>;
 
 Settings& settings() {
     static Settings all;
@@ -40,16 +39,15 @@ std::string variableFor(std::wstring_view name) {
 }  // namespace
 
 std::wstring getSetting(std::wstring_view name) {
-    Settings& all = settings();
-    const std::lock_guard lock(all.mutex);
-    const auto entry = all.values.find(name);
-    return entry != all.values.end() ? entry->second : environmentVariable(variableFor(name));
+    const SettingsLock lock;
+    const Settings& all = settings();
+    const auto entry = all.find(name);
+    return entry != all.end() ? entry->second : environmentVariable(variableFor(name));
 }
 
 void setSetting(std::wstring_view name, std::wstring_view value) {
-    Settings& all = settings();
-    const std::lock_guard lock(all.mutex);
-    all.values.insert_or_assign(std::wstring(name), std::wstring(value));
+    const SettingsLock lock;
+    settings().insert_or_assign(std::wstring(name), std::wstring(value));
 }
 
 std::wstring Config::regProduct() {

@@ -1,0 +1,9 @@
+#include "platform/utcore/settings_lock.h"
+
+namespace ut {
+
+// A module has one thread.
+SettingsLock::SettingsLock() {}
+SettingsLock::~SettingsLock() {}
+
+}  // namespace ut
