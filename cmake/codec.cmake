@@ -9,7 +9,11 @@ if(PLATEN_LIBDEFLATE)
     find_library(PLATEN_LIBDEFLATE_LIBRARY deflate)
     if(PLATEN_LIBDEFLATE_INCLUDE AND PLATEN_LIBDEFLATE_LIBRARY)
         set(platen_codec_source codec_libdeflate.cpp)
-        target_include_directories(platen_codec SYSTEM INTERFACE "${PLATEN_LIBDEFLATE_INCLUDE}")
+        # In a folder of its own: beside it may lie what the core has no business with.
+        file(COPY "${PLATEN_LIBDEFLATE_INCLUDE}/libdeflate.h"
+            DESTINATION "${CMAKE_CURRENT_BINARY_DIR}/libdeflate")
+        target_include_directories(platen_codec SYSTEM INTERFACE
+            "${CMAKE_CURRENT_BINARY_DIR}/libdeflate")
         target_link_libraries(platen_codec INTERFACE "${PLATEN_LIBDEFLATE_LIBRARY}")
     else()
         message(STATUS "libdeflate not found: zlib compresses")

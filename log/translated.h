@@ -3,9 +3,9 @@
 
 #include <string>
 
-namespace plot_config {
+namespace wut {
 
-/// `text` in the user's language, as far as the loaded catalogues know it.
+/// `text` in the user's language, as far as the registered translator knows it.
 std::wstring translated(const wchar_t* text);
 
-}  // namespace plot_config
+}  // namespace wut

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include <platen/plotcfg.h>
+#include "log/translated.h"
 #include "plotcfg/property_names.h"
-#include "plotcfg/wx_text.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ std::vector<BuiltInPlotDevice> makeDevices() {
         device.type = row.type;
         device.name = row.name;
         device.extension = row.extension;
-        device.description = OdString(plot_config::translated(row.description));
+        device.description = OdString(wut::translated(row.description));
         device.modelName = row.modelName;
     }
     return devices;

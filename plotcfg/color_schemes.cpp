@@ -4,7 +4,7 @@
 #include <span>
 
 #include <platen/plotcfg.h>
-#include "plotcfg/wx_text.h"
+#include "log/translated.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ OdArray<OdString> CPlotCfg3::getAvailableColorSchemes(int& current) const {
         if (scheme.depth == resColorMem.colorDepth) {
             current = static_cast<int>(names.size());
         }
-        names.append(OdString(plot_config::translated(scheme.name)));
+        names.append(OdString(wut::translated(scheme.name)));
     }
     return names;
 }

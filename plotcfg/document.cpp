@@ -8,12 +8,12 @@
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 #include <platen/utcore.h>
+#include "log/translated.h"
 #include "plotcfg/document_keys.h"
 #include "plotcfg/registered_printers.h"
-#include "plotcfg/wx_text.h"
 
 using plot_config::printers;
-using plot_config::translated;
+using wut::translated;
 
 namespace {
 
@@ -102,7 +102,8 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForDefaultPrinter(PiaReport& report)
     std::unique_ptr<CPlotCfg3> config(create(printer.c_str()));
     if (!config) {
         wut::logError(
-            translated(L"Failed to create plot configuration for default printer %ls.").c_str(),
+            translated(L"Failed to create plot configuration for default printer %ls.")
+                .c_str(),
             printer.c_str());
         report.fail({.code = PiaCode::ValueInvalid,
                      .path = L"meta/default_system_cfg",
@@ -160,7 +161,8 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForPrinter(const std::wstring& print
     meta.driverType = 1;
     if (!printers().fillNew(*config, printer)) {
         wut::logWarning(
-            translated(L"Failed to initialize plot configuration from print data for %ls.").c_str(),
+            translated(L"Failed to initialize plot configuration from print data for %ls.")
+                .c_str(),
             printer.c_str());
         return nullptr;
     }

@@ -8,7 +8,7 @@
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
 #include "plotstyle/style_memory.h"
-#include "plotstyle/wx_text.h"
+#include "log/translated.h"
 
 namespace {
 
@@ -96,7 +96,7 @@ CPlotStyleTable* CPlotStyleTable::create(bool colorDependent, const wchar_t* des
     table->usesAci_ = true;
     table->aci_ = std::make_unique<CAciTable>();
     table->styles_.reserve(CAciTable::count);
-    const std::wstring beginning = plot_style::colorWord() + L' ';
+    const std::wstring beginning = wut::translated(L"Color") + L' ';
     for (std::size_t entry = 0; entry < CAciTable::count; ++entry) {
         const std::wstring name = beginning + std::to_wstring(entry + 1);
         table->aci_->styles_[entry] = table->insertStyle(name.c_str(), entry, CPlotStyle());

@@ -1,6 +1,7 @@
 /// Editing the custom papers of a plot configuration.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include <platen/oda.h>
@@ -11,17 +12,56 @@ class wxString;
 
 namespace wut {
 
-/// The model behind a dialog that edits the custom papers of one configuration: a list of its own,
-/// in which every length is seen in one unit whatever the unit of the paper. The operations are
-/// virtual so that a dialog can be tested on another model.
+/// The custom papers of one configuration in a list of its own, in which every length is seen in
+/// one unit whatever the unit of the paper.
 ///
 /// Millimetres and pixels count as one scale; an inch is 25.4 of both. Indexes are not checked.
-class PLATEN_API CustomPapers {
+class PLATEN_API CustomPaperList {
 public:
     using Units = OdDbPlotSettings::PlotPaperUnits;
+    /// A side or a margin, such as `&CustomPaperSize::width`.
+    using Length = double CustomPaperSize::*;
 
     /// Borrows the configuration; the list is empty until `load`.
-    explicit CustomPapers(CPlotCfg3* config) : config_(config) {}
+    explicit CustomPaperList(CPlotCfg3* config) : config_(config) {}
+
+    /// Takes the configuration's papers: its own, then those of its PMP.
+    void load();
+    /// Puts the list into the configuration.
+    void save();
+    unsigned size() const;
+    const CustomPaperSize& operator[](unsigned index) const { return papers_[index]; }
+    /// Sets the name for people; the global name stays.
+    void setName(unsigned index, const std::wstring& name);
+    /// True when a paper has exactly this name, for people or globally.
+    bool hasName(const std::wstring& name) const;
+    /// In the default units.
+    double get(unsigned index, Length length) const;
+    void set(unsigned index, Length length, double value) {
+        set(index, length, value, defaultUnits_);
+    }
+    void set(unsigned index, Length length, double value, Units units);
+    /// Adds a paper without a size, in the default units, to be kept in the PMP.
+    void append(const std::wstring& name);
+    void remove(unsigned index);
+
+    Units getDefaultUnits() const { return defaultUnits_; }
+    void setDefaultUnits(Units units) { defaultUnits_ = units; }
+
+private:
+    Units defaultUnits_ = OdDbPlotSettings::kMillimeters;
+    CPlotCfg3* config_;
+    std::vector<CustomPaperSize> papers_;
+};
+
+/// The model behind a dialog that edits a `CustomPaperList`. The operations are virtual so that a
+/// dialog can be tested on another model.
+class PLATEN_API CustomPapers {
+public:
+    using Units = CustomPaperList::Units;
+
+    /// Borrows the configuration; the list is empty until `load`.
+    explicit CustomPapers(CPlotCfg3* config) : papers_(config) {}
     CustomPapers(const CustomPapers&) = default;
     CustomPapers& operator=(const CustomPapers&) = default;
     virtual ~CustomPapers();
@@ -57,17 +97,11 @@ public:
     virtual void append(const wxString& name);
     virtual void remove(unsigned index);
 
-    Units getDefaultUnits() const { return defaultUnits_; }
-    void setDefaultUnits(Units units) { defaultUnits_ = units; }
+    Units getDefaultUnits() const { return papers_.getDefaultUnits(); }
+    void setDefaultUnits(Units units) { papers_.setDefaultUnits(units); }
 
 private:
-    /// In the default units.
-    double shown(unsigned index, double CustomPaperSize::*length) const;
-    void store(unsigned index, double CustomPaperSize::*length, double value, Units units);
-
-    Units defaultUnits_ = OdDbPlotSettings::kMillimeters;
-    CPlotCfg3* config_;
-    std::vector<CustomPaperSize> papers_;
+    CustomPaperList papers_;
 };
 
 }  // namespace wut

@@ -1,6 +1,7 @@
 // An application of its own that uses the installed library: writes a plot style table, reads it
 // back and compares. Objects cross the library's border in both directions. Where the library can
 // print, loading it brings printers along.
+#include <platen/log.h>
 #include <platen/plotcfg.h>
 #include <platen/plotstyle.h>
 
@@ -12,6 +13,10 @@ int main() {
     constexpr bool prints = LIBRARY_PRINTS;
     if ((registerPrinterSystem(nullptr) != nullptr) != prints) {
         std::puts(prints ? "no printers came with the library" : "printers came out of nowhere");
+        return 1;
+    }
+    if (wut::registerLogTarget(nullptr) == nullptr || wut::registerTranslator(nullptr) == nullptr) {
+        std::puts("no log or no translations came with the library");
         return 1;
     }
     const wchar_t* path = L"consumer.ctb";

@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
-#include <wx/init.h>
-#include <wx/log.h>
 
+#include <cstdarg>
+#include <cwchar>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include <platen/log.h>
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 #include <platen/utcore.h>
@@ -21,16 +22,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Messages : public wxLog {
-public:
-    /// "E:" or "W:" and the text of each message.
-    std::vector<std::string> texts;
+/// "E:" or "W:" and the text of each message.
+std::vector<std::string> messages;
 
-protected:
-    void DoLogRecord(wxLogLevel level, const wxString& text, const wxLogRecordInfo&) override {
-        texts.push_back((level == wxLOG_Error ? "E:" : "W:") + ut::encodeUtf8(text.ToStdWstring()));
-    }
-};
+void keepMessage(wut::LogLevel level, const wut::LogPlace&, const wchar_t* format,
+                 std::va_list arguments) {
+    wchar_t text[500] = {};
+    std::vswprintf(text, std::size(text), format, arguments);
+    messages.push_back((level == wut::LogLevel::Error ? "E:" : "W:") + ut::encodeUtf8(text));
+}
 
 /// Printers "Ink" and "Laser"; the second refuses to say what it can.
 class FakePrinters : public PrinterSystem {
@@ -65,10 +65,11 @@ public:
 
 class PlotConfigurationFile : public testing::Test {
 protected:
-    void SetUp() override { before_ = wxLog::SetActiveTarget(&messages_); }
+    void SetUp() override { wut::registerLogTarget(keepMessage); }
     void TearDown() override {
         registerPrinterSystem(nullptr);
-        wxLog::SetActiveTarget(before_);
+        wut::registerLogTarget(nullptr);
+        messages.clear();
     }
 
     std::wstring put(const char* name, const std::string& body) const {
@@ -82,18 +83,13 @@ protected:
     static std::string bodyIn(const std::wstring& path) {
         return bodyOf(readBytes(fs::path(path)));
     }
-    std::vector<std::string> takeMessages() { return std::exchange(messages_.texts, {}); }
+    std::vector<std::string> takeMessages() { return std::exchange(messages, {}); }
 
     using Texts = std::vector<std::string>;
 
-    wxInitializer library_;
     TemporaryFolder folder_;
     PiaReport report_;
     bool printerChanged_ = false;
-
-private:
-    Messages messages_;
-    wxLog* before_ = nullptr;
 };
 
 TEST_F(PlotConfigurationFile, RefusedFilesSaySo) {

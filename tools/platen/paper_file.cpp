@@ -1,7 +1,5 @@
 #include "tools/platen/paper_file.h"
 
-#include <wx/log.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <utility>
@@ -72,11 +70,7 @@ ExitCode PaperFile::openConfiguration(PiaInput& input, Purpose purpose, const Co
     configBefore_.version = input.container().version;
     configBefore_.lost = lostFrom(*input.root(), *asItStands);
     PiaReport report;
-    {
-        // The library logs what its report says with reasons.
-        const wxLogNull quiet;
-        config_.reset(CPlotCfg3::read(ut::decodePath(file_).c_str(), printerChanged, &report));
-    }
+    config_.reset(CPlotCfg3::read(ut::decodePath(file_).c_str(), printerChanged, &report));
     if (!config_) {
         return fail(console, file_, report);
     }

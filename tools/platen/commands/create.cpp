@@ -1,5 +1,3 @@
-#include <wx/log.h>
-
 #include <CLI/CLI.hpp>
 #include <cstddef>
 #include <memory>
@@ -111,8 +109,6 @@ std::vector<std::wstring> deviceNames() {
 /// Null when there is no such device. Built-in devices get the name that their table has.
 std::unique_ptr<CPlotCfg3> configurationFor(const std::wstring& device) {
     const BuiltInPlotDevice* builtIn = BuiltInPlotDevice::getByName(OdString(device));
-    // The library logs what the caller says in more words.
-    const wxLogNull quiet;
     return std::unique_ptr<CPlotCfg3>(
         CPlotCfg3::create(builtIn != nullptr ? builtIn->name.c_str() : device.c_str()));
 }

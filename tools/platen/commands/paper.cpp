@@ -1,5 +1,3 @@
-#include <wx/string.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
@@ -153,14 +151,14 @@ private:
         if (const std::string fault = arguments::paperNameFault(name_); !fault.empty()) {
             return fault;
         }
-        if (papers_.isDuplicateName(wxString(name_))) {
+        if (papers_.hasName(name_)) {
             return "there is a paper \"" + options_.name +
                    "\" already; platen paper resize changes it";
         }
         const bool raster = CPlotCfg3::isBuiltInImage(&file_.config());
         papers_.setDefaultUnits(
             arguments::paperUnits(options_.units).value_or(raster ? kPixels : kMillimeters));
-        papers_.append(wxString(name_));
+        papers_.append(name_);
         index_ = papers_.size() - 1;
         return setLengths();
     }
@@ -187,7 +185,7 @@ private:
                 return "there is a paper \"" + options_.newName + "\" already";
             }
         }
-        papers_.setName(index_, wxString(newName_));
+        papers_.setName(index_, newName_);
         return {};
     }
 
@@ -199,7 +197,7 @@ private:
         const bool known = own == kInches || own == kPixels;
         papers_.setDefaultUnits(
             arguments::paperUnits(options_.units)
-                .value_or(known ? static_cast<wut::CustomPapers::Units>(own) : kMillimeters));
+                .value_or(known ? static_cast<wut::CustomPaperList::Units>(own) : kMillimeters));
         return setLengths();
     }
 
@@ -209,7 +207,8 @@ private:
             return '"' + options_.size +
                    "\" is no size; write WIDTHxHEIGHT with decimal points, such as 914x5000.5";
         }
-        papers_.setSize(index_, size->width, size->height);
+        papers_.set(index_, &CustomPaperSize::width, size->width);
+        papers_.set(index_, &CustomPaperSize::height, size->height);
         if (!options_.margins.empty()) {
             const std::optional<arguments::PaperMargins> margins =
                 arguments::paperMargins(options_.margins);
@@ -217,19 +216,21 @@ private:
                 return '"' + options_.margins +
                        "\" are no margins; write LEFT,BOTTOM,RIGHT,TOP, such as 5,10,5,10";
             }
-            papers_.setLeftMargin(index_, margins->left);
-            papers_.setBottomMargin(index_, margins->bottom);
-            papers_.setRightMargin(index_, margins->right);
-            papers_.setTopMargin(index_, margins->top);
+            papers_.set(index_, &CustomPaperSize::left, margins->left);
+            papers_.set(index_, &CustomPaperSize::bottom, margins->bottom);
+            papers_.set(index_, &CustomPaperSize::right, margins->right);
+            papers_.set(index_, &CustomPaperSize::top, margins->top);
         }
         papers_.setDefaultUnits(kMillimeters);
         const std::string fault =
-            sideFault("width", papers_.getWidth(index_), papers_.getLeftMargin(index_),
-                      papers_.getRightMargin(index_), limits().width);
+            sideFault("width", papers_.get(index_, &CustomPaperSize::width),
+                      papers_.get(index_, &CustomPaperSize::left),
+                      papers_.get(index_, &CustomPaperSize::right), limits().width);
         return !fault.empty()
                    ? fault
-                   : sideFault("height", papers_.getHeight(index_), papers_.getBottomMargin(index_),
-                               papers_.getTopMargin(index_), limits().height);
+                   : sideFault("height", papers_.get(index_, &CustomPaperSize::height),
+                               papers_.get(index_, &CustomPaperSize::bottom),
+                               papers_.get(index_, &CustomPaperSize::top), limits().height);
     }
 
     arguments::PaperSize limits() const {
@@ -260,7 +261,7 @@ private:
 
     const PaperOptions& options_;
     platen::PaperFile& file_;
-    wut::CustomPapers papers_;
+    wut::CustomPaperList papers_;
     /// The same papers, as they were.
     std::vector<CustomPaperSize> list_;
     std::wstring name_;
