@@ -102,8 +102,7 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForDefaultPrinter(PiaReport& report)
     std::unique_ptr<CPlotCfg3> config(create(printer.c_str()));
     if (!config) {
         wut::logError(
-            translated(L"Failed to create plot configuration for default printer %ls.")
-                .c_str(),
+            translated(L"Failed to create plot configuration for default printer %ls.").c_str(),
             printer.c_str());
         report.fail({.code = PiaCode::ValueInvalid,
                      .path = L"meta/default_system_cfg",
@@ -161,8 +160,7 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForPrinter(const std::wstring& print
     meta.driverType = 1;
     if (!printers().fillNew(*config, printer)) {
         wut::logWarning(
-            translated(L"Failed to initialize plot configuration from print data for %ls.")
-                .c_str(),
+            translated(L"Failed to initialize plot configuration from print data for %ls.").c_str(),
             printer.c_str());
         return nullptr;
     }

@@ -7,8 +7,8 @@
 
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
-#include "plotstyle/style_memory.h"
 #include "log/translated.h"
+#include "plotstyle/style_memory.h"
 
 namespace {
 
