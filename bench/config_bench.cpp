@@ -3,37 +3,20 @@
 
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include <platen/plotcfg.h>
 #include "bench/bare_inflate.h"
-#include "bench/sample.h"
+#include "bench/configuration.h"
 #include "pia/container.h"
 
 namespace {
 
 using bench::BareInflate;
-
-std::vector<CustomPaperSize> papersOf(int count) {
-    std::vector<CustomPaperSize> papers;
-    for (int number = 0; number < count; ++number) {
-        CustomPaperSize& paper = papers.emplace_back();
-        paper.source = 1;
-        paper.localName = L"Roll " + std::to_wstring(number);
-        paper.globalName = paper.localName;
-        paper.units = number % 3 == 0 ? OdDbPlotSettings::kInches : OdDbPlotSettings::kMillimeters;
-        paper.width = 200 + number % 700;
-        paper.height = 300 + number;
-        paper.left = paper.right = paper.bottom = paper.top = 5;
-    }
-    return papers;
-}
 
 /// One file as the reference reads it.
 struct File {
@@ -57,36 +40,8 @@ struct File {
     std::size_t bodySize = 0;
 };
 
-/// A configuration of the PDF device and its PMP, which lies beside it.
-class Files {
-public:
-    explicit Files(int count) : folder_(bench::folder / ("papers" + std::to_string(count))) {
-        std::filesystem::create_directory(folder_);
-        const std::unique_ptr<CPlotCfg3> config(CPlotCfg3::create(BuiltInPlotDevice::pdfName));
-        config->setCustomPaperSizes(papersOf(count));
-        if (!config->write(configPath().wstring().c_str()) || !std::filesystem::exists(pmpPath())) {
-            throw std::runtime_error("a configuration cannot be written");
-        }
-    }
-
-    std::wstring name() const { return configPath().wstring(); }
-    File config() const { return File(configPath()); }
-    File pmp() const { return File(pmpPath()); }
-
-private:
-    std::filesystem::path configPath() const { return folder_ / "plot.pc3"; }
-    std::filesystem::path pmpPath() const { return folder_ / "plot.pmp"; }
-
-    std::filesystem::path folder_;
-};
-
-const Files& filesOf(int count) {
-    static std::map<int, Files> made;
-    return made.try_emplace(count, count).first->second;
-}
-
 void readConfig(benchmark::State& state, int count) {
-    const std::wstring name = filesOf(count).name();
+    const std::wstring name = bench::configuration(count).name();
     for (auto _ : state) {
         bool printerChanged = false;
         const std::unique_ptr<CPlotCfg3> config(CPlotCfg3::read(name.c_str(), printerChanged));
@@ -100,8 +55,8 @@ void readConfig(benchmark::State& state, int count) {
 }
 
 void referenceOpenAndInflate(benchmark::State& state, int count) {
-    File config = filesOf(count).config();
-    File pmp = filesOf(count).pmp();
+    File config(bench::configuration(count).configPath());
+    File pmp(bench::configuration(count).pmpPath());
     BareInflate configInflate(config.stream(), config.bodySize);
     BareInflate pmpInflate(pmp.stream(), pmp.bodySize);
     for (auto _ : state) {
