@@ -121,20 +121,34 @@ TEST(DrawText, PutsInkOfTheColourWhereItBelongs) {
     leavePicture("images_text", sheet);
 }
 
-TEST(DrawText, WrapsWhatIsTooWide) {
+TEST(DrawText, WrapsWhatIsTooWideWhateverEndsItsLines) {
     wxImage sheet = filledImage(wxSize(260, 120), *wxWHITE);
     for (const bool highQuality : {false, true}) {
-        wxBitmap bitmap(filledImage(wxSize(120, 120), paper));
-        drawText(bitmap, "Plot to file with\nplot styles of the sheet", 10, 5, EF_Small, EC_Grey,
-                 highQuality);
-        const wxImage drawn = onPaper(bitmap);
-        const wxRect ink = inkOf(drawn);
-        // Three lines of 8 points, none of them cut.
-        EXPECT_GT(ink.height, 30);
-        EXPECT_LT(ink.height, 60);
-        EXPECT_LT(ink.GetRight(), 119);
-        EXPECT_TRUE(shows(drawn, 110));
-        sheet.Paste(drawn, highQuality ? 140 : 0, 0);
+        for (const int width : {120, 200}) {
+            wxImage first;
+            for (const char* const ending : {"\r\n", "\n", "\r"}) {
+                wxBitmap bitmap(filledImage(wxSize(width, 120), paper));
+                drawText(bitmap,
+                         wxString("Plot to file with") + ending + "plot styles of the sheet", 10, 5,
+                         EF_Small, EC_Grey, highQuality);
+                const wxImage drawn = onPaper(bitmap);
+                if (first.IsOk()) {
+                    EXPECT_TRUE(difference(first, drawn).IsEmpty());
+                    continue;
+                }
+                first = drawn;
+                const wxRect ink = inkOf(drawn);
+                // Three lines of 8 points, or two when they fit, none of them cut.
+                EXPECT_EQ(ink.height > 30, width == 120) << ink.height;
+                EXPECT_GT(ink.height, 18);
+                EXPECT_LT(ink.height, 60);
+                EXPECT_LT(ink.GetRight(), width - 1);
+                EXPECT_TRUE(shows(drawn, 110));
+                if (width == 120) {
+                    sheet.Paste(drawn, highQuality ? 140 : 0, 0);
+                }
+            }
+        }
     }
     leavePicture("images_text_wrapped", sheet);
 }

@@ -55,6 +55,15 @@ TEST_F(Fonts, StayWhereTheFaceIsMissing) {
     }
 }
 
+TEST_F(Fonts, OfNothingStay) {
+    EXPECT_FALSE(wut::setGuiFont(static_cast<wxFont*>(nullptr)));
+    wut::setGuiFont(static_cast<wxWindow*>(nullptr));
+    wut::setGuiFont(static_cast<wxDC*>(nullptr));
+    wut::setGuiFont(static_cast<wxMenuItem*>(nullptr));
+    wut::setFontSize(nullptr, 17, true);
+    wut::setFontBold(nullptr, true);
+}
+
 TEST_F(Fonts, ChangeInSizeAndWeightAlone) {
     wxFont expected = font_;
     expected.SetPointSize(17);

@@ -2,20 +2,17 @@
 #include <wx/filename.h>
 #include <wx/frame.h>
 #include <wx/timer.h>
-#include <wx/translation.h>
 #include <wx/uiaction.h>
 
 #include <string>
-#include <string_view>
 
 #include <platen/gui_look.h>
 #include <platen/utcore.h>
 #include "tests/gui/boxes.h"
 #include "tests/gui/screen.h"
 #include "tests/gui/support/gui.h"
+#include "tests/gui/translations.h"
 #include "tests/support/files.h"
-
-using namespace std::string_view_literals;
 
 namespace {
 
@@ -34,7 +31,14 @@ TEST_F(Messages, HaveTheProductForACaption) {
     constexpr int question = wxYES_NO | wxICON_QUESTION;
     const BoxCatcher catcher(wxID_NO);
     wut::errorBox(text.c_str());
-    wut::BasePolicy().showError();
+    const wut::BasePolicy bad;
+    bad.showError();
+    {
+        const German german("Bad input", "Ung\xC3\xBCltig");
+        bad.showError();
+        EXPECT_EQ(bad.errorMessage(), L"Ung\u00FCltig");
+        EXPECT_EQ(wut::BasePolicy("Bad input").errorMessage(), "Bad input");
+    }
     wut::BasePolicy("Copies: 1 to 99").showError(&frame_);
     ut::Config::setRegProduct(L"Pl\u00E4ne 7");
     EXPECT_EQ(wut::messageBox(text.c_str(), nullptr, question, &frame_), wxNO);
@@ -44,6 +48,7 @@ TEST_F(Messages, HaveTheProductForACaption) {
     EXPECT_THAT(
         catcher.boxes,
         ElementsAre(Box{text, L"Platen", 517, &frame_}, Box{L"Bad input", L"Platen", 517, &frame_},
+                    Box{L"Ung\u00FCltig", L"Platen", 517, &frame_},
                     Box{L"Copies: 1 to 99", L"Platen", 517, &frame_},
                     Box{text, L"Pl\u00E4ne 7", question, &frame_},
                     Box{L"", L"Pl\u00E4ne 7", question, &frame_},
@@ -92,24 +97,6 @@ TEST_F(Messages, AreShown) {
     leavePicture("error_box", watcher.picture);
 }
 
-/// Knows the title in German.
-class OneMessage : public wxTranslationsLoader {
-public:
-    wxMsgCatalog* LoadCatalog(const wxString& domain, const wxString&) override {
-        // As compilers of translations write it: a header, the places of two texts and of what they
-        // are translated to, and these four.
-        constexpr std::string_view file =
-            "\xDE\x12\x04\x95\0\0\0\0\2\0\0\0\x1C\0\0\0\x2C\0\0\0\0\0\0\0\x3C\0\0\0"
-            "\0\0\0\0\x3C\0\0\0\x0D\0\0\0\x3D\0\0\0\x28\0\0\0\x4B\0\0\0\x0E\0\0\0\x74\0\0\0"
-            "\0Select Folder\0Content-Type: text/plain; charset=UTF-8\n\0Ordner w\xC3\xA4hlen\0"sv;
-        return wxMsgCatalog::CreateFromData(
-            wxScopedCharBuffer::CreateNonOwned(file.data(), file.size()), domain);
-    }
-    wxArrayString GetAvailableTranslations(const wxString&) const override {
-        return wxArrayString(1, {wxString("de")});
-    }
-};
-
 TEST_F(Messages, AskForAFolder) {
     const TemporaryFolder chosen;
     const wxString before = chosen.path("").wstring();
@@ -123,14 +110,9 @@ TEST_F(Messages, AskForAFolder) {
         leavePicture("folder_chooser", watcher.picture);
     }
     folder = before;
-    auto* translations = new wxTranslations;
-    wxTranslations::Set(translations);
-    translations->SetLoader(new OneMessage);
-    translations->SetLanguage("de");
-    ASSERT_TRUE(translations->AddCatalog("application"));
+    const German german("Select Folder", "Ordner w\xC3\xA4hlen");
     const BoxCatcher catcher(wxID_CANCEL);
     EXPECT_FALSE(wut::selectFolderDlg(folder, &frame_));
-    wxTranslations::Set(nullptr);
     EXPECT_THAT(catcher.boxes, ElementsAre(Box{L"Ordner w\u00E4hlen", L"", 0, &frame_}));
     EXPECT_EQ(folder, before);
 }

@@ -89,6 +89,9 @@ TEST(EnvironmentVariables, AreReplacedInTexts) {
         EXPECT_EQ(target[needed - 1], L'x');
     }
     EXPECT_EQ(wut::expandEnvironmentStrings(L"%PLATEN_TEST_A%", nullptr, 0), 8u);
+    EXPECT_EQ(wut::expandEnvironmentStrings(L"%PLATEN_TEST_A%", nullptr, 100), 8u);
+    wchar_t target[2] = L"x";
+    EXPECT_EQ(wut::expandEnvironmentStrings(nullptr, target, 2), 0u);
 }
 
 std::wstring reported;

@@ -67,7 +67,7 @@ TEST(Programs, StartFresh) {
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     EXPECT_EQ(outputOf("start", L""),
               "open: 0 1 2\n"
-              "input: /dev/null\n"
+              "input: /dev/null, at its end: 1, for reading alone: 1\n"
               "group of its own: 1\n"
               "broken pipes end it: 1\n");
     std::signal(SIGPIPE, before);

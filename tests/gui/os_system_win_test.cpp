@@ -127,6 +127,8 @@ TEST(PositionFile, HasPointsInEveryLocale) {
 }
 
 TEST(KeyboardState, IsReadAndSet) {
+    EXPECT_FALSE(wut::getKeyboardState(nullptr));
+    EXPECT_FALSE(wut::setKeyboardState(nullptr));
     unsigned char states[256];
     ASSERT_TRUE(wut::getKeyboardState(states));
     for (const bool down : {true, false}) {

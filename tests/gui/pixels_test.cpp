@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include <platen/gui_images.h>
 #include "gui/images/pixel_rows.h"
+#include "tests/gui/screen.h"
 
 namespace {
 
@@ -66,6 +68,23 @@ TEST(PixelRows, EveryKernelConvertsTheRowAndNothingElse) {
                         << &kernel - pixel_rows::kernels().data();
                 }
             }
+        }
+    }
+}
+
+TEST(PixelRows, AreConvertedByWhatTheProcessorHas) {
+    const std::string processor = readBytes(onWindows() ? "Z:/proc/cpuinfo" : "/proc/cpuinfo");
+    const bool shuffles = processor.find(" ssse3 ") != std::string::npos;
+    const pixel_rows::Kernel& plain = pixel_rows::kernels().front();
+    const pixel_rows::Kernel& used = pixel_rows::kernels().back();
+    EXPECT_STREQ(plain.name, "portable");
+    EXPECT_STREQ(used.name, shuffles ? "ssse3" : "portable");
+    for (const PixelFormat from : formats) {
+        for (const PixelFormat to : formats) {
+            EXPECT_EQ(pixel_rows::converter(from, to), used.at(from, to));
+            // What is only copied needs no instructions of its own.
+            EXPECT_EQ(used.at(from, to) != plain.at(from, to), shuffles && from != to)
+                << from << " to " << to;
         }
     }
 }

@@ -17,6 +17,7 @@
 #include "tests/gui/plot_dialog.h"
 #include "tests/gui/screen.h"
 #include "tests/gui/support/gui.h"
+#include "tests/gui/translations.h"
 #include "tests/support/files.h"
 
 namespace {
@@ -98,14 +99,21 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
     for (const auto& [kind, load] : loaders) {
         // (There is a button of the last name, but no window of any of these kinds.)
         for (const std::wstring name :
-             {L"Missing", L"100% %s%n \u0416\u00E4 \U0001F4D0 \"q\"", L"", L"MyButton"}) {
+             {L"Missing", L"100% %s%n%ls \u0416\u00E4 \U0001F4D0 \"q\"", L"", L"MyButton"}) {
             const BoxCatcher catcher;
             EXPECT_FALSE(load(name.c_str()));
             settle();
             wxLog::FlushActive();
+            std::string format = "Failed to load ";
+            format.append(kind.begin(), kind.end()).append(" \"%ls\" from XRC");
+            // What else looks like a format is none.
+            const German german(format, "100% \xC3\xBC %d: \"%ls\", %ls");
+            EXPECT_FALSE(load(name.c_str()));
             EXPECT_THAT(catcher.boxes,
                         ElementsAre(Box{L"Failed to load " + kind + L" \"" + name + L"\" from XRC",
-                                        L"Platen", 517, nullptr}));
+                                        L"Platen", 517, nullptr},
+                                    Box{L"100% \u00FC %d: \"" + name + L"\", %ls", L"Platen", 517,
+                                        nullptr}));
         }
         const BoxCatcher catcher;
         EXPECT_TRUE(load(kind.c_str()));
@@ -113,6 +121,17 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
     }
     wxLog::SetActiveTarget(before);
     EXPECT_EQ(dialog.GetTitle() + wizard.GetTitle() + frame.GetTitle(), "A dialogA wizardA frame");
+    // Windows that are not there are not loaded.
+    const BoxCatcher catcher;
+    wxPanel unborn;
+    EXPECT_FALSE(wut::loadDialog(nullptr, &parent_, L"dialog"));
+    EXPECT_FALSE(wut::loadWizard(nullptr, &parent_, L"wizard"));
+    EXPECT_FALSE(wut::loadFrame(nullptr, &parent_, L"frame"));
+    EXPECT_FALSE(wut::loadPanel(nullptr, &parent_, L"panel"));
+    EXPECT_FALSE(wut::loadPanel(&unborn, nullptr, L"panel"));
+    EXPECT_EQ(wut::loadPanel(nullptr, L"panel"), nullptr);
+    EXPECT_FALSE(wut::loadDialog(&dialog, nullptr, nullptr));
+    EXPECT_EQ(catcher.boxes.size(), 7u);
     for (const wxPanel* panel : {given, made}) {
         EXPECT_EQ(panel->GetParent(), &parent_);
         EXPECT_NE(panel->FindWindow("MyButton"), nullptr);
