@@ -53,7 +53,7 @@ bool loadDialog(wxDialog* dialog, wxWindow* parent, const wchar_t* name) {
 
 bool loadWizard(wxDialog* wizard, wxWindow* parent, const wchar_t* name) {
     return loadOrTell(name, wizardFailed, [&](wxXmlResource& resources, const wxString& known) {
-        return resources.LoadObject(wizard, parent, known, "wxWizard");
+        return wizard != nullptr && resources.LoadObject(wizard, parent, known, "wxWizard");
     });
 }
 

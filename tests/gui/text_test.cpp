@@ -73,12 +73,12 @@ TEST(TextWrapper, TakesBlanksAroundLongWords) {
 TEST(WrappedString, FitsItsWidthAndKnowsItsSize) {
     wxFrame frame(nullptr, wxID_ANY, "Untouched");
     const wxFont before = frame.GetFont();
-    wxImage sheet(1470, 300);
+    wxImage sheet(1820, 300);
     int x = 0;
     for (const int width : {90, 200, 400, -1}) {
         wxImage first;
         for (const char* const ending : {"\r\n", "\n", "\r"}) {
-            wxImage blank((width < 0 ? 580 : width) + 50, 300);
+            wxImage blank((width < 0 ? 690 : width) + 110, 300);
             blank.SetRGB(wxRect(blank.GetSize()), 255, 255, 255);
             wxBitmap bitmap(blank);
             wxString given = text;
