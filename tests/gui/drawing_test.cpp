@@ -59,6 +59,16 @@ bool shows(const wxImage& image, int grey) {
     return false;
 }
 
+TEST(ImageTypes, AreSearchedAsOneText) {
+    for (const wchar_t* accepted : {L"png", L"PNG", L"Jp2", L"jpeg", L"peg", L"if", L""}) {
+        EXPECT_TRUE(wut::isSupportedImageType(accepted)) << accepted;
+    }
+    for (const wchar_t* refused :
+         {L"tiff", L".png", L"pn", L"svg", L"png;", static_cast<const wchar_t*>(nullptr)}) {
+        EXPECT_FALSE(wut::isSupportedImageType(refused)) << wxString(refused);
+    }
+}
+
 TEST(WrapText, BreaksALineOnceInItsSecondHalf) {
     wxBitmap bitmap(400, 50);
     wxMemoryDC dc(bitmap);
@@ -85,72 +95,57 @@ TEST(WrapText, BreaksALineOnceInItsSecondHalf) {
 }
 
 TEST(DrawText, PutsInkOfTheColourWhereItBelongs) {
-    const wxSize size(260, 60);
-    const wxSize cell(size.x + 10, size.y + 10);
-    wxImage sheet = filledImage(wxSize(2 * cell.x, 3 * cell.y), *wxWHITE);
+    const char* const one = "Plot style HEAVY 0.25 mm";
+    const char* const two = "Plot to file with\nplot styles of the sheet";
     const struct {
+        const char* text;
         EFont font;
         bool clear;
         bool highQuality;
-        wxPoint cell;
+        int width;
+        /// Pixels of the ink. The large font is bold, too: no width fits both.
+        wxSize least, most;
     } cases[] = {
-        {EF_Large, false, false, {0, 0}},
-        {EF_Large, false, true, {1, 0}},
-        {EF_Small, false, false, {0, 1}},
-        {EF_Small, false, true, {1, 1}},
+        {one, EF_Large, false, false, 260, {171, 8}, {245, 20}},
+        {one, EF_Large, false, true, 260, {171, 8}, {245, 20}},
+        {one, EF_Small, false, false, 260, {81, 6}, {170, 16}},
+        {one, EF_Small, false, true, 260, {81, 6}, {170, 16}},
         // Only the graphics context knows of alpha everywhere.
-        {EF_Small, true, true, {1, 2}},
+        {one, EF_Small, true, true, 260, {81, 6}, {170, 16}},
+        {two, EF_Small, false, false, 200, {81, 18}, {185, 30}},
+        {two, EF_Small, false, true, 200, {81, 18}, {185, 30}},
+        // Wrapped, but not cut.
+        {two, EF_Small, false, false, 120, {50, 31}, {108, 60}},
+        {two, EF_Small, false, true, 120, {50, 31}, {108, 60}},
     };
+    wxImage sheet = filledImage(wxSize(260, 720), *wxWHITE);
+    int row = 0;
     for (const auto& entry : cases) {
-        SCOPED_TRACE(testing::Message() << entry.cell.x << ", " << entry.cell.y);
-        wxBitmap bitmap =
-            entry.clear ? framed(size, paper, size.x) : wxBitmap(filledImage(size, paper));
-        drawText(bitmap, "Plot style HEAVY 0.25 mm", 20, 10, entry.font, EC_Dark,
-                 entry.highQuality);
-        const wxImage drawn = onPaper(bitmap);
-        const wxRect ink = inkOf(drawn);
-        EXPECT_TRUE(wxRect(18, 10, size.x - 18, 30).Contains(ink))
-            << ink.x << " " << ink.y << " " << ink.width << " " << ink.height;
-        // The large font is bold, too: no width fits both.
-        EXPECT_EQ(ink.width > 170, entry.font == EF_Large) << ink.width;
-        EXPECT_GT(ink.width, 80);
-        EXPECT_TRUE(shows(drawn, 40));
-        EXPECT_EQ(bitmap.HasAlpha(), entry.highQuality);
-        sheet.Paste(drawn, entry.cell.x * cell.x, entry.cell.y * cell.y);
+        SCOPED_TRACE(row);
+        const wxSize size(entry.width, 75);
+        const bool isDark = entry.text == one;
+        wxImage first;
+        for (const char* const ending : {"\r\n", "\n", "\r"}) {
+            wxBitmap bitmap =
+                entry.clear ? framed(size, paper, size.x) : wxBitmap(filledImage(size, paper));
+            wxString text = entry.text;
+            text.Replace("\n", ending);
+            drawText(bitmap, text, 10, 5, entry.font, isDark ? EC_Dark : EC_Grey,
+                     entry.highQuality);
+            EXPECT_EQ(bitmap.HasAlpha(), entry.highQuality);
+            const wxImage drawn = onPaper(bitmap);
+            EXPECT_TRUE(!first.IsOk() || difference(first, drawn).IsEmpty());
+            first = drawn;
+        }
+        const wxRect ink = inkOf(first);
+        EXPECT_TRUE(wxRect(8, 5, size.x - 9, 70).Contains(ink)) << ink.x << ", " << ink.y;
+        EXPECT_TRUE(wxRect(wxPoint(entry.least.x, entry.least.y), entry.most - entry.least)
+                        .Contains(ink.width, ink.height))
+            << ink.width << " x " << ink.height;
+        EXPECT_TRUE(shows(first, isDark ? 40 : 110));
+        sheet.Paste(first, 0, 80 * row++);
     }
     leavePicture("images_text", sheet);
-}
-
-TEST(DrawText, WrapsWhatIsTooWideWhateverEndsItsLines) {
-    wxImage sheet = filledImage(wxSize(260, 120), *wxWHITE);
-    for (const bool highQuality : {false, true}) {
-        for (const int width : {120, 200}) {
-            wxImage first;
-            for (const char* const ending : {"\r\n", "\n", "\r"}) {
-                wxBitmap bitmap(filledImage(wxSize(width, 120), paper));
-                drawText(bitmap,
-                         wxString("Plot to file with") + ending + "plot styles of the sheet", 10, 5,
-                         EF_Small, EC_Grey, highQuality);
-                const wxImage drawn = onPaper(bitmap);
-                if (first.IsOk()) {
-                    EXPECT_TRUE(difference(first, drawn).IsEmpty());
-                    continue;
-                }
-                first = drawn;
-                const wxRect ink = inkOf(drawn);
-                // Three lines of 8 points, or two when they fit, none of them cut.
-                EXPECT_EQ(ink.height > 30, width == 120) << ink.height;
-                EXPECT_GT(ink.height, 18);
-                EXPECT_LT(ink.height, 60);
-                EXPECT_LT(ink.GetRight(), width - 1);
-                EXPECT_TRUE(shows(drawn, 110));
-                if (width == 120) {
-                    sheet.Paste(drawn, highQuality ? 140 : 0, 0);
-                }
-            }
-        }
-    }
-    leavePicture("images_text_wrapped", sheet);
 }
 
 TEST(DrawTextHighQuality, TakesMasksForTransparency) {
@@ -180,36 +175,33 @@ TEST(DrawOnTop, CoversTheCornerAndKeepsTheRest) {
 TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
     const wxBitmap bottom = framed(wxSize(20, 10), wxColour(30, 90, 200));
     const wxBitmap top = framed(wxSize(16, 12), wxColour(240, 160, 20));
+    const wxBitmap plain(filledImage(wxSize(5, 5), wxColour(200, 100, 50)));
     const wxImage both = wut::drawOnBitmap(bottom, top, wxSize(64, 48)).ConvertToImage();
+    const wxImage filled = wut::drawOnBitmap(plain, wxBitmap(), wxSize(40, 40)).ConvertToImage();
+    const wxImage shrunk = wut::drawOnBitmap(wxBitmap(), top, wxSize(8, 40)).ConvertToImage();
     EXPECT_EQ(both.GetSize(), wxSize(64, 48));
-    ASSERT_TRUE(both.HasAlpha());
-    EXPECT_EQ(both.GetAlpha(0, 0), 0);
-    EXPECT_EQ(both.GetAlpha(12, 24), 255);
-    // The top is 16 x 12 pixels, less its frame, in the middle of 64 x 48.
-    for (const auto& [x, y, red] : {std::tuple(12, 24, 30),
-                                    {24, 24, 30},
-                                    {25, 24, 240},
-                                    {38, 24, 240},
-                                    {39, 24, 30},
-                                    {32, 18, 30},
-                                    {32, 19, 240},
-                                    {32, 28, 240},
-                                    {32, 29, 30}}) {
-        EXPECT_EQ(both.GetRed(x, y), red) << x << ", " << y;
+    // The top is 16 x 12 pixels, less its frame, in the middle of 64 x 48. Red of -1: transparent.
+    for (const auto& [image, x, y, red] : {std::tuple(&both, 0, 0, -1),
+                                           {&both, 12, 24, 30},
+                                           {&both, 24, 24, 30},
+                                           {&both, 25, 24, 240},
+                                           {&both, 38, 24, 240},
+                                           {&both, 39, 24, 30},
+                                           {&both, 32, 18, 30},
+                                           {&both, 32, 19, 240},
+                                           {&both, 32, 28, 240},
+                                           {&both, 32, 29, 30},
+                                           {&filled, 0, 0, 200},
+                                           {&filled, 39, 39, 200},
+                                           {&shrunk, 4, 16, -1},
+                                           {&shrunk, 4, 20, 240},
+                                           {&shrunk, 4, 23, -1}}) {
+        ASSERT_TRUE(image->HasAlpha());
+        EXPECT_EQ(image->GetAlpha(x, y) > 250 ? image->GetRed(x, y) : -image->GetAlpha(x, y) - 1,
+                  red)
+            << x << ", " << y;
     }
     leavePicture("images_on_bitmap", both.Scale(320, 240));
-
-    const wxBitmap plain(filledImage(wxSize(5, 5), wxColour(200, 100, 50)));
-    const wxImage filled = wut::drawOnBitmap(plain, wxBitmap(), wxSize(40, 40)).ConvertToImage();
-    for (const int corner : {0, 39}) {
-        EXPECT_EQ(filled.GetAlpha(corner, corner), 255);
-        EXPECT_EQ(filled.GetRed(corner, corner), 200);
-    }
-
-    const wxImage shrunk = wut::drawOnBitmap(wxBitmap(), top, wxSize(8, 40)).ConvertToImage();
-    EXPECT_GT(shrunk.GetAlpha(4, 20), 250);
-    EXPECT_EQ(shrunk.GetAlpha(4, 16), 0);
-    EXPECT_EQ(shrunk.GetAlpha(4, 23), 0);
 }
 
 TEST(Drawing, LeavesOutWhatIsInvalid) {

@@ -1,16 +1,13 @@
 // What only Windows has.
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <ctime>
 #include <filesystem>
 #include <iterator>
-#include <random>
 #include <string>
 
 #include <platen/gui_os.h>
 #include "gui/os/folders_win.h"
-#include "tests/gui/os_positions.h"
 #include "tests/gui/support/gui.h"
 #include "tests/gui/support/processes.h"
 #include "tests/support/files.h"
@@ -119,13 +116,6 @@ TEST(Separators, AreTheUsers) {
     EXPECT_EQ(wut::getSystemDecimalSeparator(), L',');
 }
 
-TEST(PositionFile, HasPointsInEveryLocale) {
-    const std::string before = std::setlocale(LC_NUMERIC, nullptr);
-    ASSERT_NE(std::setlocale(LC_NUMERIC, "German"), nullptr);
-    expectPointsInPositionFiles();
-    std::setlocale(LC_NUMERIC, before.c_str());
-}
-
 TEST(KeyboardState, IsReadAndSet) {
     EXPECT_FALSE(wut::getKeyboardState(nullptr));
     EXPECT_FALSE(wut::setKeyboardState(nullptr));
@@ -154,20 +144,6 @@ TEST(Keys, TellAltGrFromAlt) {
     EXPECT_TRUE(settleUntil(wut::isAltGrDown));
     press(KEYEVENTF_KEYUP);
     EXPECT_TRUE(settleUntil([] { return !wut::isAltGrDown(); }));
-}
-
-TEST(Numbers, MultiplyAndDivideAsMulDivDoes) {
-    std::mt19937 random(20240229);
-    // Numbers of all sizes: small ones make halves, large ones overflow.
-    const auto number = [&] {
-        return static_cast<int>(random()) >> std::uniform_int_distribution(0, 31)(random);
-    };
-    for (int i = 0; i < 200000; ++i) {
-        const int a = number();
-        const int b = number();
-        const int c = number();
-        ASSERT_EQ(wut::mulDiv(a, b, c), MulDiv(a, b, c)) << a << " * " << b << " / " << c;
-    }
 }
 
 std::wstring reported;

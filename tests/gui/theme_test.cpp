@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <wx/colour.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -23,8 +24,7 @@ double luminance(std::uint32_t rgb) {
 
 /// 1 (equal) to 21 (black on white).
 double contrast(std::uint32_t one, std::uint32_t other) {
-    const double low = std::min(luminance(one), luminance(other));
-    const double high = std::max(luminance(one), luminance(other));
+    const auto [low, high] = std::minmax({luminance(one), luminance(other)});
     return (high + 0.05) / (low + 0.05);
 }
 
@@ -48,36 +48,29 @@ TEST(Themes, CanBeReadOnTheirBackgrounds) {
     for (const auto& pair : pairs) {
         for (const EGuiColor color : pair.colors) {
             for (const EGuiColor background : pair.backgrounds) {
-                SCOPED_TRACE(testing::Message()
-                             << static_cast<int>(color) << " on " << static_cast<int>(background));
                 const ut::ThemeColors& front = ut::themeTable[static_cast<int>(color)];
                 const ut::ThemeColors& back = ut::themeTable[static_cast<int>(background)];
-                EXPECT_GE(contrast(front.light, back.light), pair.contrast) << "light";
-                EXPECT_GE(contrast(front.dark, back.dark), pair.contrast) << "dark";
+                EXPECT_GE(
+                    std::min(contrast(front.light, back.light), contrast(front.dark, back.dark)),
+                    pair.contrast)
+                    << static_cast<int>(color) << " on " << static_cast<int>(background);
             }
         }
     }
 }
 
 TEST(Themes, GiveColorsInTheOrderOfTheirBytes) {
-    for (const auto theme : {ut::EGuiColorTheme::Dark, ut::EGuiColorTheme::Light}) {
+    // A value that is none leaves the theme.
+    for (const auto theme :
+         {ut::EGuiColorTheme::Dark, ut::EGuiColorTheme{2}, ut::EGuiColorTheme::Light}) {
         EXPECT_TRUE(wut::guiSetColorTheme(theme));
         for (const ut::ThemeColors& row : ut::themeTable) {
-            const std::uint32_t rgb = theme == ut::EGuiColorTheme::Dark ? row.dark : row.light;
+            const std::uint32_t rgb = theme == ut::EGuiColorTheme::Light ? row.light : row.dark;
             const wxColour color = wut::guiColor(row.color);
-            EXPECT_EQ(color.GetRed() << 16 | color.GetGreen() << 8 | color.GetBlue(),
-                      static_cast<int>(rgb));
-            EXPECT_EQ(color.Alpha(), 255);
+            EXPECT_EQ(color, wxColour(rgb >> 16 & 0xFF, rgb >> 8 & 0xFF, rgb & 0xFF));
             EXPECT_EQ(ut::guiColorRef(row.color), color.GetRGB());
         }
     }
-}
-
-TEST(Themes, SurviveValuesThatAreNone) {
-    EXPECT_TRUE(wut::guiSetColorTheme(ut::EGuiColorTheme::Dark));
-    EXPECT_TRUE(wut::guiSetColorTheme(ut::EGuiColorTheme{2}));
-    EXPECT_EQ(ut::ThemeColorManager::getInstance().theme(), ut::EGuiColorTheme::Dark);
-    EXPECT_TRUE(wut::guiSetColorTheme(ut::EGuiColorTheme::Light));
     for (const int value : {-1, ut::guiColorCount}) {
         EXPECT_EQ(wut::guiColor(static_cast<EGuiColor>(value)), wxColour(0, 0, 0));
         EXPECT_EQ(wut::guiSize(static_cast<ut::EGuiSize>(value)), 0);

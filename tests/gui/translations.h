@@ -5,15 +5,14 @@
 
 #include <cstddef>
 #include <string>
-#include <utility>
 
 /// While it lives, one text is translated to German. Both are UTF-8.
 class German {
 public:
-    German(std::string text, std::string translation) {
+    German(const std::string& text, const std::string& translation) {
         auto* translations = new wxTranslations;
         wxTranslations::Set(translations);
-        translations->SetLoader(new Loader(std::move(text), std::move(translation)));
+        translations->SetLoader(new Loader(text, translation));
         translations->SetLanguage("de");
         translations->AddCatalog("application");
     }
@@ -24,26 +23,22 @@ public:
 private:
     class Loader : public wxTranslationsLoader {
     public:
-        Loader(std::string text, std::string translation) {
-            // As compilers of translations write it: a header, the places of all texts and of what
-            // they are translated to, and these.
-            const std::string texts[] = {"", std::move(text),
-                                         "Content-Type: text/plain; charset=UTF-8\n",
-                                         std::move(translation)};
-            for (const std::size_t value :
-                 {std::size_t{0x950412DE}, std::size_t{0}, std::size_t{2}, std::size_t{28},
-                  std::size_t{44}, std::size_t{0}, std::size_t{0}}) {
-                append(value);
+        Loader(const std::string& text, const std::string& translation) {
+            // As compilers of translations write it: a header, the lengths and places of two texts
+            // and of what they are translated to, and these four.
+            const char header[] =
+                "\xDE\x12\x04\x95\0\0\0\0\2\0\0\0\x1C\0\0\0\x2C\0\0\0\0\0\0\0\0\0\0";
+            file_.assign(header, sizeof(header));
+            std::string texts;
+            for (const std::string& each :
+                 {std::string(), text, std::string("Content-Type: text/plain; charset=UTF-8\n"),
+                  translation}) {
+                for (const std::size_t value : {each.size(), 60 + texts.size()}) {
+                    file_ += {static_cast<char>(value), static_cast<char>(value >> 8), 0, 0};
+                }
+                texts += each + '\0';
             }
-            std::size_t place = 60;
-            for (const std::string& each : texts) {
-                append(each.size());
-                append(place);
-                place += each.size() + 1;
-            }
-            for (const std::string& each : texts) {
-                file_ += each + '\0';
-            }
+            file_ += texts;
         }
 
         wxMsgCatalog* LoadCatalog(const wxString& domain, const wxString&) override {
@@ -55,12 +50,6 @@ private:
         }
 
     private:
-        void append(std::size_t value) {
-            for (int byte = 0; byte < 4; ++byte) {
-                file_ += static_cast<char>(value >> 8 * byte & 0xFF);
-            }
-        }
-
         std::string file_;
     };
 };

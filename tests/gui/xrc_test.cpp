@@ -14,7 +14,6 @@
 
 #include <platen/gui_look.h>
 #include "tests/gui/boxes.h"
-#include "tests/gui/plot_dialog.h"
 #include "tests/gui/screen.h"
 #include "tests/gui/support/gui.h"
 #include "tests/gui/translations.h"
@@ -28,7 +27,11 @@ using Box = BoxCatcher::Box;
 
 constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
 <resource xmlns="http://www.wxwidgets.org/wxxrc" version="2.5.3.0">
-  <object class="wxDialog" name="dialog"><title>A dialog</title></object>
+  <object class="wxDialog" name="dialog"><title>A dialog</title>
+    <object class="wxBoxSizer"><object class="sizeritem"><flag>wxALL</flag><border>40</border>
+      <object class="wxStaticText"><label>Paper size: ISO full bleed A1</label></object>
+    </object></object>
+  </object>
   <object class="wxFrame" name="frame"><title>A frame</title></object>
   <object class="wxPanel" name="panel"><object class="wxButton" name="MyButton"/></object>
   <object class="wxWizard" name="wizard"><title>A wizard</title>
@@ -63,15 +66,12 @@ protected:
     static void SetUpTestSuite() {
         wxFileSystem::AddHandler(new wxMemoryFSHandler);
         wxMemoryFSHandler::AddFile("look.xrc", resources);
-        wxMemoryFSHandler::AddFile("plot.xrc", plotDialogResource);
         wxXmlResource::Get()->InitAllHandlers();
         ASSERT_TRUE(wxXmlResource::Get()->Load("memory:look.xrc"));
-        ASSERT_TRUE(wxXmlResource::Get()->Load("memory:plot.xrc"));
     }
     static void TearDownTestSuite() {
         delete wxXmlResource::Set(nullptr);
         wxMemoryFSHandler::RemoveFile("look.xrc");
-        wxMemoryFSHandler::RemoveFile("plot.xrc");
     }
 
     wxFrame parent_{nullptr, wxID_ANY, "Parent"};
@@ -156,13 +156,17 @@ TEST_F(XmlResources, LeaveTheReasonInTheLog) {
 TEST_F(XmlResources, AreShownInBothThemes) {
     const wxImage before = settledDisplay();
     wxDialog dialog;
-    ASSERT_TRUE(wut::loadDialog(&dialog, nullptr, L"PlotDialog"));
-    useGuiFont(dialog);
+    ASSERT_TRUE(wut::loadDialog(&dialog, nullptr, L"dialog"));
+    for (wxWindow* window : {static_cast<wxWindow*>(&dialog), dialog.GetChildren().front()}) {
+        wut::setGuiFont(window);
+        window->Bind(wxEVT_COLOR_THEME_CHANGED, [=](wxColorThemeChangedEvent&) {
+            window->SetBackgroundColour(wut::guiColor(ut::EGuiColor::WindowBackground));
+            window->SetForegroundColour(wut::guiColor(ut::EGuiColor::Text));
+        });
+    }
     dialog.Fit();
-    dialog.Bind(wxEVT_COLOR_THEME_CHANGED,
-                [&](wxColorThemeChangedEvent&) { useGuiColors(dialog); });
     dialog.Show();
-    for (const auto theme : {ut::EGuiColorTheme::Light, ut::EGuiColorTheme::Dark}) {
+    for (const auto theme : {ut::EGuiColorTheme::Dark, ut::EGuiColorTheme::Light}) {
         wut::guiSetColorTheme(theme);
         wxColorThemeChangedEvent::BroadcastColorThemeChanged();
         const wxImage picture = settledDisplay();
@@ -170,10 +174,9 @@ TEST_F(XmlResources, AreShownInBothThemes) {
         EXPECT_EQ(wxColour(picture.GetRed(corner.x, corner.y), picture.GetGreen(corner.x, corner.y),
                            picture.GetBlue(corner.x, corner.y)),
                   wut::guiColor(ut::EGuiColor::WindowBackground));
-        leavePicture(theme == ut::EGuiColorTheme::Dark ? "plot_dialog_dark" : "plot_dialog_light",
+        leavePicture(theme == ut::EGuiColorTheme::Dark ? "dialog_dark" : "dialog_light",
                      picture.GetSubImage(difference(before, picture)));
     }
-    wut::guiSetColorTheme(ut::EGuiColorTheme::Light);
 }
 
 TEST_F(XmlResources, GiveTheBytesOfPictures) {
