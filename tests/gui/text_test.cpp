@@ -111,16 +111,13 @@ TEST(WrappedString, FitsItsWidthAndKnowsItsSize) {
     }
     EXPECT_EQ(frame.GetFont(), before);
     leavePicture("text_wrapped", sheet);
-}
 
-TEST(WrappedString, IsEmptyWithoutText) {
     const wut::WrappedString none;
     EXPECT_TRUE(none.empty());
     EXPECT_EQ(none.extents(), wxSize(0, 0));
     const wut::WrappedString empty(nullptr, "", 100, testFont());
     EXPECT_TRUE(empty.empty());
     EXPECT_EQ(empty.extents().x, 0);
-    EXPECT_EQ(empty.font(), testFont());
 }
 
 }  // namespace
