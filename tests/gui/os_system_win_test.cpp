@@ -86,7 +86,7 @@ TEST(Programs, OpenDocumentsAndPages) {
     EXPECT_TRUE(settleUntil([] { return childCount() == 0; }));
 }
 
-TEST(Drives, AreOfTheKindsThatTheApplicationKnows) {
+TEST(Drives, AndFoldersAreThoseThatTheApplicationKnows) {
     const std::pair<unsigned, int> cases[] = {
         {DRIVE_UNKNOWN, 5}, {DRIVE_NO_ROOT_DIR, 5}, {DRIVE_REMOVABLE, 0}, {DRIVE_FIXED, 1},
         {DRIVE_REMOTE, 4},  {DRIVE_CDROM, 2},       {DRIVE_RAMDISK, 5},
@@ -96,17 +96,14 @@ TEST(Drives, AreOfTheKindsThatTheApplicationKnows) {
     }
     EXPECT_EQ(wut::getDriveType(L"C:\\"), wut::FSV_Fixed);
     EXPECT_EQ(wut::getDriveType(L"Q:\\"), wut::FSV_Unknown);
-}
 
-TEST(Folders, OfTheShellHavePaths) {
-    const std::wstring documents =
-        wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Personal)).text();
-    EXPECT_TRUE(std::filesystem::is_directory(documents));
-    EXPECT_NE(documents,
-              wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Desktop)).text());
+    const auto folder = [](int index) {
+        return wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(index)).text();
+    };
+    EXPECT_TRUE(std::filesystem::is_directory(folder(wut::PBF_Personal)));
+    EXPECT_NE(folder(wut::PBF_Personal), folder(wut::PBF_Desktop));
     // The drives are no folder.
-    EXPECT_TRUE(
-        wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Drives)).isEmpty());
+    EXPECT_EQ(folder(wut::PBF_Drives), L"");
 }
 
 TEST(Separators, AreTheUsers) {
