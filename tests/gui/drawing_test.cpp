@@ -172,24 +172,17 @@ TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
     const wxImage shrunk = wut::drawOnBitmap(wxBitmap(), top, wxSize(8, 40)).ConvertToImage();
     EXPECT_EQ(both.GetSize(), wxSize(64, 48));
     // The top is 16 x 12 pixels, less its frame, in the middle of 64 x 48. Red of -1: transparent.
-    for (const auto& [image, x, y, red] : {std::tuple(&both, 0, 0, -1),
-                                           {&both, 12, 24, 30},
-                                           {&both, 24, 24, 30},
-                                           {&both, 25, 24, 240},
-                                           {&both, 38, 24, 240},
-                                           {&both, 39, 24, 30},
-                                           {&both, 32, 18, 30},
-                                           {&both, 32, 19, 240},
-                                           {&both, 32, 28, 240},
-                                           {&both, 32, 29, 30},
-                                           {&filled, 0, 0, 200},
-                                           {&filled, 39, 39, 200},
-                                           {&shrunk, 4, 16, -1},
-                                           {&shrunk, 4, 20, 240},
-                                           {&shrunk, 4, 23, -1}}) {
-        ASSERT_TRUE(image->HasAlpha());
-        EXPECT_EQ(image->GetAlpha(x, y) > 250 ? image->GetRed(x, y) : -image->GetAlpha(x, y) - 1,
-                  red)
+    const struct {
+        const wxImage& image;
+        int x, y, red;
+    } places[] = {{both, 0, 0, -1},    {both, 12, 24, 30},   {both, 24, 24, 30},
+                  {both, 25, 24, 240}, {both, 38, 24, 240},  {both, 39, 24, 30},
+                  {both, 32, 18, 30},  {both, 32, 19, 240},  {both, 32, 28, 240},
+                  {both, 32, 29, 30},  {filled, 0, 0, 200},  {filled, 39, 39, 200},
+                  {shrunk, 4, 16, -1}, {shrunk, 4, 20, 240}, {shrunk, 4, 23, -1}};
+    for (const auto& [image, x, y, red] : places) {
+        ASSERT_TRUE(image.HasAlpha());
+        EXPECT_EQ(image.GetAlpha(x, y) > 250 ? image.GetRed(x, y) : -image.GetAlpha(x, y) - 1, red)
             << x << ", " << y;
     }
     leavePicture("images_on_bitmap", both.Scale(320, 240));

@@ -221,8 +221,7 @@ TEST_F(Restore, ServesFramesOfTheToolkit) {
     settle();
     {
         const wut::WindowRestore restore(nullptr);
-        showModalDialog(restore.wxActiveWindow(),
-                        [&] { EXPECT_FALSE(::IsWindowEnabled(frame.GetHWND())); });
+        frame.Disable();
     }
     EXPECT_TRUE(frame.IsEnabled());
     EXPECT_TRUE(frame.IsShown());
