@@ -5,7 +5,6 @@
 #include <wx/frame.h>
 #include <wx/timer.h>
 
-#include <functional>
 #include <memory>
 
 #include <platen/gui_windows.h>
@@ -26,20 +25,6 @@ Wrapper wrap(HWND handle, bool addToTopLevelList = true) {
 
 bool isKnown(const wxWindow* window) {
     return wxTopLevelWindows.Find(const_cast<wxWindow*>(window)) != nullptr;
-}
-
-/// Shows a modal dialog, calls `meanwhile` once it runs, and ends it; `parent` must be its owner.
-void showModalDialog(wxWindow* parent, const std::function<void()>& meanwhile) {
-    wxDialog dialog(parent, wxID_ANY, "A dialog of the toolkit", wxPoint(110, 120));
-    wxTimer timer;
-    timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
-        EXPECT_EQ(::GetWindow(dialog.GetHWND(), GW_OWNER), parent->GetHWND());
-        EXPECT_EQ(::GetActiveWindow(), dialog.GetHWND());
-        meanwhile();
-        dialog.EndModal(wxID_OK);
-    });
-    timer.StartOnce(300);
-    EXPECT_EQ(dialog.ShowModal(), wxID_OK);
 }
 
 class NativeWindows : public testing::Test {
@@ -144,7 +129,7 @@ TEST_F(RestoredWindows, MayBeTheGivenOneOrGone) {
         given.activate();
     }
     EXPECT_TRUE(top.enabled());
-    EXPECT_TRUE(given.active()) << "the given one was active and is not activated";
+    EXPECT_TRUE(given.active());
     top.activate();
     {
         const wut::WindowRestore restore(given.handle());
@@ -184,11 +169,18 @@ TEST_F(RestoredWindows, ComeBackAfterAModalDialog) {
         // As the owner of the native windows would for a dialog of its own.
         below.enable(false);
         given.enable(false);
-        showModalDialog(restore.wxActiveWindow(), [&] {
+        wxDialog dialog(restore.wxActiveWindow(), wxID_ANY, "A dialog", wxPoint(110, 120));
+        wxTimer timer;
+        timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+            EXPECT_EQ(::GetWindow(dialog.GetHWND(), GW_OWNER), top.handle());
+            EXPECT_EQ(::GetActiveWindow(), dialog.GetHWND());
             EXPECT_FALSE(top.enabled());
             EXPECT_FALSE(below.enabled());
             leavePicture("dialog_over_native_window", displayed(*restore.wxActiveWindow()));
+            dialog.EndModal(wxID_OK);
         });
+        timer.StartOnce(300);
+        EXPECT_EQ(dialog.ShowModal(), wxID_OK);
         EXPECT_TRUE(top.enabled());
         given.activate();
     }
@@ -202,9 +194,8 @@ using Restore = NativeWindows;
 TEST_F(Restore, TakesTheGivenWindowForTheActiveOne) {
     NativeWindow given(L"Not active");
     ASSERT_EQ(::GetActiveWindow(), nullptr);
+    EXPECT_EQ(wut::WindowRestore(nullptr).wxActiveWindow(), nullptr);
     {
-        const wut::WindowRestore nothing(nullptr);
-        EXPECT_EQ(nothing.wxActiveWindow(), nullptr);
         const wut::WindowRestore restore(given.handle());
         ASSERT_NE(restore.wxActiveWindow(), nullptr);
         EXPECT_EQ(restore.wxActiveWindow()->GetHWND(), given.handle());

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <platen/gui_look.h>
@@ -22,7 +23,9 @@
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pair;
 using Box = BoxCatcher::Box;
 
 constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -42,19 +45,17 @@ constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
   </object>
 </resource>)";
 
-/// Keeps what is logged.
+/// Keeps the levels and texts of what is logged.
 class LogKeeper : public wxLog {
 public:
     LogKeeper() : before_(wxLog::SetActiveTarget(this)) {}
     ~LogKeeper() override { wxLog::SetActiveTarget(before_); }
 
-    std::vector<wxLogLevel> levels;
-    wxString texts;
+    std::vector<std::pair<wxLogLevel, std::string>> records;
 
 protected:
     void DoLogRecord(wxLogLevel level, const wxString& text, const wxLogRecordInfo&) override {
-        levels.push_back(level);
-        texts << text << '\n';
+        records.emplace_back(level, text.utf8_string());
     }
 
 private:
@@ -83,10 +84,7 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
     wxWizard wizard;
     auto* given = new wxPanel;
     wxPanel* made = nullptr;
-    const struct {
-        std::wstring kind;
-        std::function<bool(const wchar_t*)> load;
-    } loaders[] = {
+    const std::pair<std::wstring, std::function<bool(const wchar_t*)>> loaders[] = {
         {L"dialog", [&](auto name) { return wut::loadDialog(&dialog, &parent_, name); }},
         {L"wizard", [&](auto name) { return wut::loadWizard(&wizard, &parent_, name); }},
         {L"frame", [&](auto name) { return wut::loadFrame(&frame, &parent_, name); }},
@@ -142,14 +140,11 @@ TEST_F(XmlResources, LeaveTheReasonInTheLog) {
     const BoxCatcher catcher;
     LogKeeper log;
     EXPECT_EQ(wut::loadPanel(&parent_, L"Missing"), nullptr);
-    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Debug}));
-    EXPECT_TRUE(log.texts.Contains("Missing")) << log.texts;
     EXPECT_EQ(wxLog::GetActiveTarget(), &log);
-    log.levels.clear();
     // What is wrong with a window that was loaded all the same stays an error.
     EXPECT_NE(wut::loadPanel(&parent_, L"OddPanel"), nullptr);
-    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Error}));
-    EXPECT_TRUE(log.texts.Contains("NoSuchClass")) << log.texts;
+    EXPECT_THAT(log.records, ElementsAre(Pair(wxLOG_Debug, HasSubstr("Missing")),
+                                         Pair(wxLOG_Error, HasSubstr("NoSuchClass"))));
     EXPECT_EQ(catcher.boxes.size(), 1u);
 }
 
@@ -185,19 +180,18 @@ TEST_F(XmlResources, GiveTheBytesOfPictures) {
     writeBytes(folder.path("logo.png"), content);
     writeBytes(folder.path("empty.png"), "");
     wxMemoryFSHandler::AddFile("logo.png", content.data(), content.size());
-    const auto read = [](const std::wstring& name) {
+    for (const auto& [name, expected] : {std::pair(folder.wide("logo.png"), content),
+                                         {L"memory:logo.png", content},
+                                         {folder.wide("empty.png"), ""},
+                                         {folder.wide(""), ""},
+                                         {L"memory:missing.png", ""},
+                                         {L"", ""},
+                                         {L"/dev/zero", ""}}) {
         unsigned char* bytes = reinterpret_cast<unsigned char*>(1);
         const std::size_t size = wut::getRawBitmap(bytes, name.c_str());
         const std::unique_ptr<unsigned char[]> owner(bytes);
         EXPECT_EQ(bytes == nullptr, size == 0);
-        return std::string(reinterpret_cast<const char*>(bytes), size);
-    };
-    EXPECT_EQ(read(folder.wide("logo.png")), content);
-    EXPECT_EQ(read(L"memory:logo.png"), content);
-    for (const std::wstring& none :
-         {folder.wide("empty.png"), folder.wide(""), std::wstring(L"memory:missing.png"),
-          std::wstring(), std::wstring(L"/dev/zero")}) {
-        EXPECT_EQ(read(none), "");
+        EXPECT_EQ(std::string(bytes, bytes + size), expected);
     }
     wxMemoryFSHandler::RemoveFile("logo.png");
 }
