@@ -10,6 +10,7 @@
 #include <memory>
 
 #include <platen/gui_images.h>
+#include "gui/images/line_feeds.h"
 
 namespace wut {
 namespace {
@@ -56,15 +57,13 @@ wxRect restOf(const wxDC& dc, int x, int y) {
     return {x, y, size.x - x, size.y - y};
 }
 
-/// The text as it is drawn on the device: wrapped if need be, with line feeds alone, since a
-/// carriage return would be drawn.
+/// The text as it is drawn on the device: wrapped if need be, with line feeds alone.
 wxString fitted(const wxString& text, const wxRect& rect, wxDC& dc) {
-    if (dc.GetMultiLineTextExtent(text).x <= rect.width) {
-        return text;
+    const wxString lines = withLineFeeds(text);
+    if (dc.GetMultiLineTextExtent(lines).x <= rect.width) {
+        return lines;
     }
-    wxString wrapped = ImageUtils::wrapText(text, rect, dc);
-    wrapped.Replace("\r\n", "\n");
-    return wrapped;
+    return withLineFeeds(ImageUtils::wrapText(lines, rect, dc));
 }
 
 /// The bitmap in another size, what its mask hides transparent. Graphics contexts scale, too, but
@@ -96,9 +95,7 @@ void drawOnTop(wxBitmap& bottom, const wxBitmap& top) {
 }
 
 wxString wrapText(const wxString& text, const wxRect& rect, wxDC& dc) {
-    wxString rest = text;
-    rest.Replace("\r\n", "\n");
-    rest.Replace("\r", "\n");
+    wxString rest = withLineFeeds(text);
     wxString result;
     while (!rest.empty()) {
         wxString behind;

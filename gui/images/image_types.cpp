@@ -8,6 +8,9 @@
 namespace wut {
 
 bool isSupportedImageType(const wchar_t* extension) {
+    if (extension == nullptr) {
+        return false;
+    }
     constexpr std::wstring_view supported =
         L"bmp;jpg;jpeg;pcx;png;gif;tga;tif;jp2;j2k;ecw;sid;mti;";
     std::wstring entry(extension);

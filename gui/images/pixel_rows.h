@@ -25,6 +25,9 @@ using Converter = void (*)(const unsigned char* source, unsigned char* target, s
 /// A set of converters that all need the same of the processor.
 class Kernel {
 public:
+    /// What it needs of the processor.
+    const char* name = "portable";
+
     Converter& at(std::size_t fromBytes, std::size_t toBytes, bool swap) {
         return converters_[index(fromBytes, toBytes, swap)];
     }

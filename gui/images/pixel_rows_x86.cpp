@@ -107,6 +107,7 @@ bool useProcessor(Kernel& kernel) {
     if (!__builtin_cpu_supports("ssse3")) {
         return false;
     }
+    kernel.name = "ssse3";
     kernel.at(3, 3, true) = swapThree;
     kernel.at(3, 4, false) = addAlpha<false>;
     kernel.at(3, 4, true) = addAlpha<true>;

@@ -1,8 +1,14 @@
 #include <wx/app.h>
+#include <wx/arrstr.h>
 #include <wx/dcclient.h>
+#include <wx/dynarray.h>
 #include <wx/frame.h>
 
+#include <algorithm>
+#include <cstddef>
+
 #include <platen/gui_text.h>
+#include "gui/images/line_feeds.h"
 
 namespace wut {
 namespace {
@@ -27,13 +33,58 @@ private:
     bool wouldExit_;
 };
 
+/// The blank at which a line that is too wide is broken: the last one with less than `widthMax`
+/// pixels before it. Where the first word alone is wider, the last of those behind it. `npos` when
+/// the line fits or is one word.
+std::size_t breakOf(const wxString& line, int widthMax, const wxDC& dc) {
+    wxArrayInt widths;
+    dc.GetPartialTextExtents(line, widths);
+    const auto fitting = static_cast<std::size_t>(
+        std::lower_bound(widths.begin(), widths.end(), widthMax) - widths.begin());
+    if (fitting == line.length()) {
+        return wxString::npos;
+    }
+    const std::size_t blank = line.rfind(' ', fitting);
+    if (blank != wxString::npos) {
+        return blank;
+    }
+    const std::size_t wordEnd = line.find(' ', fitting);
+    if (wordEnd == wxString::npos) {
+        return wxString::npos;
+    }
+    return std::min(line.find_first_not_of(' ', wordEnd), line.length()) - 1;
+}
+
 }  // namespace
 
 TextWrapper::TextWrapper(wxWindow* window, const wxString& text, int widthMax, wxFont* font) {
+    const wxString lines = withLineFeeds(text);
+    if (window == nullptr) {
+        TextWrapper::OnOutputLine(lines);
+        return;
+    }
     if (font != nullptr) {
         window->SetFont(*font);
     }
-    Wrap(window, text, widthMax);
+    // As the base does it, which however gives up on a line at a word that is too wide.
+    const wxClientDC dc(window);
+    bool isFirst = true;
+    for (wxString line : wxSplit(lines, '\n', '\0')) {
+        if (!isFirst) {
+            TextWrapper::OnNewLine();
+        }
+        isFirst = false;
+        std::size_t end = wxString::npos;
+        while (widthMax >= 0 && (end = breakOf(line, widthMax, dc)) != wxString::npos) {
+            TextWrapper::OnOutputLine(line.substr(0, end));
+            line.erase(0, end + 1);
+            if (line.empty()) {
+                break;
+            }
+            TextWrapper::OnNewLine();
+        }
+        TextWrapper::OnOutputLine(line);
+    }
 }
 
 void TextWrapper::OnOutputLine(const wxString& line) { wrappedText_ += line; }

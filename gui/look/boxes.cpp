@@ -31,12 +31,18 @@ bool selectFolderDlg(wxString& folder, wxWindow* parent) {
     return true;
 }
 
+BasePolicy::BasePolicy() = default;
+
 BasePolicy::BasePolicy(const wxString& errorMessage) : errorMessage_(errorMessage) {}
 
 BasePolicy::~BasePolicy() = default;
 
+wxString BasePolicy::errorMessage() const {
+    return errorMessage_ ? *errorMessage_ : wxGetTranslation("Bad input");
+}
+
 void BasePolicy::showError(wxWindow* parent) const {
-    messageBox(errorMessage_.wc_str(), L"", errorStyle, parent, -1, -1);
+    messageBox(errorMessage().wc_str(), L"", errorStyle, parent, -1, -1);
 }
 
 }  // namespace wut

@@ -8,6 +8,28 @@
 
 namespace wut {
 
+namespace {
+
+const wchar_t* guiFace() { return guiFontName(ut::EGuiFontName::Default); }
+
+template <class Owner>
+void setGuiFace(Owner* owner) {
+    if (owner != nullptr) {
+        setFace(*owner, guiFace());
+    }
+}
+
+template <class Change>
+void changeFont(wxWindow* window, Change change) {
+    if (window != nullptr) {
+        wxFont font = window->GetFont();
+        change(font);
+        window->SetFont(font);
+    }
+}
+
+}  // namespace
+
 bool setFace(wxFont& font, const wchar_t* face) {
     return isFontAvailable(face) && font.SetFaceName(face);
 }
@@ -20,27 +42,27 @@ bool isFontAvailable(const wchar_t* face) {
     return face != nullptr && *face != L'\0' && wxFontEnumerator::IsValidFacename(face);
 }
 
-bool setGuiFont(wxFont* font) { return setFace(*font, guiFontName(ut::EGuiFontName::Default)); }
+bool setGuiFont(wxFont* font) { return font != nullptr && setFace(*font, guiFace()); }
 
-void setGuiFont(wxWindow* window) { setFace(*window, guiFontName(ut::EGuiFontName::Default)); }
+void setGuiFont(wxWindow* window) { setGuiFace(window); }
 
-void setGuiFont(wxDC* dc) { setFace(*dc, guiFontName(ut::EGuiFontName::Default)); }
+void setGuiFont(wxDC* dc) { setGuiFace(dc); }
 
-void setGuiFont(wxMenuItem* item) { setFace(*item, guiFontName(ut::EGuiFontName::Default)); }
+void setGuiFont(wxMenuItem* item) { setGuiFace(item); }
 
 void setFontSize(wxWindow* window, int pointSize, bool bold) {
-    wxFont font = window->GetFont();
-    font.SetPointSize(pointSize);
-    if (bold) {
-        font.SetWeight(wxFONTWEIGHT_BOLD);
-    }
-    window->SetFont(font);
+    changeFont(window, [=](wxFont& font) {
+        font.SetPointSize(pointSize);
+        if (bold) {
+            font.SetWeight(wxFONTWEIGHT_BOLD);
+        }
+    });
 }
 
 void setFontBold(wxWindow* window, bool bold) {
-    wxFont font = window->GetFont();
-    font.SetWeight(bold ? wxFONTWEIGHT_BOLD : wxFONTWEIGHT_NORMAL);
-    window->SetFont(font);
+    changeFont(window, [=](wxFont& font) {
+        font.SetWeight(bold ? wxFONTWEIGHT_BOLD : wxFONTWEIGHT_NORMAL);
+    });
 }
 
 }  // namespace wut

@@ -1,6 +1,7 @@
 #include <wx/dialog.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
+#include <wx/translation.h>
 #include <wx/xrc/xmlres.h>
 
 #include <platen/gui_look.h>
@@ -10,14 +11,22 @@ namespace wut {
 
 namespace {
 
-constexpr const wchar_t* dialogFailed = L"Failed to load dialog \"%ls\" from XRC";
-constexpr const wchar_t* wizardFailed = L"Failed to load wizard \"%ls\" from XRC";
-constexpr const wchar_t* frameFailed = L"Failed to load frame \"%ls\" from XRC";
-constexpr const wchar_t* panelFailed = L"Failed to load panel \"%ls\" from XRC";
+// Keys of translations, in which the name takes the place of "%ls".
+constexpr const char* dialogFailed = wxTRANSLATE("Failed to load dialog \"%ls\" from XRC");
+constexpr const char* wizardFailed = wxTRANSLATE("Failed to load wizard \"%ls\" from XRC");
+constexpr const char* frameFailed = wxTRANSLATE("Failed to load frame \"%ls\" from XRC");
+constexpr const char* panelFailed = wxTRANSLATE("Failed to load panel \"%ls\" from XRC");
+
+/// Neither the name nor what somebody has translated is used as a format: both may hold anything.
+wxString failure(const char* key, const wxString& name) {
+    wxString message = wxGetTranslation(key);
+    message.Replace("%ls", name, false);
+    return message;
+}
 
 /// What `load(resources, name)` returns; when that is false or null, says so in a box.
 template <class Load>
-auto loadOrTell(const wchar_t* nameOrNull, const wchar_t* failed, Load load) {
+auto loadOrTell(const wchar_t* nameOrNull, const char* failed, Load load) {
     const wxString name(nameOrNull);
     const auto loaded = [&] {
         // The log would open a box of its own as soon as the application is idle.
@@ -29,7 +38,7 @@ auto loadOrTell(const wchar_t* nameOrNull, const wchar_t* failed, Load load) {
         return result;
     }();
     if (!loaded) {
-        errorBox(wxString::Format(failed, name).wc_str());
+        errorBox(failure(failed, name).wc_str());
     }
     return loaded;
 }
@@ -38,31 +47,31 @@ auto loadOrTell(const wchar_t* nameOrNull, const wchar_t* failed, Load load) {
 
 bool loadDialog(wxDialog* dialog, wxWindow* parent, const wchar_t* name) {
     return loadOrTell(name, dialogFailed, [&](wxXmlResource& resources, const wxString& known) {
-        return resources.LoadDialog(dialog, parent, known);
+        return dialog != nullptr && resources.LoadDialog(dialog, parent, known);
     });
 }
 
 bool loadWizard(wxDialog* wizard, wxWindow* parent, const wchar_t* name) {
     return loadOrTell(name, wizardFailed, [&](wxXmlResource& resources, const wxString& known) {
-        return resources.LoadObject(wizard, parent, known, "wxWizard");
+        return wizard != nullptr && resources.LoadObject(wizard, parent, known, "wxWizard");
     });
 }
 
 bool loadFrame(wxFrame* frame, wxWindow* parent, const wchar_t* name) {
     return loadOrTell(name, frameFailed, [&](wxXmlResource& resources, const wxString& known) {
-        return resources.LoadFrame(frame, parent, known);
+        return frame != nullptr && resources.LoadFrame(frame, parent, known);
     });
 }
 
 bool loadPanel(wxPanel* panel, wxWindow* parent, const wchar_t* name) {
     return loadOrTell(name, panelFailed, [&](wxXmlResource& resources, const wxString& known) {
-        return resources.LoadPanel(panel, parent, known);
+        return panel != nullptr && parent != nullptr && resources.LoadPanel(panel, parent, known);
     });
 }
 
 wxPanel* loadPanel(wxWindow* parent, const wchar_t* name) {
     return loadOrTell(name, panelFailed, [&](wxXmlResource& resources, const wxString& known) {
-        return resources.LoadPanel(parent, known);
+        return parent == nullptr ? nullptr : resources.LoadPanel(parent, known);
     });
 }
 

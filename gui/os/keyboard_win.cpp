@@ -2,8 +2,12 @@
 
 namespace wut {
 
-bool getKeyboardState(unsigned char* states) { return GetKeyboardState(states) != FALSE; }
+bool getKeyboardState(unsigned char* states) {
+    return states != nullptr && GetKeyboardState(states) != FALSE;
+}
 
-bool setKeyboardState(unsigned char* states) { return SetKeyboardState(states) != FALSE; }
+bool setKeyboardState(unsigned char* states) {
+    return states != nullptr && SetKeyboardState(states) != FALSE;
+}
 
 }  // namespace wut

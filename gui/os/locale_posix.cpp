@@ -66,8 +66,14 @@ wchar_t getSystemDecimalSeparator() {
 wchar_t getSystemDefaultSeparator() { return getSystemDecimalSeparator() == L',' ? L';' : L','; }
 
 unsigned long expandEnvironmentStrings(const wchar_t* source, wchar_t* target, unsigned long size) {
+    if (source == nullptr) {
+        return 0;
+    }
     const std::wstring result = expanded(source);
     const std::size_t needed = result.size() + 1;
+    if (target == nullptr) {
+        return needed;
+    }
     if (needed <= size) {
         std::copy_n(result.c_str(), needed, target);
     } else if (size > 0) {

@@ -20,7 +20,9 @@ wchar_t getSystemDefaultSeparator() { return firstCharacter(LOCALE_SLIST); }
 wchar_t getSystemDecimalSeparator() { return firstCharacter(LOCALE_SDECIMAL); }
 
 unsigned long expandEnvironmentStrings(const wchar_t* source, wchar_t* target, unsigned long size) {
-    return ExpandEnvironmentStringsW(source, target, size);
+    return source == nullptr
+               ? 0
+               : ExpandEnvironmentStringsW(source, target, target == nullptr ? 0 : size);
 }
 
 }  // namespace wut

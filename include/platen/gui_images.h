@@ -17,7 +17,7 @@ namespace wut {
 
 /// True when `extension` (without its dot, any case) names a raster format that the application
 /// accepts. The list is searched as one text, so that an ending of a listed extension ("peg", "if")
-/// and the empty text are accepted, too.
+/// and the empty text are accepted, too. False for null.
 [[nodiscard]] PLATEN_API bool isSupportedImageType(const wchar_t* extension);
 
 /// A new bitmap of `size` pixels with an alpha channel: `bottom` scaled to fill it, and `top` over
@@ -83,6 +83,8 @@ PLATEN_API bool eraseSubImage(wxImage& image, const wxImage& sub, int& x, int& y
 /// Draws `top` over the upper left corner of `bottom`, without `top`'s mask. Does nothing when one
 /// of them is invalid.
 PLATEN_API void drawOnTop(wxBitmap& bottom, const wxBitmap& top);
+
+// A line of a text ends with "\n", "\r\n" or "\r", which all give the same picture.
 
 /// Breaks each line of more than 3 characters that is wider than `rect` on `dc` once, at the first
 /// blank of its second half; a line without one stays, and so does a half that is still too wide.

@@ -8,6 +8,7 @@
 #include <wx/string.h>
 
 #include <cstddef>
+#include <optional>
 
 #include <platen/log.h>
 #include <platen/platen_api.h>
@@ -81,6 +82,8 @@ PLATEN_API int guiSize(ut::EGuiSize size);
 /// True when the system has fonts of this face. What fonts there are is looked up once.
 [[nodiscard]] PLATEN_API bool isFontAvailable(const wchar_t* face);
 
+// For null, the functions below do nothing.
+
 /// Gives the font the GUI's face. False when the system does not have it, and the font stays as it
 /// was.
 PLATEN_API bool setGuiFont(wxFont* font);
@@ -107,8 +110,10 @@ PLATEN_API int toDIP(int value);
 // XML resources
 
 // Windows are loaded from what the application has given to `wxXmlResource::Get()`. When that fails
-// an error box says so, and that is all the user sees: what wxWidgets has to say about the reason
-// is logged as debug messages. The window given is not created then.
+// an error box says so in the user's language ("Failed to load dialog \"%ls\" from XRC" and its
+// like are keys of translations), and that is all the user sees: what wxWidgets has to say about
+// the reason is logged as debug messages. The window given is not created then. A null window
+// fails, and so does a panel without a parent.
 
 [[nodiscard]] PLATEN_API bool loadDialog(wxDialog* dialog, wxWindow* parent, const wchar_t* name);
 /// `wizard` is a `wxWizard`.
@@ -146,16 +151,19 @@ PLATEN_API void errorBox(const wchar_t* text);
 /// What is asked of something the user gives, with the message for what does not satisfy it.
 class PLATEN_API BasePolicy {
 public:
-    explicit BasePolicy(const wxString& errorMessage = L"Bad input");
+    /// The message is "Bad input", translated when it is asked for or shown.
+    BasePolicy();
+    /// The message is in the user's language already.
+    explicit BasePolicy(const wxString& errorMessage);
     virtual ~BasePolicy();
 
-    const wxString& errorMessage() const { return errorMessage_; }
+    wxString errorMessage() const;
 
     /// Shows the message in an error box.
     void showError(wxWindow* parent = nullptr) const;
 
 private:
-    wxString errorMessage_;
+    std::optional<wxString> errorMessage_;
 };
 
 }  // namespace wut

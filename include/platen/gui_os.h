@@ -123,7 +123,8 @@ PLATEN_API void setApplicationLocale();
 /// Replaces each %NAME% in `source` by the value of the environment variable, if there is one, and
 /// writes the result to `target`, which has room for `size` characters.
 /// Returns the number of characters of the whole result, its terminating null included. When that
-/// is more than `size`, `target` is of no use. 0 when it fails.
+/// is more than `size`, `target` is of no use; a null `target` has no room. 0 when it fails, as it
+/// does without a `source`.
 PLATEN_API unsigned long expandEnvironmentStrings(const wchar_t* source, wchar_t* target,
                                                   unsigned long size);
 
@@ -193,7 +194,7 @@ enum EFSVolumeKind {
 [[nodiscard]] PLATEN_API OdString folderPathByCSIDL(int csidl);
 
 /// The state of the keyboard as far as this thread has taken its messages: 256 bytes, one a virtual
-/// key.
+/// key. False for null.
 PLATEN_API bool getKeyboardState(unsigned char* states);
 PLATEN_API bool setKeyboardState(unsigned char* states);
 

@@ -14,18 +14,23 @@ class wxWindow;
 
 namespace wut {
 
+// A line of a given text ends with a line feed, with a carriage return, or with both in this order:
+// the same lines have the same size and look in every system, and the result has line feeds alone.
+
 /// A text wrapped at words, as wide as the font of a window makes it.
 class PLATEN_API TextWrapper : public wxTextWrapper {
 public:
     /// Wraps `text` at `widthMax` pixels (-1: not at all); a word that is wider stands alone on its
-    /// line. A `font` that is not null becomes the window's font for good.
+    /// line. A `font` that is not null becomes the window's font for good. Without a window nothing
+    /// is wrapped.
     TextWrapper(wxWindow* window, const wxString& text, int widthMax, wxFont* font);
 
     /// The lines, separated by line feeds.
     const wxString& wrappedText() const { return wrappedText_; }
 
-protected:
+    /// Appends to the text.
     void OnOutputLine(const wxString& line) override;
+    /// Appends a line feed.
     void OnNewLine() override;
 
 private:

@@ -27,8 +27,11 @@ public:
         }
     };
 
-    /// `answer` is the identifier of a button.
-    explicit BoxCatcher(int answer = wxID_OK) : answer_(answer) { Register(); }
+    /// `answer` is the identifier of a button, `folder` what is chosen in folder choosers.
+    explicit BoxCatcher(int answer = wxID_OK, const wxString& folder = wxString())
+        : answer_(answer), folder_(folder) {
+        Register();
+    }
     BoxCatcher(const BoxCatcher&) = delete;
     BoxCatcher& operator=(const BoxCatcher&) = delete;
     ~BoxCatcher() override { Unregister(); }
@@ -40,8 +43,11 @@ protected:
         if (const auto* box = dynamic_cast<wxMessageDialog*>(dialog)) {
             boxes.push_back({box->GetMessage().ToStdWstring(), box->GetCaption().ToStdWstring(),
                              box->GetMessageDialogStyle(), box->GetParent()});
-        } else if (const auto* chooser = dynamic_cast<wxDirDialog*>(dialog)) {
-            boxes.push_back({chooser->GetMessage().ToStdWstring(), L"", 0, chooser->GetParent()});
+        } else if (auto* chooser = dynamic_cast<wxDirDialog*>(dialog)) {
+            boxes.push_back({chooser->GetMessage().ToStdWstring(),
+                             chooser->GetPath().ToStdWstring(), 0, chooser->GetParent()});
+            // Of what the user has chosen, not of where the system's chooser begins.
+            chooser->wxDirDialogBase::SetPath(folder_);
         } else {
             ADD_FAILURE() << "another dialog: " << dialog->GetTitle();
         }
@@ -50,4 +56,5 @@ protected:
 
 private:
     int answer_;
+    wxString folder_;
 };

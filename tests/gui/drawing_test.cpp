@@ -25,11 +25,9 @@ wxImage filledImage(const wxSize& size, const wxColour& colour) {
 wxBitmap framed(const wxSize& size, const wxColour& colour, int frame = 1) {
     wxImage image = filledImage(size, colour);
     image.InitAlpha();
-    for (int y = 0; y < size.y; ++y) {
-        for (int x = 0; x < size.x; ++x) {
-            const bool inside = wxRect(size).Deflate(frame).Contains(x, y);
-            image.SetAlpha(x, y, inside ? wxIMAGE_ALPHA_OPAQUE : wxIMAGE_ALPHA_TRANSPARENT);
-        }
+    for (int at = 0; at < size.x * size.y; ++at) {
+        const bool inside = wxRect(size).Deflate(frame).Contains(at % size.x, at / size.x);
+        image.GetAlpha()[at] = inside ? 255 : 0;
     }
     return wxBitmap(image);
 }
@@ -49,8 +47,7 @@ wxRect inkOf(const wxImage& image) {
 }
 
 bool shows(const wxImage& image, int grey) {
-    const wxRect place(image.GetSize());
-    for (int at = 0; at < place.width * place.height; ++at) {
+    for (int at = 0; at < image.GetWidth() * image.GetHeight(); ++at) {
         const unsigned char* const pixel = image.GetData() + at * 3;
         if (std::abs(pixel[0] - grey) < 12 && std::abs(pixel[2] - grey) < 12) {
             return true;
@@ -59,84 +56,87 @@ bool shows(const wxImage& image, int grey) {
     return false;
 }
 
+TEST(ImageTypes, AreSearchedAsOneText) {
+    for (const wchar_t* accepted : {L"png", L"PNG", L"Jp2", L"jpeg", L"peg", L"if", L""}) {
+        EXPECT_TRUE(wut::isSupportedImageType(accepted)) << accepted;
+    }
+    for (const wchar_t* refused :
+         {L"tiff", L".png", L"pn", L"svg", L"png;", static_cast<const wchar_t*>(nullptr)}) {
+        EXPECT_FALSE(wut::isSupportedImageType(refused)) << wxString(refused);
+    }
+}
+
 TEST(WrapText, BreaksALineOnceInItsSecondHalf) {
     wxBitmap bitmap(400, 50);
     wxMemoryDC dc(bitmap);
-    const wxRect narrow(0, 0, 1, 50);
-    const wxRect wide(0, 0, 10000, 50);
-    struct Case {
-        const char* text;
-        const char* wrapped;
-    };
-    for (const auto& [text, wrapped] : {
-             Case{"aaaa bbbb cccc", "aaaa bbbb\r\ncccc"},
-             Case{"a b c d e f", "a b c d\r\ne f"},
-             Case{"a b", "a b"},
-             Case{"aaaa bbbbbbbb", "aaaa bbbbbbbb"},
-             Case{"aa bb\r\ncc dd\ree ff\n", "aa bb\r\ncc dd\r\nee ff"},
-             Case{"aaa bb\r\n\r\ncccc dd", "aaa\r\nbb\r\n\r\ncccc\r\ndd"},
-             Case{"\n\naaaa bb", "aaaa\r\nbb"},
-             Case{"aaaa ", "aaaa\r\n"},
-             Case{"", ""},
+    for (const auto& [width, text, wrapped] : {
+             std::tuple(1, "aaaa bbbb cccc", "aaaa bbbb\r\ncccc"),
+             {1, "a b c d e f", "a b c d\r\ne f"},
+             {1, "a b", "a b"},
+             {1, "aaaa bbbbbbbb", "aaaa bbbbbbbb"},
+             {1, "aa bb\r\ncc dd\ree ff\n", "aa bb\r\ncc dd\r\nee ff"},
+             {1, "aaa bb\r\n\r\ncccc dd", "aaa\r\nbb\r\n\r\ncccc\r\ndd"},
+             {1, "\n\naaaa bb", "aaaa\r\nbb"},
+             {1, "aaaa ", "aaaa\r\n"},
+             {1, "", ""},
+             {10000, "aaaa bbbb cccc\rdddd eeee", "aaaa bbbb cccc\r\ndddd eeee"},
          }) {
-        EXPECT_EQ(wrapText(text, narrow, dc), wrapped) << text;
+        EXPECT_EQ(wrapText(text, wxRect(0, 0, width, 50), dc), wrapped) << text;
     }
-    EXPECT_EQ(wrapText("aaaa bbbb cccc\rdddd eeee", wide, dc), "aaaa bbbb cccc\r\ndddd eeee");
 }
 
 TEST(DrawText, PutsInkOfTheColourWhereItBelongs) {
-    const wxSize size(260, 60);
-    const wxSize cell(size.x + 10, size.y + 10);
-    wxImage sheet = filledImage(wxSize(2 * cell.x, 3 * cell.y), *wxWHITE);
+    const char* const one = "Plot style HEAVY 0.25 mm";
+    const char* const two = "Plot to file with\nplot styles of the sheet";
     const struct {
+        const char* text;
         EFont font;
         bool clear;
         bool highQuality;
-        wxPoint cell;
+        int width;
+        /// Pixels of the ink. The large font is bold, too: no width fits both.
+        wxSize least, most;
     } cases[] = {
-        {EF_Large, false, false, {0, 0}},
-        {EF_Large, false, true, {1, 0}},
-        {EF_Small, false, false, {0, 1}},
-        {EF_Small, false, true, {1, 1}},
+        {one, EF_Large, false, false, 260, {171, 8}, {245, 20}},
+        {one, EF_Large, false, true, 260, {171, 8}, {245, 20}},
+        {one, EF_Small, false, false, 260, {81, 6}, {170, 16}},
+        {one, EF_Small, false, true, 260, {81, 6}, {170, 16}},
         // Only the graphics context knows of alpha everywhere.
-        {EF_Small, true, true, {1, 2}},
+        {one, EF_Small, true, true, 260, {81, 6}, {170, 16}},
+        {two, EF_Small, false, false, 200, {81, 18}, {185, 30}},
+        {two, EF_Small, false, true, 200, {81, 18}, {185, 30}},
+        // Wrapped, but not cut.
+        {two, EF_Small, false, false, 120, {50, 31}, {108, 60}},
+        {two, EF_Small, false, true, 120, {50, 31}, {108, 60}},
     };
+    wxImage sheet = filledImage(wxSize(260, 720), *wxWHITE);
+    int row = 0;
     for (const auto& entry : cases) {
-        SCOPED_TRACE(testing::Message() << entry.cell.x << ", " << entry.cell.y);
-        wxBitmap bitmap =
-            entry.clear ? framed(size, paper, size.x) : wxBitmap(filledImage(size, paper));
-        drawText(bitmap, "Plot style HEAVY 0.25 mm", 20, 10, entry.font, EC_Dark,
-                 entry.highQuality);
-        const wxImage drawn = onPaper(bitmap);
-        const wxRect ink = inkOf(drawn);
-        EXPECT_TRUE(wxRect(18, 10, size.x - 18, 30).Contains(ink))
-            << ink.x << " " << ink.y << " " << ink.width << " " << ink.height;
-        // The large font is bold, too: no width fits both.
-        EXPECT_EQ(ink.width > 170, entry.font == EF_Large) << ink.width;
-        EXPECT_GT(ink.width, 80);
-        EXPECT_TRUE(shows(drawn, 40));
-        EXPECT_EQ(bitmap.HasAlpha(), entry.highQuality);
-        sheet.Paste(drawn, entry.cell.x * cell.x, entry.cell.y * cell.y);
+        SCOPED_TRACE(row);
+        const wxSize size(entry.width, 75);
+        const bool isDark = entry.text == one;
+        wxImage first;
+        for (const char* const ending : {"\r\n", "\n", "\r"}) {
+            wxBitmap bitmap =
+                entry.clear ? framed(size, paper, size.x) : wxBitmap(filledImage(size, paper));
+            wxString text = entry.text;
+            text.Replace("\n", ending);
+            drawText(bitmap, text, 10, 5, entry.font, isDark ? EC_Dark : EC_Grey,
+                     entry.highQuality);
+            EXPECT_EQ(bitmap.HasAlpha(), entry.highQuality);
+            const wxImage drawn = onPaper(bitmap);
+            EXPECT_TRUE(!first.IsOk() || difference(first, drawn).IsEmpty());
+            first = drawn;
+        }
+        const wxRect ink = inkOf(first);
+        EXPECT_TRUE(wxRect(8, 5, size.x - 9, 70).Contains(ink)) << ink.x << ", " << ink.y;
+        EXPECT_TRUE(wxRect(wxPoint(entry.least.x, entry.least.y), entry.most - entry.least)
+                        .Contains(ink.width, ink.height))
+            << ink.width << " x " << ink.height;
+        EXPECT_TRUE(shows(first, isDark ? 40 : 110));
+        sheet.Paste(first, 0, 80 * row++);
     }
     leavePicture("images_text", sheet);
-}
-
-TEST(DrawText, WrapsWhatIsTooWide) {
-    wxImage sheet = filledImage(wxSize(260, 120), *wxWHITE);
-    for (const bool highQuality : {false, true}) {
-        wxBitmap bitmap(filledImage(wxSize(120, 120), paper));
-        drawText(bitmap, "Plot to file with\nplot styles of the sheet", 10, 5, EF_Small, EC_Grey,
-                 highQuality);
-        const wxImage drawn = onPaper(bitmap);
-        const wxRect ink = inkOf(drawn);
-        // Three lines of 8 points, none of them cut.
-        EXPECT_GT(ink.height, 30);
-        EXPECT_LT(ink.height, 60);
-        EXPECT_LT(ink.GetRight(), 119);
-        EXPECT_TRUE(shows(drawn, 110));
-        sheet.Paste(drawn, highQuality ? 140 : 0, 0);
-    }
-    leavePicture("images_text_wrapped", sheet);
 }
 
 TEST(DrawTextHighQuality, TakesMasksForTransparency) {
@@ -166,36 +166,26 @@ TEST(DrawOnTop, CoversTheCornerAndKeepsTheRest) {
 TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
     const wxBitmap bottom = framed(wxSize(20, 10), wxColour(30, 90, 200));
     const wxBitmap top = framed(wxSize(16, 12), wxColour(240, 160, 20));
+    const wxBitmap plain(filledImage(wxSize(5, 5), wxColour(200, 100, 50)));
     const wxImage both = wut::drawOnBitmap(bottom, top, wxSize(64, 48)).ConvertToImage();
+    const wxImage filled = wut::drawOnBitmap(plain, wxBitmap(), wxSize(40, 40)).ConvertToImage();
+    const wxImage shrunk = wut::drawOnBitmap(wxBitmap(), top, wxSize(8, 40)).ConvertToImage();
     EXPECT_EQ(both.GetSize(), wxSize(64, 48));
-    ASSERT_TRUE(both.HasAlpha());
-    EXPECT_EQ(both.GetAlpha(0, 0), 0);
-    EXPECT_EQ(both.GetAlpha(12, 24), 255);
-    // The top is 16 x 12 pixels, less its frame, in the middle of 64 x 48.
-    for (const auto& [x, y, red] : {std::tuple(12, 24, 30),
-                                    {24, 24, 30},
-                                    {25, 24, 240},
-                                    {38, 24, 240},
-                                    {39, 24, 30},
-                                    {32, 18, 30},
-                                    {32, 19, 240},
-                                    {32, 28, 240},
-                                    {32, 29, 30}}) {
-        EXPECT_EQ(both.GetRed(x, y), red) << x << ", " << y;
+    // The top is 16 x 12 pixels, less its frame, in the middle of 64 x 48. Red of -1: transparent.
+    const struct {
+        const wxImage& image;
+        int x, y, red;
+    } places[] = {{both, 0, 0, -1},    {both, 12, 24, 30},   {both, 24, 24, 30},
+                  {both, 25, 24, 240}, {both, 38, 24, 240},  {both, 39, 24, 30},
+                  {both, 32, 18, 30},  {both, 32, 19, 240},  {both, 32, 28, 240},
+                  {both, 32, 29, 30},  {filled, 0, 0, 200},  {filled, 39, 39, 200},
+                  {shrunk, 4, 16, -1}, {shrunk, 4, 20, 240}, {shrunk, 4, 23, -1}};
+    for (const auto& [image, x, y, red] : places) {
+        ASSERT_TRUE(image.HasAlpha());
+        EXPECT_EQ(image.GetAlpha(x, y) > 250 ? image.GetRed(x, y) : -image.GetAlpha(x, y) - 1, red)
+            << x << ", " << y;
     }
     leavePicture("images_on_bitmap", both.Scale(320, 240));
-
-    const wxBitmap plain(filledImage(wxSize(5, 5), wxColour(200, 100, 50)));
-    const wxImage filled = wut::drawOnBitmap(plain, wxBitmap(), wxSize(40, 40)).ConvertToImage();
-    for (const int corner : {0, 39}) {
-        EXPECT_EQ(filled.GetAlpha(corner, corner), 255);
-        EXPECT_EQ(filled.GetRed(corner, corner), 200);
-    }
-
-    const wxImage shrunk = wut::drawOnBitmap(wxBitmap(), top, wxSize(8, 40)).ConvertToImage();
-    EXPECT_GT(shrunk.GetAlpha(4, 20), 250);
-    EXPECT_EQ(shrunk.GetAlpha(4, 16), 0);
-    EXPECT_EQ(shrunk.GetAlpha(4, 23), 0);
 }
 
 TEST(Drawing, LeavesOutWhatIsInvalid) {

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <platen/gui_os.h>
@@ -84,72 +85,58 @@ TEST(Folders, AreIdenticalByTheirFullPaths) {
     EXPECT_FALSE(wut::areIdenticalFolders(L"b", L"c"));
 }
 
-class RecentFiles : public testing::Test {
-protected:
-    std::wstring path(const char* name) const { return folder_.wide(name); }
-
-    void write(const char* entry, const std::wstring& value) {
-        config_.Write("/Recent/" + wxString(entry), wxString(value));
-    }
-
-    std::vector<std::wstring> restored() {
-        const OdArray<OdString> files =
-            wut::restoreCorrectFileListFromWxFileConfigGroup(config_, L"/Recent");
+TEST(RecentFiles, LoseWhatIsGoneOrRepeated) {
+    const TemporaryFolder folder;
+    wxFileConfig config(wxString(), wxString(), wxString(), wxString(), 0);
+    const auto restored = [&] {
         std::vector<std::wstring> paths;
-        for (const OdString& file : files) {
+        for (const OdString& file :
+             wut::restoreCorrectFileListFromWxFileConfigGroup(config, L"/Recent")) {
             paths.push_back(file.text());
         }
         return paths;
-    }
+    };
+    EXPECT_TRUE(restored().empty());
+    EXPECT_FALSE(config.HasGroup("Recent"));
 
-    /// Everything that the group holds, with the paths' last components.
-    std::string group() {
-        std::string entries;
-        wxString entry;
-        long cookie = 0;
-        config_.SetPath("/Recent");
-        for (bool more = config_.GetFirstEntry(entry, cookie); more;
-             more = config_.GetNextEntry(entry, cookie)) {
-            const wxString name = config_.Read(entry).AfterLast('/').AfterLast('\\');
-            entries += (entry + "=" + name + " ").utf8_string();
-        }
-        config_.SetPath("/");
-        return entries;
-    }
-
-    TemporaryFolder folder_;
-    wxFileConfig config_{wxString(), wxString(), wxString(), wxString(), 0};
-};
-
-TEST_F(RecentFiles, LoseWhatIsGoneOrRepeated) {
-    for (const char* const name : {"a.pc3", "b.pc3", "c.pc3"}) {
-        writeBytes(folder_.path(name), "");
+    const std::vector<std::wstring> files{folder.wide("a.pc3"), folder.wide("b.pc3"),
+                                          folder.wide("c.pc3")};
+    for (const std::wstring& file : files) {
+        writeBytes(file, "");
     }
     // wxFileConfig lists its entries by name: "file10" before "file2".
-    write("file10", path("c.pc3"));
-    write("file2", path("a.pc3"));
-    write("file3", path("none.pc3"));
-    write("file4", path("./a.pc3"));
-    write("file5", L"");
-    write("file6", path(""));
-    write("file7", path("b.pc3"));
-    write("file007", path("b.pc3"));
-    write("file0", path("none.pc3"));
-    write("filename", L"x");
-    write("file", L"y");
-    write("Deeper/entry", L"z");
-    config_.SetPath("/Recent/Deeper");
-    EXPECT_EQ(restored(), (std::vector{path("a.pc3"), path("b.pc3"), path("c.pc3")}));
-    EXPECT_EQ(config_.GetPath(), "/Recent/Deeper");
-    EXPECT_EQ(group(), "file=y file1=a.pc3 file2=b.pc3 file3=c.pc3 filename=x ");
+    for (const auto& [entry, value] : {
+             std::pair("file10", files[2]),
+             {"file2", files[0]},
+             {"file3", folder.wide("none.pc3")},
+             {"file4", folder.wide("./a.pc3")},
+             {"file5", L""},
+             {"file6", folder.wide("")},
+             {"file7", files[1]},
+             {"file007", files[1]},
+             {"file0", folder.wide("none.pc3")},
+             {"filename", L"x"},
+             {"file", L"y"},
+             {"Deeper/entry", L"z"},
+         }) {
+        config.Write(wxString("/Recent/") + entry, wxString(value));
+    }
+    config.SetPath("/Recent/Deeper");
     // A correct list stays.
-    EXPECT_EQ(restored().size(), 3u);
-    EXPECT_EQ(group(), "file=y file1=a.pc3 file2=b.pc3 file3=c.pc3 filename=x ");
-}
-
-TEST_F(RecentFiles, OfNoGroupAreNone) {
-    EXPECT_TRUE(restored().empty());
-    EXPECT_FALSE(config_.HasGroup("Recent"));
+    for (const char* const when : {"first", "again"}) {
+        EXPECT_EQ(restored(), files) << when;
+        EXPECT_EQ(config.GetPath(), "/Recent/Deeper");
+        config.SetPath("/Recent");
+        EXPECT_EQ(config.GetNumberOfEntries(), 5u);
+        for (const auto& [entry, value] : {std::pair("file", std::wstring(L"y")),
+                                           {"file1", files[0]},
+                                           {"file2", files[1]},
+                                           {"file3", files[2]},
+                                           {"filename", L"x"}}) {
+            EXPECT_EQ(config.Read(entry), value) << when << ", " << entry;
+        }
+        config.SetPath("/Recent/Deeper");
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <wx/frame.h>
 #include <wx/uiaction.h>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -52,74 +53,48 @@ void expectWhilePressed(const std::function<bool()>& press, const std::vector<Qu
     EXPECT_TRUE(settleUntil([] { return answeredWithYes().empty(); }));
 }
 
-TEST(Keys, AreDownWhileTheyArePressed) {
-    const std::pair<int, std::vector<Question>> keys[] = {
-        {WXK_SPACE, {wut::isSpaceDown}},
-        {WXK_SHIFT, {wut::isShiftDown}},
-        {WXK_CONTROL, {wut::isControlDown, wut::isControlOrCommandDown}},
-        {WXK_ALT, {wut::isAltDown}},
-        {WXK_ESCAPE, {wut::isEscapeDown}},
-    };
-    wxFrame frame(nullptr, wxID_ANY, "Keys");
+TEST(Keys, AndButtonsAreDownWhileTheyArePressed) {
+    wxFrame frame(nullptr, wxID_ANY, "Keys", wxPoint(50, 60), wxSize(300, 200));
     // Alt alone would open the window's own menu, which waits for the user.
     frame.Bind(wxEVT_KEY_UP, [](wxKeyEvent&) {});
     frame.Show();
     frame.SetFocus();
     settle();
     wxUIActionSimulator user;
-    for (const auto& [key, yes] : keys) {
-        SCOPED_TRACE(key);
-        expectWhilePressed([&, code = key] { return user.KeyDown(code); }, yes,
-                           [&, code = key] { return user.KeyUp(code); });
+    for (const auto& [code, yes] : {
+             std::pair(WXK_SPACE, std::vector<Question>{wut::isSpaceDown}),
+             {WXK_SHIFT, {wut::isShiftDown}},
+             {WXK_CONTROL, {wut::isControlDown, wut::isControlOrCommandDown}},
+             {WXK_ALT, {wut::isAltDown}},
+             {WXK_ESCAPE, {wut::isEscapeDown}},
+         }) {
+        SCOPED_TRACE(code);
+        expectWhilePressed([&, key = code] { return user.KeyDown(key); }, yes,
+                           [&, key = code] { return user.KeyUp(key); });
     }
-}
-
-TEST(MouseButtons, AreDownWhileTheyArePressed) {
-    const std::pair<int, Question> buttons[] = {
-        {wxMOUSE_BTN_LEFT, wut::isLButtonDown},
-        {wxMOUSE_BTN_MIDDLE, wut::isMButtonDown},
-        {wxMOUSE_BTN_RIGHT, wut::isRButtonDown},
-    };
-    wxFrame frame(nullptr, wxID_ANY, "Mouse", wxPoint(50, 60), wxSize(300, 200));
-    frame.Show();
-    settle();
-    wxUIActionSimulator user;
     user.MouseMove(frame.ClientToScreen(wxPoint(100, 80)));
     settle();
-    for (const auto& [button, yes] : buttons) {
-        SCOPED_TRACE(button);
-        expectWhilePressed([&, code = button] { return user.MouseDown(code); }, {yes},
-                           [&, code = button] { return user.MouseUp(code); });
+    for (const auto& [code, yes] : {std::pair(wxMOUSE_BTN_LEFT, Question{wut::isLButtonDown}),
+                                    {wxMOUSE_BTN_MIDDLE, wut::isMButtonDown},
+                                    {wxMOUSE_BTN_RIGHT, wut::isRButtonDown}}) {
+        SCOPED_TRACE(code);
+        expectWhilePressed([&, button = code] { return user.MouseDown(button); }, {yes},
+                           [&, button = code] { return user.MouseUp(button); });
     }
 }
 
 TEST(KeyEvents, OfCharactersAreTold) {
-    const struct {
-        int first;
-        int last;
-        bool isCharacter;
-    } ranges[] = {
-        {0, 126, true},
-        {127, 127, false},
-        {128, 300, true},
-        {301, 323, false},
-        {324, 339, true},
-        {340, 367, false},
-        {368, 370, true},
-        {371, 385, false},
-        {386, 392, true},
-        {393, 420, false},
-        {WXK_SPECIAL1, WXK_SPECIAL20, false},
-    };
-    for (const auto& range : ranges) {
-        for (int code = range.first; code <= range.last; ++code) {
-            wxKeyEvent event(wxEVT_KEY_DOWN);
-            event.m_keyCode = code;
-            event.m_uniChar = L'u';
-            EXPECT_EQ(wut::isCharKeyDown(event), range.isCharacter) << code;
-            const bool isEnter = code == 13 || code == 370;
-            EXPECT_EQ(event.GetUnicodeKey(), isEnter ? L'\r' : L'u') << code;
-        }
+    // Ranges that are none, by their first and last codes.
+    constexpr std::pair<int, int> others[] = {
+        {127, 127}, {301, 323}, {340, 367}, {371, 385}, {393, WXK_SPECIAL20}};
+    for (int code = 0; code <= WXK_SPECIAL20; ++code) {
+        wxKeyEvent event(wxEVT_KEY_DOWN);
+        event.m_keyCode = code;
+        event.m_uniChar = L'u';
+        const bool isOther = std::ranges::any_of(
+            others, [&](const auto& range) { return code >= range.first && code <= range.second; });
+        EXPECT_EQ(wut::isCharKeyDown(event), !isOther) << code;
+        EXPECT_EQ(event.GetUnicodeKey(), code == 13 || code == 370 ? L'\r' : L'u') << code;
     }
 }
 

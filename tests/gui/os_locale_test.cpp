@@ -7,6 +7,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <platen/gui_os.h>
 
@@ -30,30 +31,25 @@ TEST(Numbers, MultiplyAndDivideLikeTheSystem) {
     constexpr int largest = std::numeric_limits<int>::max();
     constexpr int smallest = std::numeric_limits<int>::min();
     const struct {
-        int number;
-        int numerator;
-        int denominator;
-        int result;
-    } cases[] = {
-        {7, 3, 2, 11},
-        {-7, 3, 2, -11},
-        {7, 3, -2, -11},
-        {-7, -3, -2, -11},
-        {1, 1, 3, 0},
-        {2, 1, 3, 1},
-        {1, 1, 0, -1},
-        {largest, largest, largest, largest},
-        {largest, 2, 1, -1},
-        {smallest, 1, 1, -1},
-        {smallest, 1, 2, -1073741824},
-        {smallest, smallest, 1, -1},
-        {largest, 1, -1, -largest},
-        {largest, 1, smallest, -1},
-        {smallest, 1, smallest, 1},
-    };
-    for (const auto& entry : cases) {
-        EXPECT_EQ(wut::mulDiv(entry.number, entry.numerator, entry.denominator), entry.result)
-            << entry.number << " * " << entry.numerator << " / " << entry.denominator;
+        int number, numerator, denominator, result;
+    } cases[] = {{7, 3, 2, 11},
+                 {-7, 3, 2, -11},
+                 {7, 3, -2, -11},
+                 {-7, -3, -2, -11},
+                 {1, 1, 3, 0},
+                 {2, 1, 3, 1},
+                 {1, 1, 0, -1},
+                 {largest, largest, largest, largest},
+                 {largest, 2, 1, -1},
+                 {smallest, 1, 1, -1},
+                 {smallest, 1, 2, -1073741824},
+                 {smallest, smallest, 1, -1},
+                 {largest, 1, -1, -largest},
+                 {largest, 1, smallest, -1},
+                 {smallest, 1, smallest, 1}};
+    for (const auto& [number, numerator, denominator, result] : cases) {
+        EXPECT_EQ(wut::mulDiv(number, numerator, denominator), result)
+            << number << " * " << numerator << " / " << denominator;
     }
 }
 
@@ -61,34 +57,29 @@ TEST(EnvironmentVariables, AreReplacedInTexts) {
     wxSetEnv("PLATEN_TEST_A", "a value");
     wxSetEnv("PLATEN_TEST_B", "%PLATEN_TEST_A%");
     wxUnsetEnv("PLATEN_TEST_NONE");
-    const struct {
-        const wchar_t* source;
-        std::wstring_view result;
-    } cases[] = {
-        {L"", L""},
-        {L"<%PLATEN_TEST_A%%PLATEN_TEST_A%>", L"<a valuea value>"},
-        // Values are not looked into.
-        {L"%PLATEN_TEST_B%", L"%PLATEN_TEST_A%"},
-        {L"100% %PLATEN_TEST_NONE%", L"100% %PLATEN_TEST_NONE%"},
-        {L"%PLATEN_TEST_A", L"%PLATEN_TEST_A"},
-        {L"%", L"%"},
-        {L"%%", L"%%"},
-    };
-    for (const auto& entry : cases) {
-        const std::size_t needed = entry.result.size() + 1;
+    for (const auto& [source, result] : {
+             std::pair(L"", std::wstring_view(L"")),
+             {L"<%PLATEN_TEST_A%%PLATEN_TEST_A%>", L"<a valuea value>"},
+             // Values are not looked into.
+             {L"%PLATEN_TEST_B%", L"%PLATEN_TEST_A%"},
+             {L"100% %PLATEN_TEST_NONE%", L"100% %PLATEN_TEST_NONE%"},
+             {L"%PLATEN_TEST_A", L"%PLATEN_TEST_A"},
+             {L"%", L"%"},
+             {L"%%", L"%%"},
+         }) {
+        const auto needed = static_cast<unsigned long>(result.size() + 1);
         // The exact room does, one less is told and not exceeded.
         std::wstring target(needed, L'x');
-        EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, target.data(),
-                                                static_cast<unsigned long>(needed)),
-                  needed);
-        EXPECT_EQ(std::wstring_view(target.c_str()), entry.result);
+        EXPECT_EQ(wut::expandEnvironmentStrings(source, target.data(), needed), needed);
+        EXPECT_EQ(std::wstring_view(target.c_str()), result);
         target[needed - 1] = L'x';
-        EXPECT_EQ(wut::expandEnvironmentStrings(entry.source, target.data(),
-                                                static_cast<unsigned long>(needed - 1)),
-                  needed);
+        EXPECT_EQ(wut::expandEnvironmentStrings(source, target.data(), needed - 1), needed);
         EXPECT_EQ(target[needed - 1], L'x');
     }
     EXPECT_EQ(wut::expandEnvironmentStrings(L"%PLATEN_TEST_A%", nullptr, 0), 8u);
+    EXPECT_EQ(wut::expandEnvironmentStrings(L"%PLATEN_TEST_A%", nullptr, 100), 8u);
+    wchar_t target[2] = L"x";
+    EXPECT_EQ(wut::expandEnvironmentStrings(nullptr, target, 2), 0u);
 }
 
 std::wstring reported;

@@ -67,27 +67,26 @@ TEST_F(OsShell, TellsWhyAProgramDoesNotStart) {
 }
 
 TEST_F(OsShell, IsCancelledWithAllThatTheProgramStarted) {
-    EXPECT_EQ(
-        run(Shell([&] { return exists("a") && exists("b"); }), {"nest", path("a"), path("b")}), 0u);
-    for (const char* const name : {"a", "b"}) {
-        EXPECT_TRUE(settleUntil([&] { return !isRunning(process(name)); })) << name;
+    for (const bool cancelled : {false, true}) {
+        // When it is not cancelled, the starter ends by itself: it is terminated from outside.
+        Shell shell([&] {
+            const bool started = exists("a") && exists("b");
+            if (started && !cancelled) {
+                wxKill(static_cast<long>(process("a")), wxSIGKILL);
+            }
+            return started && cancelled;
+        });
+        EXPECT_EQ(run(std::move(shell), {"nest", path("a"), path("b")}), 0u);
+        EXPECT_TRUE(settleUntil([&] { return !isRunning(process("a")); }));
+        if (!cancelled) {
+            EXPECT_TRUE(isRunning(process("b")));
+            wxKill(static_cast<long>(process("b")), wxSIGKILL);
+        }
+        EXPECT_TRUE(settleUntil([&] { return !isRunning(process("b")); }));
+        EXPECT_EQ(childCount(), 0u);
+        std::filesystem::remove(path("a"));
+        std::filesystem::remove(path("b"));
     }
-    EXPECT_EQ(childCount(), 0u);
-}
-
-TEST_F(OsShell, LeavesWhatAProgramThatEndedHasStarted) {
-    // The starter ends by itself here: it is terminated from outside, not cancelled.
-    EXPECT_EQ(run(Shell([&] {
-                      if (exists("a") && exists("b")) {
-                          wxKill(static_cast<long>(process("a")), wxSIGKILL);
-                      }
-                      return false;
-                  }),
-                  {"nest", path("a"), path("b")}),
-              0u);
-    EXPECT_TRUE(isRunning(process("b")));
-    wxKill(static_cast<long>(process("b")), wxSIGKILL);
-    EXPECT_TRUE(settleUntil([&] { return !isRunning(process("b")); }));
 }
 
 TEST_F(OsShell, LeavesNoHandleOpen) {

@@ -15,7 +15,6 @@
 
 #include <platen/gui_os.h>
 #include <platen/utcore.h>
-#include "tests/gui/os_positions.h"
 #include "tests/gui/support/gui.h"
 #include "tests/gui/support/processes.h"
 #include "tests/support/files.h"
@@ -24,6 +23,10 @@ using namespace std::string_view_literals;
 
 namespace {
 
+void setVariable(const char* name, const char* value) {
+    value != nullptr ? ::setenv(name, value, 1) : ::unsetenv(name);
+}
+
 /// Sets an environment variable while it lives; null removes it.
 class Variable {
 public:
@@ -31,21 +34,13 @@ public:
         if (const char* const before = std::getenv(name)) {
             before_ = before;
         }
-        set(value);
+        setVariable(name, value);
     }
     Variable(const Variable&) = delete;
     Variable& operator=(const Variable&) = delete;
-    ~Variable() { set(before_ ? before_->c_str() : nullptr); }
+    ~Variable() { setVariable(name_, before_ ? before_->c_str() : nullptr); }
 
 private:
-    void set(const char* value) const {
-        if (value != nullptr) {
-            ::setenv(name_, value, 1);
-        } else {
-            ::unsetenv(name_);
-        }
-    }
-
     const char* name_;
     std::optional<std::string> before_;
 };
@@ -67,7 +62,7 @@ TEST(Programs, StartFresh) {
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     EXPECT_EQ(outputOf("start", L""),
               "open: 0 1 2\n"
-              "input: /dev/null\n"
+              "input: /dev/null, at its end: 1, for reading alone: 1\n"
               "group of its own: 1\n"
               "broken pipes end it: 1\n");
     std::signal(SIGPIPE, before);
@@ -86,25 +81,21 @@ TEST(Programs, AreFoundInThePathAndTellTheError) {
 
 void ignore(int) {}
 
-TEST(Programs, AreWaitedForThroughSignals) {
-    // A signal every millisecond, which interrupts whatever waits.
-    struct sigaction action {};
+TEST(Programs, AreWaitedForWhateverSignalsDo) {
+    // A signal every millisecond, which interrupts whatever waits; and then a system that takes
+    // children away by itself.
+    struct sigaction action {
+    }, before{};
     action.sa_handler = ignore;
-    struct sigaction before {};
     ::sigaction(SIGALRM, &action, &before);
-    const itimerval often{{0, 1000}, {0, 1000}};
+    const itimerval often{{0, 1000}, {0, 1000}}, never{};
     ::setitimer(ITIMER_REAL, &often, nullptr);
     EXPECT_EQ(outputOf("arguments", L" x"), "x\n");
-    const itimerval never{};
     ::setitimer(ITIMER_REAL, &never, nullptr);
     ::sigaction(SIGALRM, &before, nullptr);
-}
-
-TEST(Programs, AreWaitedForWhenNobodyElseWants) {
-    // The system then takes children away by itself.
-    const auto before = std::signal(SIGCHLD, SIG_IGN);
+    const auto wanted = std::signal(SIGCHLD, SIG_IGN);
     EXPECT_EQ(outputOf("arguments", L" x"), "x\n");
-    std::signal(SIGCHLD, before);
+    std::signal(SIGCHLD, wanted);
 }
 
 TEST(Programs, OpenDocumentsAndPages) {
@@ -164,7 +155,15 @@ TEST(PositionFile, HasPointsInEveryLocale) {
     const CommaLocale locale;
     const std::string before = std::setlocale(LC_NUMERIC, nullptr);
     ASSERT_NE(std::setlocale(LC_NUMERIC, ""), nullptr);
-    expectPointsInPositionFiles();
+    const TemporaryFolder folder;
+    double a = 0, b = 0, c = 0, d = 0, e = 0, f = 0;
+    for (const bool points : {true, false}) {
+        writeBytes(folder.path("file"),
+                   points ? "1.5\n-2.25\n3\n4\n5\n6\n" : "1,5\n2\n3\n4\n5\n6\n");
+        EXPECT_EQ(wut::readPositionFile(OdString(folder.wide("file")), a, b, c, d, e, f), points);
+        EXPECT_EQ(c, 1.5);
+        EXPECT_EQ(f, -2.25);
+    }
     std::setlocale(LC_NUMERIC, before.c_str());
 }
 

@@ -1,95 +1,53 @@
 // What only Windows has.
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <ctime>
 #include <filesystem>
 #include <iterator>
-#include <random>
 #include <string>
+#include <utility>
 
 #include <platen/gui_os.h>
 #include "gui/os/folders_win.h"
-#include "tests/gui/os_positions.h"
 #include "tests/gui/support/gui.h"
 #include "tests/gui/support/processes.h"
 #include "tests/support/files.h"
 
 namespace {
 
-/// A class of files or of addresses, which `command` opens, while it lives.
-class FileClass {
-public:
-    FileClass(const std::wstring& name, const std::wstring& text, const std::wstring& command)
-        : path_(name) {
-        set(L"", nullptr, text);
-        set(L"", L"URL Protocol", L"");
-        set(L"\\shell\\open\\command", nullptr, command);
-    }
-    FileClass(const FileClass&) = delete;
-    FileClass& operator=(const FileClass&) = delete;
-    ~FileClass() { RegDeleteTreeW(HKEY_CLASSES_ROOT, path_.c_str()); }
-
-private:
-    void set(const std::wstring& below, const wchar_t* value, const std::wstring& text) const {
-        RegSetKeyValueW(HKEY_CLASSES_ROOT, (path_ + below).c_str(), value, REG_SZ, text.c_str(),
-                        static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-    }
-
-    std::wstring path_;
-};
-
-/// Changes a setting of the user's locale while it lives.
-class UserSetting {
-public:
-    UserSetting(LCTYPE setting, const wchar_t* value) : setting_(setting) {
-        GetLocaleInfoW(LOCALE_USER_DEFAULT, setting, before_, static_cast<int>(std::size(before_)));
-        SetLocaleInfoW(LOCALE_USER_DEFAULT, setting, value);
-    }
-    UserSetting(const UserSetting&) = delete;
-    UserSetting& operator=(const UserSetting&) = delete;
-    ~UserSetting() { SetLocaleInfoW(LOCALE_USER_DEFAULT, setting_, before_); }
-
-private:
-    LCTYPE setting_;
-    wchar_t before_[16] = L"";
-};
-
 TEST(Programs, StartAsTheFlagsSay) {
-    const struct {
-        int flags;
-        int show;
-    } cases[] = {{1, SW_SHOWDEFAULT}, {6, SW_MINIMIZE}, {8 | 4, SW_HIDE}};
     const TemporaryFolder folder;
-    for (const auto& entry : cases) {
+    for (const auto& [flags, show] :
+         {std::pair(1, SW_SHOWDEFAULT), {6, SW_MINIMIZE}, {8 | 4, SW_HIDE}}) {
         wut::OsShell().executeCommand(
-            L"A title", childCommand({"start", folder.path("start").string()}).c_str(),
-            entry.flags);
+            L"A title", childCommand({"start", folder.path("start").string()}).c_str(), flags);
         EXPECT_EQ(readBytes(folder.path("start")),
-                  "title: A title\nshow: " + std::to_string(entry.show) + "\npriority: 32\n");
+                  "title: A title\nshow: " + std::to_string(show) + "\npriority: 32\n");
         std::filesystem::remove(folder.path("start"));
     }
 }
 
-TEST(Programs, OpenDocumentsAndPages) {
-    const TemporaryFolder folder;
-    const std::filesystem::path opened = folder.path("opened");
-    const FileClass extension(L".platentest", L"platentest", L"");
-    const FileClass documents(L"platentest", L"",
-                              childCommand({"arguments", opened.string()}) + L" \"%1\"");
-    const std::string document = folder.path("a.platentest").string();
-    writeBytes(document, "");
-    for (const std::string& page : {document, std::string("platentest://page/1")}) {
-        const OdString address(std::wstring(page.begin(), page.end()));
-        EXPECT_TRUE(page == document ? wut::LaunchDefaultApplication(address)
-                                     : wut::LaunchDefaultBrowser(address, false));
-        EXPECT_TRUE(settleUntil([&] { return readBytes(opened) == page + "\n"; })) << page;
-        std::filesystem::remove(opened);
-    }
-    EXPECT_TRUE(settleUntil([] { return childCount() == 0; }));
+void setClass(const wchar_t* key, const std::wstring& text) {
+    RegSetKeyValueW(HKEY_CLASSES_ROOT, key, nullptr, REG_SZ, text.c_str(),
+                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
-TEST(Drives, AreOfTheKindsThatTheApplicationKnows) {
+TEST(Programs, OpenDocuments) {
+    const TemporaryFolder folder;
+    const std::filesystem::path opened = folder.path("opened");
+    setClass(L".platentest", L"platentest");
+    setClass(L"platentest\\shell\\open\\command",
+             childCommand({"arguments", opened.string()}) + L" \"%1\"");
+    const std::filesystem::path document = folder.path("a.platentest");
+    writeBytes(document, "");
+    EXPECT_TRUE(wut::LaunchDefaultApplication(OdString(document.wstring())));
+    EXPECT_TRUE(settleUntil([&] { return readBytes(opened) == document.string() + "\n"; }));
+    EXPECT_TRUE(settleUntil([] { return childCount() == 0; }));
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L".platentest");
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L"platentest");
+}
+
+TEST(Drives, AndFoldersAreThoseThatTheApplicationKnows) {
     const std::pair<unsigned, int> cases[] = {
         {DRIVE_UNKNOWN, 5}, {DRIVE_NO_ROOT_DIR, 5}, {DRIVE_REMOVABLE, 0}, {DRIVE_FIXED, 1},
         {DRIVE_REMOTE, 4},  {DRIVE_CDROM, 2},       {DRIVE_RAMDISK, 5},
@@ -99,34 +57,31 @@ TEST(Drives, AreOfTheKindsThatTheApplicationKnows) {
     }
     EXPECT_EQ(wut::getDriveType(L"C:\\"), wut::FSV_Fixed);
     EXPECT_EQ(wut::getDriveType(L"Q:\\"), wut::FSV_Unknown);
-}
 
-TEST(Folders, OfTheShellHavePaths) {
-    const std::wstring documents =
-        wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Personal)).text();
-    EXPECT_TRUE(std::filesystem::is_directory(documents));
-    EXPECT_NE(documents,
-              wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Desktop)).text());
+    const auto folder = [](int index) {
+        return wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(index)).text();
+    };
+    EXPECT_TRUE(std::filesystem::is_directory(folder(wut::PBF_Personal)));
+    EXPECT_NE(folder(wut::PBF_Personal), folder(wut::PBF_Desktop));
     // The drives are no folder.
-    EXPECT_TRUE(
-        wut::folderPathByCSIDL(wut::placesBarFolderCSIDLByIndex(wut::PBF_Drives)).isEmpty());
+    EXPECT_EQ(folder(wut::PBF_Drives), L"");
 }
 
 TEST(Separators, AreTheUsers) {
-    const UserSetting list(LOCALE_SLIST, L"|#");
-    const UserSetting decimal(LOCALE_SDECIMAL, L",");
-    EXPECT_EQ(wut::getSystemDefaultSeparator(), L'|');
-    EXPECT_EQ(wut::getSystemDecimalSeparator(), L',');
-}
-
-TEST(PositionFile, HasPointsInEveryLocale) {
-    const std::string before = std::setlocale(LC_NUMERIC, nullptr);
-    ASSERT_NE(std::setlocale(LC_NUMERIC, "German"), nullptr);
-    expectPointsInPositionFiles();
-    std::setlocale(LC_NUMERIC, before.c_str());
+    for (const auto& [setting, separator] :
+         {std::pair(LOCALE_SLIST, wut::getSystemDefaultSeparator),
+          {LOCALE_SDECIMAL, wut::getSystemDecimalSeparator}}) {
+        wchar_t before[16] = L"";
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, setting, before, static_cast<int>(std::size(before)));
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, setting, L"|#");
+        EXPECT_EQ(separator(), L'|');
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, setting, before);
+    }
 }
 
 TEST(KeyboardState, IsReadAndSet) {
+    EXPECT_FALSE(wut::getKeyboardState(nullptr));
+    EXPECT_FALSE(wut::setKeyboardState(nullptr));
     unsigned char states[256];
     ASSERT_TRUE(wut::getKeyboardState(states));
     for (const bool down : {true, false}) {
@@ -152,20 +107,6 @@ TEST(Keys, TellAltGrFromAlt) {
     EXPECT_TRUE(settleUntil(wut::isAltGrDown));
     press(KEYEVENTF_KEYUP);
     EXPECT_TRUE(settleUntil([] { return !wut::isAltGrDown(); }));
-}
-
-TEST(Numbers, MultiplyAndDivideAsMulDivDoes) {
-    std::mt19937 random(20240229);
-    // Numbers of all sizes: small ones make halves, large ones overflow.
-    const auto number = [&] {
-        return static_cast<int>(random()) >> std::uniform_int_distribution(0, 31)(random);
-    };
-    for (int i = 0; i < 200000; ++i) {
-        const int a = number();
-        const int b = number();
-        const int c = number();
-        ASSERT_EQ(wut::mulDiv(a, b, c), MulDiv(a, b, c)) << a << " * " << b << " / " << c;
-    }
 }
 
 std::wstring reported;

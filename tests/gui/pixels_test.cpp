@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include <platen/gui_images.h>
 #include "gui/images/pixel_rows.h"
+#include "tests/gui/screen.h"
 
 namespace {
 
@@ -47,11 +49,11 @@ TEST(PixelRows, EveryKernelConvertsTheRowAndNothingElse) {
     for (const pixel_rows::Kernel& kernel : pixel_rows::kernels()) {
         for (const PixelFormat from : formats) {
             for (const PixelFormat to : formats) {
+                const auto step = static_cast<std::size_t>(bytesOf(from));
+                const auto toStep = static_cast<std::size_t>(bytesOf(to));
                 for (std::size_t width = 0; width <= 70; ++width) {
                     const std::size_t shift = width * 7 % 16;
                     const std::size_t toShift = guard + width * 11 / 3 % 16;
-                    const std::size_t step = static_cast<std::size_t>(bytesOf(from));
-                    const std::size_t toStep = static_cast<std::size_t>(bytesOf(to));
                     const Buffer source = filled(shift + width * step, 5);
                     Buffer target = filled(toShift + width * toStep + guard, 9);
                     Buffer expected = target;
@@ -62,10 +64,26 @@ TEST(PixelRows, EveryKernelConvertsTheRowAndNothingElse) {
                     kernel.at(from, to)(source.data() + shift, target.data() + toShift, width,
                                         alpha);
                     ASSERT_EQ(target, expected)
-                        << from << " to " << to << ", " << width << " pixels, kernel "
-                        << &kernel - pixel_rows::kernels().data();
+                        << kernel.name << ": " << from << " to " << to << ", " << width;
                 }
             }
+        }
+    }
+}
+
+TEST(PixelRows, AreConvertedByWhatTheProcessorHas) {
+    const std::string processor = readBytes(onWindows() ? "Z:/proc/cpuinfo" : "/proc/cpuinfo");
+    const bool shuffles = processor.find(" ssse3 ") != std::string::npos;
+    const pixel_rows::Kernel& plain = pixel_rows::kernels().front();
+    const pixel_rows::Kernel& used = pixel_rows::kernels().back();
+    EXPECT_STREQ(plain.name, "portable");
+    EXPECT_STREQ(used.name, shuffles ? "ssse3" : "portable");
+    for (const PixelFormat from : formats) {
+        for (const PixelFormat to : formats) {
+            EXPECT_EQ(pixel_rows::converter(from, to), used.at(from, to));
+            // What is only copied needs no instructions of its own.
+            EXPECT_EQ(used.at(from, to) != plain.at(from, to), shuffles && from != to)
+                << from << " to " << to;
         }
     }
 }
@@ -103,75 +121,77 @@ std::vector<Picture> layouts(int width, int height) {
     return all;
 }
 
-TEST(CopyPixels, KeepsThePictureAndThePadding) {
-    // Long rows are copied in pieces.
-    for (const auto& [width, height] : {std::pair(5, 3), {600, 2}}) {
-        for (const Picture& from : layouts(width, height)) {
-            for (const Picture& to : layouts(width, height)) {
-                const Buffer source = filled(from.size(), 1);
-                Buffer target = filled(to.size(), 2);
-                Buffer expected = target;
-                if (from.format == to.format && from.direction == to.direction &&
-                    from.stride == to.stride) {
-                    // One block of as many bytes as the pixels have, padding or not.
-                    std::copy_n(source.begin(), width * height * bytesOf(from.format),
-                                expected.begin());
-                } else {
-                    for (int y = 0; y < height; ++y) {
-                        for (int x = 0; x < width; ++x) {
-                            convertPixel(source.data() + from.at(x, y), from.format,
-                                         expected.data() + to.at(x, y), to.format);
-                        }
+TEST(CopyPixels, CopiesTheRectangleAndNothingElse) {
+    const struct {
+        wxSize source, target;
+        wxPoint at, to;
+        wxSize size;
+    } cases[] = {
+        {{5, 3}, {5, 3}, {0, 0}, {0, 0}, {5, 3}},
+        // Long rows are copied in pieces.
+        {{600, 2}, {600, 2}, {0, 0}, {0, 0}, {600, 2}},
+        {{9, 6}, {7, 8}, {5, 1}, {4, 3}, {3, 4}},
+    };
+    for (const auto& [sourceSize, targetSize, at, to, size] : cases) {
+        const bool whole = sourceSize == targetSize;
+        for (const Picture& source : layouts(sourceSize.x, sourceSize.y)) {
+            for (const Picture& target : layouts(targetSize.x, targetSize.y)) {
+                const Buffer from = filled(source.size(), 1);
+                Buffer copied = filled(target.size(), 2);
+                Buffer expected = copied;
+                for (int y = 0; y < size.y; ++y) {
+                    for (int x = 0; x < size.x; ++x) {
+                        convertPixel(from.data() + source.at(at.x + x, at.y + y), source.format,
+                                     expected.data() + target.at(to.x + x, to.y + y),
+                                     target.format);
                     }
                 }
-                copyPixels(width, height, source.data(), from.format, from.direction, target.data(),
-                           to.format, to.direction, alpha, from.stride, to.stride);
-                ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
-                                            << from.stride << " and " << to.stride;
-            }
-        }
-    }
-}
-
-TEST(CopySubimagePixels, CopiesTheRectangleAndNothingElse) {
-    for (const Picture& from : layouts(9, 6)) {
-        for (const Picture& to : layouts(7, 8)) {
-            const Buffer source = filled(from.size(), 1);
-            Buffer target = filled(to.size(), 2);
-            Buffer expected = target;
-            for (int y = 0; y < 4; ++y) {
-                for (int x = 0; x < 3; ++x) {
-                    convertPixel(source.data() + from.at(5 + x, 1 + y), from.format,
-                                 expected.data() + to.at(4 + x, 3 + y), to.format);
+                if (!whole) {
+                    copySubimagePixels(sourceSize.x, sourceSize.y, from.data(), source.format,
+                                       source.direction, targetSize.x, targetSize.y, copied.data(),
+                                       target.format, target.direction, at.x, at.y, to.x, to.y,
+                                       size.x, size.y, alpha, source.stride, target.stride);
+                } else {
+                    if (source.format == target.format && source.direction == target.direction &&
+                        source.stride == target.stride) {
+                        // One block of as many bytes as the pixels have, padding or not.
+                        expected = filled(target.size(), 2);
+                        std::copy_n(from.begin(), size.x * size.y * bytesOf(source.format),
+                                    expected.begin());
+                    }
+                    copyPixels(size.x, size.y, from.data(), source.format, source.direction,
+                               copied.data(), target.format, target.direction, alpha, source.stride,
+                               target.stride);
                 }
+                ASSERT_EQ(copied, expected)
+                    << source.format << " to " << target.format << ", strides " << source.stride
+                    << " and " << target.stride;
             }
-            copySubimagePixels(9, 6, source.data(), from.format, from.direction, 7, 8,
-                               target.data(), to.format, to.direction, 5, 1, 4, 3, 3, 4, alpha,
-                               from.stride, to.stride);
-            ASSERT_EQ(target, expected) << from.format << " to " << to.format << ", strides "
-                                        << from.stride << " and " << to.stride;
         }
     }
 }
 
 TEST(CopyPixels, CopiesNothingWithoutPixelsOrBuffers) {
     const Buffer source = filled(64, 1);
-    const Buffer before = filled(64, 2);
-    Buffer target = before;
-    const auto copy = [](int width, int height, const unsigned char* from, unsigned char* to) {
+    Buffer target = filled(64, 2);
+    const struct {
+        int width, height;
+        const unsigned char* from;
+        unsigned char* to;
+    } cases[] = {{0, 2, source.data(), target.data()},
+                 {2, 0, source.data(), target.data()},
+                 {-2, -2, source.data(), target.data()},
+                 {2, 2, nullptr, target.data()},
+                 {2, 2, source.data(), nullptr}};
+    for (const auto& [width, height, from, to] : cases) {
         for (const PixelFormat format : {PF_RGB, PF_RGBA}) {
             copyPixels(width, height, from, PF_RGB, VD_TopDown, to, format, VD_TopDown, alpha, 0,
                        0);
             copySubimagePixels(4, 4, from, PF_RGB, VD_TopDown, 4, 4, to, format, VD_TopDown, 0, 0,
                                0, 0, width, height, alpha, 0, 0);
         }
-    };
-    for (const auto& [width, height] : {std::pair(0, 2), {2, 0}, {-2, -2}}) {
-        copy(width, height, source.data(), target.data());
     }
-    copy(2, 2, nullptr, target.data());
-    copy(2, 2, source.data(), nullptr);
-    EXPECT_EQ(target, before);
+    EXPECT_EQ(target, filled(64, 2));
 }
 
 }  // namespace

@@ -1,14 +1,10 @@
 // Wrappers of native windows, and the restoring of active and enabled windows.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <wx/button.h>
 #include <wx/dialog.h>
 #include <wx/frame.h>
-#include <wx/sizer.h>
-#include <wx/stattext.h>
 #include <wx/timer.h>
 
-#include <functional>
 #include <memory>
 
 #include <platen/gui_windows.h>
@@ -29,26 +25,6 @@ Wrapper wrap(HWND handle, bool addToTopLevelList = true) {
 
 bool isKnown(const wxWindow* window) {
     return wxTopLevelWindows.Find(const_cast<wxWindow*>(window)) != nullptr;
-}
-
-/// Shows a modal dialog, calls `meanwhile` once it runs, and ends it; `parent` must be its owner.
-void showModalDialog(wxWindow* parent, const std::function<void()>& meanwhile) {
-    wxDialog dialog(parent, wxID_ANY, "A dialog of the toolkit", wxPoint(110, 120));
-    auto* rows = new wxBoxSizer(wxVERTICAL);
-    rows->Add(new wxStaticText(&dialog, wxID_ANY, "Its parent is the window behind it."),
-              wxSizerFlags().Border(wxALL, 16));
-    rows->Add(new wxButton(&dialog, wxID_OK), wxSizerFlags().Centre().Border(wxBOTTOM, 16));
-    dialog.SetSizerAndFit(rows);
-
-    wxTimer timer;
-    timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
-        EXPECT_EQ(::GetWindow(dialog.GetHWND(), GW_OWNER), parent->GetHWND());
-        EXPECT_EQ(::GetActiveWindow(), dialog.GetHWND());
-        meanwhile();
-        dialog.EndModal(wxID_OK);
-    });
-    timer.StartOnce(300);
-    EXPECT_EQ(dialog.ShowModal(), wxID_OK);
 }
 
 class NativeWindows : public testing::Test {
@@ -85,16 +61,12 @@ TEST_F(WindowWrapper, LeavesTheNativeWindowAsItIs) {
     EXPECT_THAT(NativeWindow::changes(), IsEmpty());
 }
 
-TEST_F(WindowWrapper, TakesTheActiveWindowForNull) {
+TEST_F(WindowWrapper, TakesTheActiveWindowForNullAndOutlivesIt) {
     EXPECT_EQ(wrap(nullptr)->GetHWND(), nullptr);
     NativeWindow native(L"Native");
     native.activate();
-    EXPECT_EQ(wrap(nullptr)->GetHWND(), native.handle());
-}
-
-TEST_F(WindowWrapper, OutlivesTheNativeWindow) {
-    NativeWindow native(L"Native");
-    const Wrapper wrapper = wrap(native.handle());
+    const Wrapper wrapper = wrap(nullptr);
+    ASSERT_EQ(wrapper->GetHWND(), native.handle());
     EXPECT_TRUE(wrapper->Hide());
     EXPECT_FALSE(wrapper->IsShown());
     ::ShowWindow(native.handle(), SW_SHOWNOACTIVATE);
@@ -150,7 +122,7 @@ TEST_F(RestoredWindows, ComeBackInOrder) {
     EXPECT_TRUE(top.active());
 }
 
-TEST_F(RestoredWindows, AreNotActivatedWhenActiveIsTheGivenOne) {
+TEST_F(RestoredWindows, MayBeTheGivenOneOrGone) {
     {
         const wut::WindowRestore restore(top.handle());
         top.enable(false);
@@ -158,9 +130,7 @@ TEST_F(RestoredWindows, AreNotActivatedWhenActiveIsTheGivenOne) {
     }
     EXPECT_TRUE(top.enabled());
     EXPECT_TRUE(given.active());
-}
-
-TEST_F(RestoredWindows, MayBeGone) {
+    top.activate();
     {
         const wut::WindowRestore restore(given.handle());
         given.destroy();
@@ -199,11 +169,18 @@ TEST_F(RestoredWindows, ComeBackAfterAModalDialog) {
         // As the owner of the native windows would for a dialog of its own.
         below.enable(false);
         given.enable(false);
-        showModalDialog(restore.wxActiveWindow(), [&] {
+        wxDialog dialog(restore.wxActiveWindow(), wxID_ANY, "A dialog", wxPoint(110, 120));
+        wxTimer timer;
+        timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+            EXPECT_EQ(::GetWindow(dialog.GetHWND(), GW_OWNER), top.handle());
+            EXPECT_EQ(::GetActiveWindow(), dialog.GetHWND());
             EXPECT_FALSE(top.enabled());
             EXPECT_FALSE(below.enabled());
             leavePicture("dialog_over_native_window", displayed(*restore.wxActiveWindow()));
+            dialog.EndModal(wxID_OK);
         });
+        timer.StartOnce(300);
+        EXPECT_EQ(dialog.ShowModal(), wxID_OK);
         EXPECT_TRUE(top.enabled());
         given.activate();
     }
@@ -217,9 +194,8 @@ using Restore = NativeWindows;
 TEST_F(Restore, TakesTheGivenWindowForTheActiveOne) {
     NativeWindow given(L"Not active");
     ASSERT_EQ(::GetActiveWindow(), nullptr);
+    EXPECT_EQ(wut::WindowRestore(nullptr).wxActiveWindow(), nullptr);
     {
-        const wut::WindowRestore nothing(nullptr);
-        EXPECT_EQ(nothing.wxActiveWindow(), nullptr);
         const wut::WindowRestore restore(given.handle());
         ASSERT_NE(restore.wxActiveWindow(), nullptr);
         EXPECT_EQ(restore.wxActiveWindow()->GetHWND(), given.handle());
@@ -236,8 +212,7 @@ TEST_F(Restore, ServesFramesOfTheToolkit) {
     settle();
     {
         const wut::WindowRestore restore(nullptr);
-        showModalDialog(restore.wxActiveWindow(),
-                        [&] { EXPECT_FALSE(::IsWindowEnabled(frame.GetHWND())); });
+        frame.Disable();
     }
     EXPECT_TRUE(frame.IsEnabled());
     EXPECT_TRUE(frame.IsShown());

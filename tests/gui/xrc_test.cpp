@@ -10,24 +10,31 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <platen/gui_look.h>
 #include "tests/gui/boxes.h"
-#include "tests/gui/plot_dialog.h"
 #include "tests/gui/screen.h"
 #include "tests/gui/support/gui.h"
+#include "tests/gui/translations.h"
 #include "tests/support/files.h"
 
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pair;
 using Box = BoxCatcher::Box;
 
 constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
 <resource xmlns="http://www.wxwidgets.org/wxxrc" version="2.5.3.0">
-  <object class="wxDialog" name="dialog"><title>A dialog</title></object>
+  <object class="wxDialog" name="dialog"><title>A dialog</title>
+    <object class="wxBoxSizer"><object class="sizeritem"><flag>wxALL</flag><border>40</border>
+      <object class="wxStaticText"><label>Paper size: ISO full bleed A1</label></object>
+    </object></object>
+  </object>
   <object class="wxFrame" name="frame"><title>A frame</title></object>
   <object class="wxPanel" name="panel"><object class="wxButton" name="MyButton"/></object>
   <object class="wxWizard" name="wizard"><title>A wizard</title>
@@ -38,19 +45,17 @@ constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
   </object>
 </resource>)";
 
-/// Keeps what is logged.
+/// Keeps the levels and texts of what is logged.
 class LogKeeper : public wxLog {
 public:
     LogKeeper() : before_(wxLog::SetActiveTarget(this)) {}
     ~LogKeeper() override { wxLog::SetActiveTarget(before_); }
 
-    std::vector<wxLogLevel> levels;
-    wxString texts;
+    std::vector<std::pair<wxLogLevel, std::string>> records;
 
 protected:
     void DoLogRecord(wxLogLevel level, const wxString& text, const wxLogRecordInfo&) override {
-        levels.push_back(level);
-        texts << text << '\n';
+        records.emplace_back(level, text.utf8_string());
     }
 
 private:
@@ -62,15 +67,12 @@ protected:
     static void SetUpTestSuite() {
         wxFileSystem::AddHandler(new wxMemoryFSHandler);
         wxMemoryFSHandler::AddFile("look.xrc", resources);
-        wxMemoryFSHandler::AddFile("plot.xrc", plotDialogResource);
         wxXmlResource::Get()->InitAllHandlers();
         ASSERT_TRUE(wxXmlResource::Get()->Load("memory:look.xrc"));
-        ASSERT_TRUE(wxXmlResource::Get()->Load("memory:plot.xrc"));
     }
     static void TearDownTestSuite() {
         delete wxXmlResource::Set(nullptr);
         wxMemoryFSHandler::RemoveFile("look.xrc");
-        wxMemoryFSHandler::RemoveFile("plot.xrc");
     }
 
     wxFrame parent_{nullptr, wxID_ANY, "Parent"};
@@ -82,10 +84,7 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
     wxWizard wizard;
     auto* given = new wxPanel;
     wxPanel* made = nullptr;
-    const struct {
-        std::wstring kind;
-        std::function<bool(const wchar_t*)> load;
-    } loaders[] = {
+    const std::pair<std::wstring, std::function<bool(const wchar_t*)>> loaders[] = {
         {L"dialog", [&](auto name) { return wut::loadDialog(&dialog, &parent_, name); }},
         {L"wizard", [&](auto name) { return wut::loadWizard(&wizard, &parent_, name); }},
         {L"frame", [&](auto name) { return wut::loadFrame(&frame, &parent_, name); }},
@@ -98,14 +97,21 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
     for (const auto& [kind, load] : loaders) {
         // (There is a button of the last name, but no window of any of these kinds.)
         for (const std::wstring name :
-             {L"Missing", L"100% %s%n \u0416\u00E4 \U0001F4D0 \"q\"", L"", L"MyButton"}) {
+             {L"Missing", L"100% %s%n%ls \u0416\u00E4 \U0001F4D0 \"q\"", L"", L"MyButton"}) {
             const BoxCatcher catcher;
             EXPECT_FALSE(load(name.c_str()));
             settle();
             wxLog::FlushActive();
+            std::string format = "Failed to load ";
+            format.append(kind.begin(), kind.end()).append(" \"%ls\" from XRC");
+            // What else looks like a format is none.
+            const German german(format, "100% \xC3\xBC %d: \"%ls\", %ls");
+            EXPECT_FALSE(load(name.c_str()));
             EXPECT_THAT(catcher.boxes,
                         ElementsAre(Box{L"Failed to load " + kind + L" \"" + name + L"\" from XRC",
-                                        L"Platen", 517, nullptr}));
+                                        L"Platen", 517, nullptr},
+                                    Box{L"100% \u00FC %d: \"" + name + L"\", %ls", L"Platen", 517,
+                                        nullptr}));
         }
         const BoxCatcher catcher;
         EXPECT_TRUE(load(kind.c_str()));
@@ -113,6 +119,17 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
     }
     wxLog::SetActiveTarget(before);
     EXPECT_EQ(dialog.GetTitle() + wizard.GetTitle() + frame.GetTitle(), "A dialogA wizardA frame");
+    // Windows that are not there are not loaded.
+    const BoxCatcher catcher;
+    wxPanel unborn;
+    EXPECT_FALSE(wut::loadDialog(nullptr, &parent_, L"dialog"));
+    EXPECT_FALSE(wut::loadWizard(nullptr, &parent_, L"wizard"));
+    EXPECT_FALSE(wut::loadFrame(nullptr, &parent_, L"frame"));
+    EXPECT_FALSE(wut::loadPanel(nullptr, &parent_, L"panel"));
+    EXPECT_FALSE(wut::loadPanel(&unborn, nullptr, L"panel"));
+    EXPECT_EQ(wut::loadPanel(nullptr, L"panel"), nullptr);
+    EXPECT_FALSE(wut::loadDialog(&dialog, nullptr, nullptr));
+    EXPECT_EQ(catcher.boxes.size(), 7u);
     for (const wxPanel* panel : {given, made}) {
         EXPECT_EQ(panel->GetParent(), &parent_);
         EXPECT_NE(panel->FindWindow("MyButton"), nullptr);
@@ -123,27 +140,28 @@ TEST_F(XmlResources, LeaveTheReasonInTheLog) {
     const BoxCatcher catcher;
     LogKeeper log;
     EXPECT_EQ(wut::loadPanel(&parent_, L"Missing"), nullptr);
-    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Debug}));
-    EXPECT_TRUE(log.texts.Contains("Missing")) << log.texts;
     EXPECT_EQ(wxLog::GetActiveTarget(), &log);
-    log.levels.clear();
     // What is wrong with a window that was loaded all the same stays an error.
     EXPECT_NE(wut::loadPanel(&parent_, L"OddPanel"), nullptr);
-    EXPECT_THAT(log.levels, ElementsAre(wxLogLevel{wxLOG_Error}));
-    EXPECT_TRUE(log.texts.Contains("NoSuchClass")) << log.texts;
+    EXPECT_THAT(log.records, ElementsAre(Pair(wxLOG_Debug, HasSubstr("Missing")),
+                                         Pair(wxLOG_Error, HasSubstr("NoSuchClass"))));
     EXPECT_EQ(catcher.boxes.size(), 1u);
 }
 
 TEST_F(XmlResources, AreShownInBothThemes) {
     const wxImage before = settledDisplay();
     wxDialog dialog;
-    ASSERT_TRUE(wut::loadDialog(&dialog, nullptr, L"PlotDialog"));
-    useGuiFont(dialog);
+    ASSERT_TRUE(wut::loadDialog(&dialog, nullptr, L"dialog"));
+    for (wxWindow* window : {static_cast<wxWindow*>(&dialog), dialog.GetChildren().front()}) {
+        wut::setGuiFont(window);
+        window->Bind(wxEVT_COLOR_THEME_CHANGED, [=](wxColorThemeChangedEvent&) {
+            window->SetBackgroundColour(wut::guiColor(ut::EGuiColor::WindowBackground));
+            window->SetForegroundColour(wut::guiColor(ut::EGuiColor::Text));
+        });
+    }
     dialog.Fit();
-    dialog.Bind(wxEVT_COLOR_THEME_CHANGED,
-                [&](wxColorThemeChangedEvent&) { useGuiColors(dialog); });
     dialog.Show();
-    for (const auto theme : {ut::EGuiColorTheme::Light, ut::EGuiColorTheme::Dark}) {
+    for (const auto theme : {ut::EGuiColorTheme::Dark, ut::EGuiColorTheme::Light}) {
         wut::guiSetColorTheme(theme);
         wxColorThemeChangedEvent::BroadcastColorThemeChanged();
         const wxImage picture = settledDisplay();
@@ -151,10 +169,9 @@ TEST_F(XmlResources, AreShownInBothThemes) {
         EXPECT_EQ(wxColour(picture.GetRed(corner.x, corner.y), picture.GetGreen(corner.x, corner.y),
                            picture.GetBlue(corner.x, corner.y)),
                   wut::guiColor(ut::EGuiColor::WindowBackground));
-        leavePicture(theme == ut::EGuiColorTheme::Dark ? "plot_dialog_dark" : "plot_dialog_light",
+        leavePicture(theme == ut::EGuiColorTheme::Dark ? "dialog_dark" : "dialog_light",
                      picture.GetSubImage(difference(before, picture)));
     }
-    wut::guiSetColorTheme(ut::EGuiColorTheme::Light);
 }
 
 TEST_F(XmlResources, GiveTheBytesOfPictures) {
@@ -163,19 +180,18 @@ TEST_F(XmlResources, GiveTheBytesOfPictures) {
     writeBytes(folder.path("logo.png"), content);
     writeBytes(folder.path("empty.png"), "");
     wxMemoryFSHandler::AddFile("logo.png", content.data(), content.size());
-    const auto read = [](const std::wstring& name) {
+    for (const auto& [name, expected] : {std::pair(folder.wide("logo.png"), content),
+                                         {L"memory:logo.png", content},
+                                         {folder.wide("empty.png"), ""},
+                                         {folder.wide(""), ""},
+                                         {L"memory:missing.png", ""},
+                                         {L"", ""},
+                                         {L"/dev/zero", ""}}) {
         unsigned char* bytes = reinterpret_cast<unsigned char*>(1);
         const std::size_t size = wut::getRawBitmap(bytes, name.c_str());
         const std::unique_ptr<unsigned char[]> owner(bytes);
         EXPECT_EQ(bytes == nullptr, size == 0);
-        return std::string(reinterpret_cast<const char*>(bytes), size);
-    };
-    EXPECT_EQ(read(folder.wide("logo.png")), content);
-    EXPECT_EQ(read(L"memory:logo.png"), content);
-    for (const std::wstring& none :
-         {folder.wide("empty.png"), folder.wide(""), std::wstring(L"memory:missing.png"),
-          std::wstring(), std::wstring(L"/dev/zero")}) {
-        EXPECT_EQ(read(none), "");
+        EXPECT_EQ(std::string(bytes, bytes + size), expected);
     }
     wxMemoryFSHandler::RemoveFile("logo.png");
 }

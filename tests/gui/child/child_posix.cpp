@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -30,7 +31,10 @@ void describeStart(std::ostream& text) {
     for (const std::string& descriptor : open) {
         text << ' ' << descriptor;
     }
-    text << "\ninput: " << std::filesystem::read_symlink("/proc/self/fd/0").string();
+    char byte = 0;
+    text << "\ninput: " << std::filesystem::read_symlink("/proc/self/fd/0").string()
+         << ", at its end: " << (::read(STDIN_FILENO, &byte, 1) == 0)
+         << ", for reading alone: " << ((::fcntl(STDIN_FILENO, F_GETFL) & O_ACCMODE) == O_RDONLY);
     text << "\ngroup of its own: " << (::getpgrp() == ::getpid());
     struct sigaction pipe {};
     ::sigaction(SIGPIPE, nullptr, &pipe);
