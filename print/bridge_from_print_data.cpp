@@ -9,9 +9,11 @@
 #include <platen/utcore.h>
 #include "plotcfg/property_names.h"
 #include "print/hex_text.h"
+#include "print/spooler_data.h"
 #include "print/take.h"
 
 using print_bridge::take;
+using wut::oneLine;
 
 namespace {
 
@@ -97,7 +99,7 @@ bool findPaperName(const wut::PrintData& data, CPrnHelper& printer, std::wstring
         const int index = native == nullptr || native->formName.empty()
                               ? -1
                               : printer.findPaperName(native->formName.c_str());
-        name = index < 0 ? L"" : printer.getPaperName(static_cast<unsigned>(index)).text();
+        name = index < 0 ? L"" : oneLine(printer.getPaperName(static_cast<unsigned>(index)).text());
         return true;
     }
     if (id >= firstOwnPaper) {
@@ -111,7 +113,7 @@ bool findPaperName(const wut::PrintData& data, CPrnHelper& printer, std::wstring
                             .expected = L"a paper of the printer",
                             .found = std::to_wstring(id)});
     }
-    name = printer.getPaperName(static_cast<unsigned>(index)).text();
+    name = oneLine(printer.getPaperName(static_cast<unsigned>(index)).text());
     return true;
 }
 
@@ -254,7 +256,7 @@ bool CPlotCfg3::fromPrintData(wut::PrintData& data, const std::wstring& printerN
         dc.reset();
     }
     if (std::wstring driver; printer.getPrinterDriver(driver)) {
-        take(meta.winDriverName, driver, changed);
+        take(meta.winDriverName, oneLine(driver), changed);
     }
     if (!takeNative(*this, *native, newConfig, changed, reasons)) {
         return false;

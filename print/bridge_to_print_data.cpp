@@ -12,7 +12,7 @@
 #include <platen/utcore.h>
 #include "plotcfg/property_names.h"
 #include "print/hex_text.h"
-#include "print/spooler.h"
+#include "print/spooler_data.h"
 
 namespace {
 
@@ -135,7 +135,8 @@ void applyPaper(const std::wstring& name, std::uint32_t fields, CPrnHelper& prin
 
 void compareDriver(const std::wstring& stored, const CPrnHelper& printer, PiaReport& report) {
     std::wstring driver;
-    if (!stored.empty() && printer.getPrinterDriver(driver) && !ut::equalNoCase(stored, driver)) {
+    if (!stored.empty() && printer.getPrinterDriver(driver) &&
+        !ut::equalNoCase(stored, wut::oneLine(driver))) {
         report.warn({.code = PiaCode::DriverDiffers,
                      .path = L"meta/win_driver_name",
                      .expected = driver,

@@ -10,7 +10,7 @@ DEVMODE_RAII::DEVMODE_RAII(wxPrintData& data) : data_(data) {
 DEVMODE_RAII::DEVMODE_RAII(const DEVMODE_RAII& other)
     : data_(other.data_), handle_(other.handle_) {}
 
-DEVMODE_RAII::~DEVMODE_RAII() { release(); }
+DEVMODE_RAII::~DEVMODE_RAII() = default;
 
 void DEVMODE_RAII::take() {
     WindowsPrintNativeData* native = WindowsPrintNativeData::GetNativeData(data_);
@@ -28,9 +28,9 @@ DEVMODEW* DEVMODE_RAII::get() {
         take();
     }
     if (locked_ == nullptr) {
-        locked_ = lockDevMode(handle_).release();
+        locked_ = lockDevMode(handle_);
     }
-    return locked_;
+    return locked_.get();
 }
 
 void DEVMODE_RAII::updatePrintData() {
@@ -43,11 +43,6 @@ void DEVMODE_RAII::updatePrintData() {
     }
 }
 
-void DEVMODE_RAII::release() {
-    if (locked_ != nullptr) {
-        GlobalUnlock(handle_);
-        locked_ = nullptr;
-    }
-}
+void DEVMODE_RAII::release() { locked_.reset(); }
 
 }  // namespace wut

@@ -1,9 +1,9 @@
 /// Windows' global memory, in which device modes travel.
 #pragma once
 
-#include <wx/msw/wrapwin.h>
-
 #include <memory>
+
+#include <platen/print.h>
 
 namespace wut {
 
@@ -14,10 +14,6 @@ struct GlobalFreer {
 /// Owns a block of global memory.
 using GlobalBlock = std::unique_ptr<void, GlobalFreer>;
 
-struct GlobalUnlocker {
-    HGLOBAL block = nullptr;
-    void operator()(void*) const noexcept { GlobalUnlock(block); }
-};
 /// The content of a block of global memory, locked.
 template <class Content>
 using GlobalLocked = std::unique_ptr<Content, GlobalUnlocker>;

@@ -1,12 +1,15 @@
 #include <wx/paper.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <string>
 #include <type_traits>
 #include <vector>
 
+#include <platen/log.h>
 #include "print/dev_mode.h"
 #include "print/native_settings.h"
 
@@ -16,8 +19,15 @@ namespace wut {
 
 namespace {
 
-/// A paper side that a device mode can state, in millimetres.
+/// The longest side in millimetres that every driver takes: 16 bits of tenths, with a sign.
 constexpr int longestSide = std::numeric_limits<short>::max() / 10;
+
+constexpr DWORD bothSides = DM_PAPERWIDTH | DM_PAPERLENGTH;
+
+bool canBeStated(int millimetres) { return millimetres >= 0 && millimetres <= longestSide; }
+
+/// A side as its driver means it: drivers of plotters count on past the sign.
+int millimetresOf(short tenths) { return static_cast<std::uint16_t>(tenths) / 10; }
 
 /// Calls `visit` with each number that wxWidgets leaves alone: its bit, its member here, its field
 /// in the device mode, and the value that stands for none.
@@ -37,28 +47,61 @@ bool isKnownPaper(const wxPrintData& data) {
            wxThePrintPaperDatabase->FindPaperType(data.GetPaperId()) != nullptr;
 }
 
-/// False for a paper that is longer than device modes can say.
-bool paperFits(const wxPrintData& data) {
-    const wxSize size = data.GetPaperSize();
-    return isKnownPaper(data) || size == wxDefaultSize ||
-           (size.x >= 0 && size.x <= longestSide && size.y >= 0 && size.y <= longestSide);
+/// A paper with a size of its own; the sizes of others go by their number.
+bool isOwnPaper(const wxPrintData& data) {
+    return !isKnownPaper(data) && data.GetPaperSize() != wxDefaultSize;
+}
+
+/// The data as wxWidgets can write them, which cuts sides to 16 bits.
+wxPrintData withoutLongSides(const wxPrintData& data) {
+    wxPrintData copy(data);
+    if (isOwnPaper(data)) {
+        const wxSize size = data.GetPaperSize();
+        copy.SetPaperSize({canBeStated(size.x) ? size.x : 0, canBeStated(size.y) ? size.y : 0});
+    }
+    return copy;
+}
+
+/// Takes back what was written in place of a side that cannot be stated, unless the driver has
+/// stated it by itself. True when it is left out.
+bool leaveOut(int millimetres, DWORD bit, short DEVMODEW::*side, const DEVMODEW& before,
+              DEVMODEW& devMode) {
+    if (canBeStated(millimetres)) {
+        return false;
+    }
+    devMode.*side = before.*side;
+    if ((before.dmFields & bit) != 0 && millimetresOf(before.*side) == millimetres) {
+        return false;
+    }
+    devMode.dmFields &= ~bit;
+    return true;
 }
 
 /// wxWidgets has written a paper that it does not know without its number, which it keeps to
 /// itself.
-void storeCustomPaper(const wxPrintData& data, short id, short idBefore, DEVMODEW& devMode) {
-    if (isKnownPaper(data) || data.GetPaperSize() == wxDefaultSize) {
+void storeOwnPaper(const wxPrintData& data, short id, const DEVMODEW& before, DEVMODEW& devMode) {
+    if (!isOwnPaper(data)) {
         return;
     }
-    const bool sized = data.GetPaperSize() != wxSize(0, 0);
-    if (!sized) {
-        // No paper is 0 by 0: only its number counts.
-        devMode.dmFields &= ~static_cast<DWORD>(DM_PAPERWIDTH | DM_PAPERLENGTH);
+    const wxSize size = data.GetPaperSize();
+    const bool tooWide = leaveOut(size.x, DM_PAPERWIDTH, &DEVMODEW::dmPaperWidth, before, devMode);
+    const bool tooLong =
+        leaveOut(size.y, DM_PAPERLENGTH, &DEVMODEW::dmPaperLength, before, devMode);
+    if (tooWide || tooLong) {
+        logWarning(
+            L"A paper of %d x %d mm is set for %ls without the sides that its settings cannot "
+            L"state: these are below 0 or above %d mm.",
+            size.x, size.y, data.GetPrinterName().wc_str(), longestSide);
     }
+    if (size == wxSize(0, 0)) {
+        // No paper is 0 by 0: only its number counts.
+        devMode.dmFields &= ~bothSides;
+    }
+    const bool sized = (devMode.dmFields & bothSides) != 0;
     if (id != 0) {
         devMode.dmPaperSize = id;
     } else {
-        devMode.dmPaperSize = sized ? static_cast<short>(DMPAPER_USER) : idBefore;
+        devMode.dmPaperSize = sized ? static_cast<short>(DMPAPER_USER) : before.dmPaperSize;
     }
     if (id != 0 && id != DMPAPER_USER) {
         devMode.dmFields |= DM_PAPERSIZE;
@@ -80,12 +123,13 @@ void storeFormName(const std::wstring& name, DEVMODEW& devMode) {
     devMode.dmFields |= DM_FORMNAME;
 }
 
-/// Gives a device mode the memory that its driver wants by now. False when it cannot be had,
-/// because there is none or because somebody else has it locked.
-bool makeRoom(HGLOBAL block, std::size_t size) {
-    return GlobalSize(block) >= size ||
-           ((GlobalFlags(block) & GMEM_LOCKCOUNT) == 0 &&
-            GlobalReAlloc(block, size, GMEM_MOVEABLE | GMEM_ZEROINIT) != nullptr);
+/// Gives a device mode the memory that its driver wants by now. Null when it cannot be had, because
+/// there is none or because somebody else has it locked; a block that cannot move is another one
+/// then.
+HGLOBAL grow(HGLOBAL block, std::size_t size) {
+    return (GlobalFlags(block) & GMEM_LOCKCOUNT) == 0
+               ? GlobalReAlloc(block, size, GMEM_MOVEABLE | GMEM_ZEROINIT)
+               : nullptr;
 }
 
 }  // namespace
@@ -150,7 +194,14 @@ bool WindowsPrintNativeData::TransferTo(wxPrintData& data) {
         member = static_cast<Member>((devMode->dmFields & bit) != 0 ? field : none);
     });
     formName = (devMode->dmFields & DM_FORMNAME) != 0 ? textOf(devMode->dmFormName) : L"";
-    customWindowsPaperId = data.GetPaperId() == wxPAPER_NONE ? devMode->dmPaperSize : 0;
+    customWindowsPaperId = 0;
+    if (data.GetPaperId() == wxPAPER_NONE) {
+        customWindowsPaperId = devMode->dmPaperSize;
+        if ((devMode->dmFields & bothSides) == bothSides) {
+            data.SetPaperSize(
+                {millimetresOf(devMode->dmPaperWidth), millimetresOf(devMode->dmPaperLength)});
+        }
+    }
     return true;
 }
 
@@ -161,7 +212,7 @@ bool WindowsPrintNativeData::TransferFrom(const wxPrintData& data) {
         return false;
     }
     const auto devMode = lockDevMode(GetDevMode());
-    if (!devMode || !paperFits(data)) {
+    if (!devMode) {
         return false;
     }
     // wxWidgets copies private bytes without asking how many there is room for.
@@ -171,11 +222,11 @@ bool WindowsPrintNativeData::TransferFrom(const wxPrintData& data) {
                              privateBytes > std::numeric_limits<WORD>::max())) {
         return false;
     }
-    const short paperBefore = devMode->dmPaperSize;
-    if (!wxWindowsPrintNativeData::TransferFrom(data)) {
+    const DEVMODEW before = *devMode;
+    if (!wxWindowsPrintNativeData::TransferFrom(withoutLongSides(data))) {
         return false;
     }
-    storeCustomPaper(data, customWindowsPaperId, paperBefore, *devMode);
+    storeOwnPaper(data, customWindowsPaperId, before, *devMode);
     eachNumber(*this, *devMode, [&devMode](DWORD bit, auto& member, auto& field, int none) {
         using Field = std::remove_reference_t<decltype(field)>;
         // Of what is absent only the bit goes: a caller may still find the driver's last value.
@@ -206,24 +257,32 @@ bool WindowsPrintNativeData::ResolveConflicts(const wxPrintData& data) {
         devMode.release();
         return false;
     }
-    const std::size_t wanted = devModeSize(printer, name.c_str());
-    if (wanted > GlobalSize(GetDevMode())) {
-        // The driver is another one than at the time of the device mode.
-        devMode.reset();
-        if (!makeRoom(GetDevMode(), wanted)) {
-            return false;
-        }
-        devMode = lockDevMode(GetDevMode());
+    // The driver writes into a copy: one that writes more than it has asked for spoils nothing then,
+    // and a block that others have locked need have no room to spare.
+    const auto* bytes = reinterpret_cast<const std::byte*>(devMode.get());
+    std::vector<std::byte> answer(bytes, bytes + GlobalSize(GetDevMode()));
+    answer.resize(std::max(devModeSize(printer, name.c_str()), answer.size()));
+    if (spooler().documentProperties(printer.get(), name.c_str(), answer, devMode.get(),
+                                     DM_IN_BUFFER | DM_OUT_BUFFER) != IDOK) {
+        // It has nothing to correct.
+        return true;
     }
-    const std::size_t capacity = GlobalSize(GetDevMode());
-    const std::span bytes(reinterpret_cast<std::byte*>(devMode.get()), capacity);
-    const std::vector<std::byte> before(bytes.begin(), bytes.end());
-    spooler().documentProperties(printer.get(), name.c_str(), bytes, devMode.get(),
-                                 DM_IN_BUFFER | DM_OUT_BUFFER);
-    if (!isWhole(*devMode, capacity)) {
-        std::memcpy(bytes.data(), before.data(), before.size());
+    const auto& corrected = *reinterpret_cast<const DEVMODEW*>(answer.data());
+    if (!isWhole(corrected, answer.size())) {
         return false;
     }
+    const std::size_t length = std::size_t{corrected.dmSize} + corrected.dmDriverExtra;
+    if (length > GlobalSize(GetDevMode())) {
+        // The driver is another one than at the time of the device mode.
+        devMode.reset();
+        const HGLOBAL grown = grow(GetDevMode(), length);
+        if (grown == nullptr) {
+            return false;
+        }
+        SetDevMode(grown);
+        devMode = lockGlobal<DEVMODEW>(GetDevMode());
+    }
+    std::memcpy(static_cast<void*>(devMode.get()), answer.data(), length);
     return true;
 }
 

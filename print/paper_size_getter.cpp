@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <span>
@@ -29,10 +28,11 @@ OdArray<Record> ask(const wchar_t* printer, const wchar_t* port, WORD capability
     }
     records.resize(static_cast<std::size_t>(count));
     const std::span memory(records.asArrayPtr(), records.size());
-    const int filled = spooler().deviceCapabilities(printer, port, capability,
-                                                    std::as_writable_bytes(memory), &settings);
-    // A paper may have gone since they were counted.
-    records.resize(static_cast<std::size_t>(std::clamp(filled, 0, count)));
+    // The first count holds: what a driver returns when it fills is no count with all of them.
+    if (spooler().deviceCapabilities(printer, port, capability, std::as_writable_bytes(memory),
+                                     &settings) < 1) {
+        records.clear();
+    }
     return records;
 }
 

@@ -1,12 +1,9 @@
 #include <wx/paper.h>
 
-#include <array>
 #include <cmath>
-#include <cstddef>
 #include <memory>
-#include <span>
 
-#include "print/spooler.h"
+#include "print/spooler_data.h"
 
 wxIMPLEMENT_DYNAMIC_CLASS(wut::PrintData, wxPrintData);
 
@@ -152,12 +149,7 @@ void PrintData::setDmPaperSize(short paperId, const POINT* sizeTenthsMM) {
 
 bool PrintData::isPostScript() {
     const std::unique_ptr<wxPrinterDC> dc(createPrinterDC());
-    if (!dc || !dc->IsOk()) {
-        return false;
-    }
-    const std::array<DWORD, 1> number = {POSTSCRIPT_PASSTHROUGH};
-    return spooler().escape(static_cast<HDC>(dc->GetHandle()), QUERYESCSUPPORT,
-                            std::as_bytes(std::span(number))) > 0;
+    return dc && dc->IsOk() && takesPostScript(static_cast<HDC>(dc->GetHandle()));
 }
 
 }  // namespace wut

@@ -1,17 +1,29 @@
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
 #include "print/compare_names.h"
 #include "print/spooler_data.h"
 
 struct CPrnHelper::Impl {
-    explicit Impl(const wchar_t* printerName) : name(printerName), printer(OdString(printerName)) {}
+    explicit Impl(const wchar_t* printerName)
+        : name(OdString(printerName).text()), printer(name.c_str()) {}
 
     /// Papers under the printer's default settings; tried again until both lists have come.
     void load() {
         if (loaded) {
             return;
         }
-        const OdString ports = wut::getPrinterPorts(wut::PrinterHandle(OdString(name)));
+        const OdString ports = wut::getPrinterPorts(name.c_str());
         const wut::PaperSizeGetter getter(name.c_str(), ports.c_str(), nullptr);
         loaded = getter.get(&ids, &names, nullptr);
+        // A driver may give more of the one than of the other, and which belong together is known
+        // from the beginning only.
+        if (ids.size() != names.size()) {
+            const std::size_t count = std::min(ids.size(), names.size());
+            ids.resize(count);
+            names.resize(count);
+        }
     }
 
     std::wstring name;
@@ -58,9 +70,11 @@ unsigned short CPrnHelper::getPaperId(unsigned index) {
 
 int CPrnHelper::findPaperName(const wchar_t* name) {
     impl_->load();
+    // Documents have names in one line, device modes have the driver's own.
+    const std::wstring wanted = wut::oneLine(OdString(name).text());
     const OdArray<OdString>& names = impl_->names;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (wut::compareNames(names[i].c_str(), name) == 0) {
+        if (wut::compareNames(wut::oneLine(names[i].text()).c_str(), wanted.c_str()) == 0) {
             return static_cast<int>(i);
         }
     }

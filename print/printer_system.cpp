@@ -7,14 +7,17 @@
 #include <platen/print.h>
 #include <platen/utcore.h>
 #include "plotcfg/property_names.h"
+#include "print/spooler_data.h"
+
+using wut::oneLine;
 
 namespace {
 
-/// The driver of a printer; empty when either is not to be had.
-std::wstring driverOf(const std::wstring& printer) {
+/// The driver of a printer as documents have it; empty when either is not to be had.
+std::wstring driverOf(const CPrnHelper& printer) {
     std::wstring driver;
-    static_cast<void>(CPrnHelper(printer.c_str()).getPrinterDriver(driver));
-    return driver;
+    static_cast<void>(printer.getPrinterDriver(driver));
+    return oneLine(driver);
 }
 
 /// Stores the numbers of the device mode, and room for the driver's bytes, which `fromPrintData`
@@ -40,7 +43,7 @@ bool describeDeviceMode(CCustomNode& custom, wut::PrintData& data) {
 std::wstring paperNameOf(const wut::PrintData& data, const std::wstring& printer) {
     const auto* native = wut::WindowsPrintNativeData::GetNativeData(data);
     if (native != nullptr && !native->formName.empty()) {
-        return native->formName;
+        return oneLine(native->formName);
     }
     short id = 0;
     if (!data.getDmPaperSize(id) || id < 0) {
@@ -49,7 +52,7 @@ std::wstring paperNameOf(const wut::PrintData& data, const std::wstring& printer
     CPrnHelper helper(printer.c_str());
     const int index = helper.findPaperId(static_cast<unsigned short>(id));
     return index < 0 ? L"User" + std::to_wstring(id)
-                     : helper.getPaperName(static_cast<unsigned>(index)).text();
+                     : oneLine(helper.getPaperName(static_cast<unsigned>(index)).text());
 }
 
 class InstalledPrinters final : public PrinterSystem {
@@ -64,8 +67,7 @@ public:
     }
 
     bool fillNew(CPlotCfg3& config, const std::wstring& printer) const override {
-        config.meta.configDescription =
-            wut::getPrinterComment(wut::PrinterHandle(OdString(printer))).text();
+        config.meta.configDescription = oneLine(wut::getPrinterComment(printer.c_str()).text());
         wut::PrintData data(printer.c_str());
         if (!describeDeviceMode(config.custom.emplace(), data)) {
             return false;
@@ -88,9 +90,7 @@ public:
     bool resolveByDriver(CPlotCfg3& config) const override {
         CMetaNode& meta = config.meta;
         const CPrnHelper own(meta.winDeviceName.c_str());
-        std::wstring ownDriver;
-        static_cast<void>(own.getPrinterDriver(ownDriver));
-        if (own.isValid() && ut::equalNoCase(ownDriver, meta.winDriverName)) {
+        if (own.isValid() && ut::equalNoCase(driverOf(own), meta.winDriverName)) {
             return false;
         }
         if (meta.winDriverName.empty()) {
@@ -104,7 +104,7 @@ public:
             if (!asked.insert(name.text()).second) {
                 continue;
             }
-            if (ut::equalNoCase(driverOf(name.text()), meta.winDriverName)) {
+            if (ut::equalNoCase(driverOf(CPrnHelper(name.c_str())), meta.winDriverName)) {
                 meta.winDeviceName = name.text();
                 return true;
             }

@@ -1,7 +1,9 @@
 #include "print/spooler_data.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cwchar>
+#include <iterator>
 
 namespace wut {
 
@@ -43,6 +45,20 @@ std::wstring textIn(std::span<const std::byte> data, const wchar_t* text) {
     return std::wstring(text, wcsnlen(text, room));
 }
 
+std::wstring oneLine(std::wstring_view text) {
+    std::wstring line;
+    line.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const wchar_t character = text[at];
+        if (character == L'\n' && at > 0 && text[at - 1] == L'\r') {
+            continue;
+        }
+        const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
+        line += control ? L' ' : character;
+    }
+    return line;
+}
+
 std::wstring driverName(const PrinterHandle& printer) {
     if (!printer) {
         return {};
@@ -54,6 +70,14 @@ std::wstring driverName(const PrinterHandle& printer) {
         return {};
     }
     return textIn(data, reinterpret_cast<const DRIVER_INFO_1W*>(data.data())->pName);
+}
+
+bool takesPostScript(HDC device) {
+    // Drivers that cannot be identified may still let it pass.
+    constexpr DWORD numbers[] = {POSTSCRIPT_IDENTIFY, POSTSCRIPT_PASSTHROUGH};
+    return std::any_of(std::begin(numbers), std::end(numbers), [device](const DWORD& number) {
+        return spooler().escape(device, QUERYESCSUPPORT, std::as_bytes(std::span(&number, 1))) > 0;
+    });
 }
 
 }  // namespace wut

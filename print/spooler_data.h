@@ -5,6 +5,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "print/spooler.h"
@@ -21,7 +22,14 @@ std::vector<std::byte> spoolerData(const SpoolerCall& call);
 /// The text at `text`, which must point into `data`; what lies beyond is not read. Empty for null.
 std::wstring textIn(std::span<const std::byte> data, const wchar_t* text);
 
+/// The text as documents have it, whose values are lines: each line break and any other control
+/// character becomes a space. What a printer, form or paper is asked for by stays as it is.
+std::wstring oneLine(std::wstring_view text);
+
 /// The name of the printer's driver; empty when it cannot be had.
 std::wstring driverName(const PrinterHandle& printer);
+
+/// Whether a device takes PostScript as it is.
+bool takesPostScript(HDC device);
 
 }  // namespace wut

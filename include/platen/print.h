@@ -1,8 +1,12 @@
-/// Printing on Windows: installed printers, their papers, print data and device modes.
+/// Printing: the catalogue of papers and the editing of custom papers; on Windows installed
+/// printers, their papers, print data and device modes as well.
 ///
-/// All of it is called on one thread, the one that owns the windows. Nothing throws unless said.
-/// Needs wxWidgets' core library; empty on other systems.
+/// All of the latter is called on one thread, the one that owns the windows. Nothing throws unless
+/// said. It needs wxWidgets' core library.
 #pragma once
+
+#include <platen/custom_papers.h>
+#include <platen/papers.h>
 
 #ifdef _WIN32
 
@@ -17,6 +21,7 @@
 // and the Windows classes that they hide.
 #include <wx/msw/printdlg.h>
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -40,8 +45,10 @@ class PLATEN_API PrinterHandle {
 public:
     /// Closed.
     PrinterHandle() = default;
-    /// Closed when the printer cannot be opened.
-    explicit PrinterHandle(const OdString& name) { open(name); }
+    /// From a name, so that functions that take a printer take its name; closed when the printer
+    /// cannot be opened.
+    PrinterHandle(const OdString& name) { open(name); }
+    PrinterHandle(const wchar_t* name) { open(name); }
 
     /// Closes what is open and opens the printer; true when it is open now.
     bool open(const OdString& name);
@@ -198,16 +205,19 @@ public:
     /// transfers them to `data`. True when `data` has a printer name then. When the printer's
     /// settings cannot be had, everything stays as it was.
     virtual bool Initialize(wxPrintData& data, const wxString& printerName);
-    /// From the device mode to `data` and to the fields here. Gets the default printer's device
+    /// From the device mode to `data` and to the fields here; sides of papers count without a sign,
+    /// up to 6553 mm. Gets the default printer's device
     /// mode when there is none. False when there is still none or when it is damaged.
     bool TransferTo(wxPrintData& data) override;
     /// From `data` and the fields here to the device mode. Gets that of the printer that `data`
     /// names when there is none. False when there is still none, when it is damaged or when the
-    /// private bytes in `data` do not fit; it stays as it was then.
+    /// private bytes in `data` do not fit; it stays as it was then. A side below 0 or above 3276
+    /// mm, which 16 bits of tenths do not hold, is left out with a warning in the log.
     bool TransferFrom(const wxPrintData& data) override;
     /// Has the driver of the printer that `data` names merge and correct the device mode. False
-    /// when there is none or when the printer cannot be opened; in the latter case the device mode
-    /// is left locked.
+    /// when there is none, when the driver's is damaged or does not fit into a block that others
+    /// have locked, or when the printer cannot be opened; in the last case the device mode is left
+    /// locked.
     virtual bool ResolveConflicts(const wxPrintData& data);
 
 private:
@@ -227,6 +237,12 @@ public:
 PLATEN_API void registerPrintFactory();
 PLATEN_API void unRegisterPrintFactory();
 
+/// Unlocks a block of global memory.
+struct GlobalUnlocker {
+    HGLOBAL block = nullptr;
+    void operator()(void*) const noexcept { GlobalUnlock(block); }
+};
+
 /// The locked device mode behind print data, for a scope.
 class PLATEN_API DEVMODE_RAII {
 public:
@@ -241,9 +257,14 @@ public:
     /// Locks what is not locked; null when there is no device mode.
     DEVMODEW* get();
     /// The locked device mode, null when it is not locked.
-    operator DEVMODEW*() const { return locked_; }
-    DEVMODEW* operator->() const { return locked_; }
-    explicit operator bool() { return get() != nullptr; }
+    operator DEVMODEW*() const { return locked_.get(); }
+    DEVMODEW* operator->() const { return locked_.get(); }
+    /// `get() != nullptr`. For `bool` and nothing else: as a number it would compete with the
+    /// pointer in comparisons and indexes.
+    template <std::same_as<bool> Bool>
+    operator Bool() {
+        return get() != nullptr;
+    }
 
     /// After the locked device mode was edited: has the driver correct it, and transfers it to the
     /// print data. Does nothing when it is not locked.
@@ -255,7 +276,7 @@ private:
 
     wxPrintData& data_;
     HGLOBAL handle_ = nullptr;
-    DEVMODEW* locked_ = nullptr;
+    std::unique_ptr<DEVMODEW, GlobalUnlocker> locked_;
 };
 
 // --- Papers of a printer -------------------------------------------------------------------------
@@ -293,6 +314,7 @@ PLATEN_API void onPrinterSettingsChanged(const OdString& printerName);
 /// One printer: whether it is there, its ports, its driver, its papers.
 class PLATEN_API CPrnHelper {
 public:
+    /// Null is an empty name.
     explicit CPrnHelper(const wchar_t* printerName);
     CPrnHelper(const CPrnHelper&) = delete;
     CPrnHelper& operator=(const CPrnHelper&) = delete;
@@ -308,13 +330,13 @@ public:
     bool getPrinterDriver(std::wstring& driver) const;
 
     /// Papers under the printer's default settings, asked for at first use and again until they
-    /// come. Without papers nothing is found.
+    /// come; as many as have both a number and a name. Without papers nothing is found.
     std::size_t paperCount();
     /// Throws `OdError_InvalidIndex`.
     OdString getPaperName(unsigned index);
     /// Throws `OdError_InvalidIndex`.
     unsigned short getPaperId(unsigned index);
-    /// The first of that name, whatever its case, or -1.
+    /// The first of that name, whatever its case, or -1. Control characters count as spaces.
     int findPaperName(const wchar_t* name);
     /// The first of that id, or -1.
     int findPaperId(unsigned short id);

@@ -7,10 +7,9 @@
 #include <string>
 #include <vector>
 
-#include <platen/custom_papers.h>
-#include <platen/papers.h>
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
+#include <platen/print.h>  // which brings the papers on every system
 #include <platen/utcore.h>
 #include "tests/support/configurations.h"
 #include "tests/support/documents.h"

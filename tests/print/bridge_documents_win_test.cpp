@@ -66,6 +66,60 @@ TEST_F(BridgeDocumentsTest, ANewConfigurationDescribesItsPrinter) {
     EXPECT_EQ(spooler_.handles.size(), 0U);
 }
 
+TEST_F(BridgeDocumentsTest, TextsOfTheSystemComeIntoOneLine) {
+    auto& printer = addFull(L"Fake");
+    printer.comment = L"Second floor\r\nask\tthe porter\n\x0085";
+    printer.driver = L"Fake\nDriver";
+    std::wstring(L"A\n4").copy(printer.devMode.dmFormName, CCHFORMNAME - 1);
+    printer.papers = {{9, L"A\n4", {2100, 2970}}, {1, L"Letter\r", {2159, 2794}}};
+    const auto config = create(L"Fake");
+    ASSERT_NE(config, nullptr);
+    ASSERT_TRUE(config->write(folder_.wide("a.pc3").c_str()));
+    bool printerChanged = true;
+    const wxLogNull quiet;
+    const std::unique_ptr<CPlotCfg3> read(
+        CPlotCfg3::read(folder_.wide("a.pc3").c_str(), printerChanged));
+    ASSERT_NE(read, nullptr);
+    EXPECT_FALSE(printerChanged);
+    EXPECT_EQ(read->meta.configDescription, L"Second floor ask the porter  ");
+    EXPECT_EQ(read->meta.winDriverName, L"Fake Driver");
+    EXPECT_EQ(read->media.size.name, L"A 4");
+    // The driver is still told its own names.
+    for (const auto& [shown, own] :
+         {std::pair(L"A 4", L"A\n4"), std::pair(L"letter ", L"Letter\r")}) {
+        read->media.size.setName(shown);
+        wut::PrintData data(L"Fake");
+        PiaReport report;
+        EXPECT_TRUE(read->toPrintData(data, &report));
+        EXPECT_EQ(report.warningCount(), 0U);
+        EXPECT_EQ(wut::WindowsPrintNativeData::GetNativeData(data)->formName, own);
+    }
+}
+
+TEST_F(BridgeDocumentsTest, PaperListsOfDifferentNumberEndWithTheShorter) {
+    auto& printer = addFull(L"Fake");
+    printer.devMode.dmFields &= ~static_cast<DWORD>(DM_FORMNAME);
+    const auto config = create(L"Fake");
+    ASSERT_NE(config, nullptr);
+    for (const WORD shorter : {WORD{DC_PAPERS}, WORD{DC_PAPERNAMES}}) {
+        wut::onPrinterSettingsChanged(OdString());
+        printer.counts = {{shorter, WORD{1}}};
+        config->media.size.setName(L"Letter");
+        wut::PrintData data(L"Fake");
+        EXPECT_TRUE(config->toPrintData(data));
+        short paper = 0;
+        EXPECT_TRUE(data.getDmPaperSize(paper));
+        EXPECT_EQ(paper, DMPAPER_A4);
+        data.setDmPaperSize(DMPAPER_LETTER, nullptr);
+        bool changed = false;
+        EXPECT_FALSE(config->fromPrintData(data, L"Fake", false, changed));
+        printer.devMode.dmPaperSize = DMPAPER_LETTER;
+        EXPECT_EQ(create(L"Fake"), nullptr);
+        printer.devMode.dmPaperSize = DMPAPER_A4;
+    }
+    wut::onPrinterSettingsChanged(OdString());
+}
+
 TEST_F(BridgeDocumentsTest, WhatCannotBeAskedMakesNoConfiguration) {
     EXPECT_EQ(create(L"Fake"), nullptr);
     auto& printer = spooler_.add(L"Fake");

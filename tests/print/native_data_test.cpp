@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <wx/init.h>
+#include <wx/log.h>
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <platen/print.h>
@@ -13,6 +15,16 @@ namespace {
 using test_support::FakePrinter;
 using wut::WindowsPrintNativeData;
 
+class Warnings : public wxLog {
+public:
+    int count = 0;
+
+protected:
+    void DoLogTextAtLevel(wxLogLevel level, const wxString&) override {
+        count += level == wxLOG_Warning ? 1 : 0;
+    }
+};
+
 class NativeData : public testing::Test {
 protected:
     NativeData() {
@@ -22,6 +34,7 @@ protected:
     ~NativeData() override {
         data_.reset();
         wut::unRegisterPrintFactory();
+        wxLog::SetActiveTarget(logBefore_);
     }
 
     WindowsPrintNativeData& native() { return *WindowsPrintNativeData::GetNativeData(*data_); }
@@ -40,6 +53,8 @@ protected:
     }
 
     wxInitializer library_;
+    Warnings warnings_;
+    wxLog* logBefore_ = wxLog::SetActiveTarget(&warnings_);
     test_support::FakeSpooler fake_;
     FakePrinter& plotter_ = fake_.add(L"Plotter");
     wut::SpoolerForTest inPlace_{fake_};
@@ -178,13 +193,54 @@ TEST_F(NativeData, StoresPapersThatWxWidgetsDoesNotKnow) {
     ASSERT_TRUE(native().TransferFrom(*data_));
     EXPECT_EQ(mode().dmPaperSize, DMPAPER_A4);
     EXPECT_NE(mode().dmFields & DM_PAPERSIZE, 0u);
+}
 
-    // 16 bits of tenths end at 3276 mm.
-    for (const wxSize size : {wxSize(914, 3277), wxSize(-5, 100)}) {
-        data_->setDmPaperSize(DMPAPER_USER, &size);
-        EXPECT_FALSE(native().TransferFrom(*data_)) << size.x << " x " << size.y;
-        EXPECT_EQ(mode().dmPaperSize, DMPAPER_A4);
+TEST_F(NativeData, LeavesOutSidesThatADeviceModeCannotState) {
+    // 16 bits of tenths with a sign end at 3276 mm.
+    constexpr DWORD id = DM_PAPERSIZE, width = DM_PAPERWIDTH, length = DM_PAPERLENGTH;
+    const struct {
+        short number;
+        wxSize size;
+        short expected;
+        DWORD fields;
+    } cases[] = {
+        {300, {914, 3276}, 300, id | width | length},
+        {300, {914, 3277}, 300, id | width},
+        {300, {3277, 3277}, 300, id},
+        {300, {-5, 100}, 300, id | length},
+        {300, {2147483647, 914}, 300, id | length},
+        {0, {914, 4756}, DMPAPER_USER, width},
+        {0, {7000, -1798}, DMPAPER_A4, id},
+    };
+    for (const auto& [number, size, expected, fields] : cases) {
+        ASSERT_TRUE(native().Initialize(*data_, "Plotter"));
+        data_->setDmPaperSize(number, &size);
+        data_->SetNoCopies(7);
+        const int warnings = warnings_.count;
+        EXPECT_TRUE(native().TransferFrom(*data_));
+        EXPECT_EQ(warnings_.count - warnings, fields == (id | width | length) ? 0 : 1) << size.y;
+        EXPECT_EQ(mode().dmCopies, 7);
+        EXPECT_EQ(mode().dmPaperSize, expected) << size.y;
+        EXPECT_EQ(mode().dmFields & (id | width | length), fields) << size.y;
+        EXPECT_TRUE(data_->ResolveConflicts());
+        EXPECT_EQ(wut::DEVMODE_RAII(*data_)->dmCopies, 7);
     }
+}
+
+TEST_F(NativeData, ReadsLengthsAsTheDriverMeansThem) {
+    plotter_.devMode.dmPaperSize = 300;
+    plotter_.devMode.dmFields |= DM_PAPERWIDTH | DM_PAPERLENGTH;
+    plotter_.devMode.dmPaperWidth = 8410;
+    plotter_.devMode.dmPaperLength = static_cast<short>(47560);
+    ASSERT_TRUE(native().Initialize(*data_, "Plotter"));
+    EXPECT_EQ(data_->GetPaperSize(), wxSize(841, 4756));
+    data_->SetNoCopies(3);
+    EXPECT_TRUE(data_->ResolveConflicts());
+    // What the driver has said of the paper stays said.
+    EXPECT_EQ(warnings_.count, 0);
+    EXPECT_EQ(mode().dmCopies, 3);
+    EXPECT_EQ(mode().dmPaperSize, 300);
+    EXPECT_EQ(data_->GetPaperSize(), wxSize(841, 4756));
 }
 
 TEST_F(NativeData, TransfersGetTheDeviceModeThatIsMissing) {
@@ -263,6 +319,38 @@ TEST_F(NativeData, StaysLockedWhenItsPrinterIsGone) {
     EXPECT_EQ(locks(), 2u);
 }
 
+TEST_F(NativeData, IsCorrectedWhereItIsLocked) {
+    // A device mode of the default printer has no byte more than its driver needs.
+    fake_.defaultName = L"Plotter";
+    plotter_.correct = [](DEVMODEW& mode) { mode.dmCopies = 4; };
+    ASSERT_TRUE(native().Initialize(*data_, ""));
+    ASSERT_EQ(GlobalSize(handle()), sizeof(DEVMODEW) + 8);
+    EXPECT_NE(GlobalLock(handle()), nullptr);
+    ASSERT_TRUE(data_->ResolveConflicts());
+    EXPECT_EQ(data_->GetNoCopies(), 4);
+
+    auto away = std::move(fake_.printers.front());
+    fake_.printers.clear();
+    EXPECT_FALSE(data_->ResolveConflicts());
+    fake_.printers.push_back(std::move(away));
+    EXPECT_TRUE(data_->ResolveConflicts()) << "it is back";
+    fake_.add(L"Office").devMode.dmScale = 77;
+    data_->SetPrinterName("Office");
+    EXPECT_TRUE(data_->ResolveConflicts()) << "another one";
+
+    // More than there is room for is left where it is.
+    fake_.find(L"Office")->privateBytes.resize(9);
+    data_->SetNoCopies(6);
+    EXPECT_FALSE(data_->ResolveConflicts());
+    EXPECT_EQ(mode().dmCopies, 6);
+    EXPECT_EQ(mode().dmDriverExtra, 8);
+    while (locks() != 0) {
+        GlobalUnlock(handle());
+    }
+    EXPECT_TRUE(data_->ResolveConflicts());
+    EXPECT_EQ(mode().dmDriverExtra, 9);
+}
+
 TEST_F(NativeData, GrowsWithItsDriver) {
     ASSERT_TRUE(native().Initialize(*data_, "Plotter"));
     data_->SetNoCopies(7);
@@ -299,6 +387,8 @@ TEST_F(NativeData, IsLockedForAScope) {
 
         wut::DEVMODE_RAII copy(locked);
         EXPECT_EQ(static_cast<DEVMODEW*>(copy), nullptr);
+        const bool isLocked = copy;
+        EXPECT_TRUE(isLocked);
         EXPECT_EQ(copy.get(), locked.get());
         EXPECT_EQ(locks(), 2u);
 

@@ -133,15 +133,17 @@ TEST_F(PrinterPapers, OfDriversThatCountWronglyAreNone) {
     }
 }
 
-TEST_F(PrinterPapers, ThatGoWhileTheyAreAskedForAreLeftOut) {
+TEST_F(PrinterPapers, AreAsManyAsWereCountedUnlessNoneCome) {
     Lists lists;
-    plotter_.whenAsked = [this](WORD, bool counts) {
-        if (!counts && plotter_.papers.size() > 1) {
-            plotter_.papers.pop_back();
-        }
-    };
+    plotter_.whenAsked = [this](WORD, bool counts) { plotter_.papers.resize(counts ? 2 : 1); };
     ASSERT_TRUE(ask(lists));
-    EXPECT_EQ(lists.ids.size(), 1u);
+    EXPECT_EQ(lists.ids.size(), 2u);
+    EXPECT_EQ(lists.names.size(), 2u);
+    EXPECT_EQ(lists.dims.size(), 2u);
+    wut::onPrinterSettingsChanged(OdString());
+    plotter_.whenAsked = [this](WORD, bool counts) { plotter_.papers.resize(counts ? 2 : 0); };
+    EXPECT_FALSE(ask(lists));
+    EXPECT_TRUE(lists.ids.isEmpty() && lists.names.isEmpty() && lists.dims.isEmpty());
 }
 
 TEST_F(PrinterPapers, OfAPrinterThatIsNotThereAreNone) {

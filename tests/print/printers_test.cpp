@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <platen/print.h>
+#include "print/spooler_data.h"
 #include "tests/support/fake_spooler.h"
 
 namespace {
@@ -97,6 +98,8 @@ TEST_F(Printers, TellPortsAndCommentWhenTheyAreOpen) {
     plotter.comment = L"2nd floor";
     fake_.add(L"Bare").port.clear();
 
+    EXPECT_EQ(wut::getPrinterPorts(L"Plotter").text(), L"FILE:,LPT2:");
+    EXPECT_EQ(wut::getPrinterComment(OdString(L"Plotter")).text(), L"2nd floor");
     wut::PrinterHandle printer(L"Gone");
     EXPECT_FALSE(printer);
     EXPECT_EQ(wut::getPrinterPorts(printer).text(), L"");
@@ -163,6 +166,21 @@ TEST_F(Printers, HelperOfAPrinterThatIsNotThereKnowsNothing) {
     EXPECT_EQ(fake_.calls["deviceCapabilities"], 0);
 }
 
+TEST_F(Printers, HelperCutsListsOfDifferentNumber) {
+    for (const WORD shorter : {WORD{DC_PAPERS}, WORD{DC_PAPERNAMES}}) {
+        wut::onPrinterSettingsChanged(OdString());
+        fake_.add(L"Uneven").counts[shorter] = 1;
+        CPrnHelper helper(L"Uneven");
+        EXPECT_EQ(helper.paperCount(), 1u);
+        EXPECT_EQ(helper.findPaperId(DMPAPER_A4), 0);
+        EXPECT_EQ(helper.getPaperName(0).text(), L"A4");
+        EXPECT_EQ(helper.findPaperId(DMPAPER_LETTER), -1);
+        EXPECT_EQ(helper.findPaperName(L"Letter"), -1);
+        fake_.remove(L"Uneven");
+    }
+    wut::onPrinterSettingsChanged(OdString());
+}
+
 TEST_F(Printers, HelperAsksForPapersUntilBothListsCome) {
     test_support::FakePrinter& plotter = fake_.add(L"Late");
     plotter.counts[DC_PAPERNAMES] = -1;
@@ -176,6 +194,19 @@ TEST_F(Printers, HelperAsksForPapersUntilBothListsCome) {
     EXPECT_EQ(fake_.calls["deviceCapabilities"], asked);
     EXPECT_EQ(fake_.handles.size(), 1u);
     wut::onPrinterSettingsChanged(OdString());
+}
+
+TEST_F(Printers, TakePostScriptWhenTheySaySoInEitherWay) {
+    const struct {
+        DWORD taken;
+        std::vector<DWORD> asked;
+    } cases[] = {{4117, {4117}}, {4115, {4117, 4115}}, {0, {4117, 4115}}};
+    for (const auto& [taken, asked] : cases) {
+        fake_.escapesAsked.clear();
+        fake_.escapeTaken = taken;
+        EXPECT_EQ(wut::takesPostScript(nullptr), taken != 0);
+        EXPECT_EQ(fake_.escapesAsked, asked);
+    }
 }
 
 }  // namespace

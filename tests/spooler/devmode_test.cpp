@@ -85,6 +85,32 @@ TEST_F(SpoolerDevmodeTest, SettingsReachTheDeviceModeAndComeBack) {
     EXPECT_EQ(data.GetNoCopies(), 3);
 }
 
+TEST_F(SpoolerDevmodeTest, APaperLongerThanADeviceModeStatesTakesItsSettingsAlong) {
+    wut::PrintData data(L"Plotter");
+    CPrnHelper printer(L"Plotter");
+    const int index = printer.findPaperName(L"A0D - 841x4756mm");
+    ASSERT_GE(index, 0);
+    const auto id = static_cast<short>(printer.getPaperId(static_cast<unsigned>(index)));
+    data.setDmPaperSize(id, nullptr);
+    ASSERT_TRUE(data.ResolveConflicts());
+    EXPECT_EQ(data.GetPaperSize(), wxSize(841, 4756));
+    const wxSize longer(841, 4757);
+    for (const wxSize* size : {static_cast<const wxSize*>(nullptr), &longer}) {
+        if (size != nullptr) {
+            data.setDmPaperSize(id, size);
+        }
+        data.SetNoCopies(data.GetNoCopies() + 2);
+        data.SetOrientation(wxLANDSCAPE);
+        EXPECT_EQ(wut::DEVMODE_RAII(data)->dmCopies, data.GetNoCopies());
+        ASSERT_TRUE(data.ResolveConflicts());
+        EXPECT_EQ(data.GetOrientation(), wxLANDSCAPE);
+        EXPECT_EQ(data.GetPaperSize(), wxSize(841, 4756));
+        short paper = 0;
+        EXPECT_TRUE(data.getDmPaperSize(paper));
+        EXPECT_EQ(paper, id);
+    }
+}
+
 TEST_F(SpoolerDevmodeTest, TheDriverCorrectsAPaperThatItLacks) {
     wut::PrintData data(L"Office");
     short before = 0;

@@ -134,10 +134,6 @@ int FakeSpooler::deviceCapabilities(const wchar_t* name, const wchar_t*, WORD ca
     if (printer->whenAsked) {
         printer->whenAsked(capability, out.empty());
     }
-    const auto wrong = printer->counts.find(capability);
-    if (wrong != printer->counts.end()) {
-        return wrong->second;
-    }
     std::vector<std::byte> filled;
     for (const FakePaper& paper : printer->papers) {
         wchar_t slot[64] = {};
@@ -151,6 +147,10 @@ int FakeSpooler::deviceCapabilities(const wchar_t* name, const wchar_t*, WORD ca
     if (!out.empty()) {
         filled.resize(std::min(filled.size(), out.size()));
         std::ranges::copy(filled, out.begin());
+    }
+    const auto wrong = printer->counts.find(capability);
+    if (wrong != printer->counts.end()) {
+        return wrong->second;
     }
     return filled.empty() ? -1 : static_cast<int>(printer->papers.size());
 }
@@ -250,9 +250,11 @@ bool FakeSpooler::printDialog(PRINTDLGW& dialog) {
     return true;
 }
 
-int FakeSpooler::escape(HDC, int, std::span<const std::byte>) {
-    ++calls["escape"];
-    return 0;
+int FakeSpooler::escape(HDC, int, std::span<const std::byte> in) {
+    DWORD number = 0;
+    std::memcpy(&number, in.data(), std::min(in.size(), sizeof(number)));
+    escapesAsked.push_back(number);
+    return number == escapeTaken ? 1 : 0;
 }
 
 }  // namespace test_support

@@ -40,7 +40,8 @@ struct FakePrinter {
     /// Called at the beginning of each question for a capability, which counts or fills.
     std::function<void(WORD capability, bool counts)> whenAsked;
 
-    /// Faults. A count that the driver reports in place of its number of papers, by capability:
+    /// Faults. A count that the driver reports in place of its number of papers, by capability; it
+    /// fills in what there is room for all the same.
     std::map<WORD, int> counts;
     /// `documentProperties` fails for every call, or for those that are not about the size.
     bool propertiesFail = false;
@@ -65,6 +66,9 @@ public:
     std::map<HANDLE, std::wstring> handles;
     /// Modes of `documentProperties` calls, in order.
     std::vector<DWORD> modes;
+    /// The escape that every device takes, and those that were asked for, in order.
+    DWORD escapeTaken = 0;
+    std::vector<DWORD> escapesAsked;
 
     /// A printer whose device mode is that of an ordinary driver: A4, portrait, one copy.
     FakePrinter& add(const std::wstring& name);
