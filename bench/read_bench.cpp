@@ -12,7 +12,6 @@
 #include <platen/utcore.h>
 #include "bench/bare_inflate.h"
 #include "bench/sample.h"
-#include "pia/json_writer.h"
 
 namespace {
 

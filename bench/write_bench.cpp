@@ -8,7 +8,6 @@
 
 #include <platen/utcore.h>
 #include "bench/sample.h"
-#include "pia/body_writer.h"
 
 namespace {
 

@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include <platen/utcore.h>
-#include "pia/body_writer.h"
 #include "tests/support/trees.h"
 
 namespace {

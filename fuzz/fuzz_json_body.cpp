@@ -4,9 +4,7 @@
 #include <cstdlib>
 
 #include <platen/utcore.h>
-#include "pia/body_writer.h"
 #include "pia/json_reader.h"
-#include "pia/json_writer.h"
 #include "tests/support/trees.h"
 
 namespace {

@@ -1,4 +1,3 @@
-#include "pia/json_writer.h"
 
 #include <charconv>
 #include <cmath>

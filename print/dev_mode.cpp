@@ -22,11 +22,8 @@ bool isWhole(const DEVMODEW& devMode, std::size_t capacity) {
 }
 
 std::size_t devModeSize(const PrinterHandle& printer, const wchar_t* name) {
-    const LONG size = spooler().documentProperties(printer.get(), name, {}, nullptr, 0);
-    if (size <= 0 || static_cast<std::size_t>(size) > largestDevMode) {
-        return 0;
-    }
-    return std::max(static_cast<std::size_t>(size), sizeof(DEVMODEW)) + slack;
+    const std::size_t size = getDevModeBytes(printer, name);
+    return size == 0 || size > largestDevMode ? 0 : std::max(size, sizeof(DEVMODEW)) + slack;
 }
 
 bool fillDevMode(const PrinterHandle& printer, const wchar_t* name, std::span<std::byte> out) {
@@ -54,6 +51,11 @@ DEVMODEW* getDevMode(const wchar_t* printerName) {
     std::memset(static_cast<void*>(devMode.get()), 0, size);
     const std::span<std::byte> bytes(reinterpret_cast<std::byte*>(devMode.get()), size);
     return fillDevMode(printer, name.c_str(), bytes) ? devMode.release() : nullptr;
+}
+
+std::size_t getDevModeBytes(const PrinterHandle& printer, const wchar_t* printerName) {
+    const LONG size = spooler().documentProperties(printer.get(), printerName, {}, nullptr, 0);
+    return size > 0 ? static_cast<std::size_t>(size) : 0;
 }
 
 void freeDevMode(DEVMODEW* devMode) noexcept { ::operator delete(devMode); }

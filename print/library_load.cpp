@@ -2,7 +2,7 @@
 /// links the objects registers what it wants.
 
 #include <platen/plotcfg.h>
-#include "print/printer_system.h"
+#include <platen/print.h>
 
 namespace {
 

@@ -1,9 +1,8 @@
-#include "print/printer_system.h"
-
 #include <set>
 #include <string>
 
 #include <platen/oda.h>
+#include <platen/plotcfg.h>
 #include <platen/print.h>
 #include <platen/utcore.h>
 #include "plotcfg/property_names.h"

@@ -11,6 +11,7 @@
 
 #include <platen/pia_items.h>
 #include <platen/pia_report.h>
+#include <platen/pia_text_forms.h>
 #include <platen/platen_api.h>
 
 class PiaEntryTaker;

@@ -31,6 +31,8 @@
 #include <platen/oda.h>
 #include <platen/platen_api.h>
 
+class PrinterSystem;
+
 namespace wut {
 
 // --- Printers ------------------------------------------------------------------------------------
@@ -91,11 +93,17 @@ private:
     OdString old_;
 };
 
+/// The printers of this machine, as documents ask for them. Lives as long as the library.
+PLATEN_API const PrinterSystem& installedPrinters();
+
 // --- Device modes --------------------------------------------------------------------------------
 
 /// The printer's default device mode with the driver's private bytes, or null. The caller owns it
 /// and gives it back with `freeDevMode`. It is never longer than the memory it lies in.
 PLATEN_API DEVMODEW* getDevMode(const wchar_t* printerName);
+/// The bytes that the driver asks for its device mode, its private ones included; 0 when it does
+/// not say.
+PLATEN_API std::size_t getDevModeBytes(const PrinterHandle& printer, const wchar_t* printerName);
 /// Null is fine.
 PLATEN_API void freeDevMode(DEVMODEW* devMode) noexcept;
 

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include <platen/pia.h>
-#include "pia/body_writer.h"
 #include "tests/support/trees.h"
 
 namespace {

@@ -7,7 +7,6 @@
 #include <platen/pia.h>
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
-#include "pia/body_writer.h"
 #include "tests/support/files.h"
 #include "tests/support/trees.h"
 

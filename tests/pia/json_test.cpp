@@ -3,8 +3,6 @@
 #include <string>
 
 #include <platen/pia.h>
-#include "pia/body_writer.h"
-#include "pia/json_writer.h"
 #include "tests/support/trees.h"
 
 namespace {

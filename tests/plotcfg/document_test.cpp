@@ -12,7 +12,6 @@
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 #include <platen/utcore.h>
-#include "pia/json_writer.h"
 #include "tests/support/configurations.h"
 #include "tests/support/documents.h"
 #include "tests/support/files.h"

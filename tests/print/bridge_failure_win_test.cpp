@@ -4,7 +4,6 @@
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
-#include "pia/json_writer.h"
 #include "tests/print/bridge_support.h"
 #include "tests/support/configurations.h"
 #include "tests/support/documents.h"

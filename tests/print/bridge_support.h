@@ -10,7 +10,6 @@
 
 #include <platen/plotcfg.h>
 #include <platen/print.h>
-#include "print/printer_system.h"
 #include "tests/print/device_modes.h"
 #include "tests/support/fake_spooler.h"
 

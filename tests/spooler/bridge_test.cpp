@@ -4,7 +4,7 @@
 
 #include <platen/pia_report.h>
 #include <platen/plotcfg.h>
-#include "print/printer_system.h"
+#include <platen/print.h>
 #include "tests/print/device_modes.h"
 #include "tests/spooler/support.h"
 

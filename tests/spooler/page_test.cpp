@@ -8,7 +8,7 @@
 #include <thread>
 
 #include <platen/plotcfg.h>
-#include "print/printer_system.h"
+#include <platen/print.h>
 #include "tests/spooler/support.h"
 #include "tests/support/files.h"
 #include "tests/support/postscript_page.h"

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include <platen/utcore.h>
-#include "pia/body_writer.h"
 #include "pia/container.h"
 
 namespace {

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include <platen/utcore.h>
-#include "pia/body_writer.h"
 #include "tools/platen/files/losses.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/lost_items.h"

@@ -12,7 +12,6 @@
 #include <platen/pia.h>
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
-#include "plotstyle/table_keys.h"
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/output.h"
@@ -106,7 +105,7 @@ bool needsNames(const platen::Content& content, const Target& target) {
 /// A file may leave its colour index out, which means that every colour has the style of its
 /// place. The conversion asks for one that is spelled out.
 bool spellOutIndex(CPlotStyleTable& table) {
-    PiaBlock index{PlotStyleTableKeys::aciTable.text()};
+    PiaBlock index{L""};
     for (std::size_t entry = 0; entry < CAciTable::count; ++entry) {
         if (!table.writeAciEntry(index, static_cast<int>(entry))) {
             return false;
@@ -215,7 +214,7 @@ CommandEntry addConvert(CLI::App& program) {
     arguments::takeText(command->add_option("IN", options->in, "File to read"))->required();
     arguments::addOutput(command, options->out)->required();
     command->add_option("--to", options->to, "What to write; by default as OUT ends")
-        ->check(CLI::IsMember({"ctb", "stb", "pc3", "pmp", "json", "text"}));
+        ->check(arguments::oneOf({"ctb", "stb", "pc3", "pmp", "json", "text"}));
     arguments::takeText(command->add_option(
         "--prefix", options->prefix, "Beginning of the names of styles made from colours (Style)"));
     arguments::addMaxBody(command, options->maxBody);

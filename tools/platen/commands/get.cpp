@@ -7,8 +7,6 @@
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
-#include "pia/body_writer.h"
-#include "pia/json_writer.h"
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/source.h"

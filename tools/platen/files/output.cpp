@@ -3,8 +3,6 @@
 #include <span>
 
 #include <platen/utcore.h>
-#include "pia/body_writer.h"
-#include "pia/json_writer.h"
 
 namespace cli::files {
 namespace {

@@ -1,9 +1,8 @@
+#include <cstdint>
 #include <string>
 #include <utility>
 
 #include <platen/print.h>
-#include "print/printer_system.h"
-#include "print/spooler.h"
 #include "tools/platen/printers/installed_printers.h"
 #include "tools/platen/printers/print_session.h"
 
@@ -36,10 +35,8 @@ std::optional<InstalledPrinter> askPrinter(const std::wstring& name) {
     }
     InstalledPrinter printer;
     static_cast<void>(helper.getPrinterDriver(printer.driver));
-    constexpr DWORD askSize = 0;
-    const LONG bytes = wut::spooler().documentProperties(helper.handle().get(), name.c_str(), {},
-                                                         nullptr, askSize);
-    printer.deviceModeBytes = bytes > 0 ? bytes : 0;
+    printer.deviceModeBytes =
+        static_cast<std::int64_t>(wut::getDevModeBytes(helper.handle(), name.c_str()));
     const auto count = static_cast<unsigned>(helper.paperCount());
     for (unsigned index = 0; index < count; ++index) {
         printer.papers.push_back(helper.getPaperName(index).text());

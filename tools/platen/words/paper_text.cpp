@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <span>
 
 #include <platen/oda.h>
 #include <platen/papers.h>
-#include "plotcfg/paper_units.h"
-#include "plotcfg/pmp_papers.h"
 #include "tools/platen/words/words.h"
 
 namespace cli::words {
@@ -30,6 +29,21 @@ std::string inWords(const CustomPaperSize& paper) {
     return words + ", margins left " + roundedNumber(paper.left) + ", bottom " +
            roundedNumber(paper.bottom) + ", right " + roundedNumber(paper.right) + ", top " +
            roundedNumber(paper.top);
+}
+
+/// An entry of any list of a PMP.
+CustomPaperSize paperOf(const PmpSizeNode::PaperSize& size,
+                        const PmpDescriptionNode::PaperSizeDescription& description) {
+    UdmNode user;
+    user.media = std::make_shared<UdmNode::MediaNode>();
+    user.media->size.papers.push_back(size);
+    user.media->description.papers.push_back(description);
+    CustomPaperSize paper;
+    paper.initFromPmp(user, 0);
+    if (!description.dimensional) {
+        paper.units = OdDbPlotSettings::kPixels;
+    }
+    return paper;
 }
 
 void describeEnd(std::size_t count, std::ostream& out) {
@@ -83,7 +97,7 @@ std::string chosenPaperInWords(const CPlotCfg3& config) {
     if (!isInInches(config)) {
         return metric;
     }
-    constexpr double inch = paper_units::millimetresPerInch;
+    constexpr double inch = 25.4;
     return sizeInWords(width / inch, height / inch, OdDbPlotSettings::kInches) + " (" + metric +
            ")";
 }
@@ -112,11 +126,7 @@ void describePapers(std::string_view label, const PmpSizeNode& sizes,
                 << "): no size is described\n";
             continue;
         }
-        CustomPaperSize paper = plot_config::fromPmp(size, found->second);
-        if (!found->second->dimensional) {
-            paper.units = OdDbPlotSettings::kPixels;
-        }
-        out << "    " << inWords(paper) << '\n';
+        out << "    " << inWords(paperOf(size, *found->second)) << '\n';
     }
     describeEnd(sizes.papers.size(), out);
 }
