@@ -10,41 +10,62 @@ namespace {
 
 using CommandUsageTest = CommandTest;
 
-TEST_F(CommandUsageTest, WrongUsageIsAnErrorInWords) {
-    const std::vector<std::vector<std::string>> wrong{
-        {},
-        {"explain"},
-        {"info"},
-        {"info", "--frobnicate", "@a.ctb"},
-        {"get"},
-        {"check"},
-        {"convert", "@a.ctb"},
-        {"convert", "@a.ctb", "-o", "@a.ctb", "--to", "svg"},
-        {"convert", "@a.ctb", "-o", "@a.unknown"},
-        {"convert", "@a.ctb", "-o", "@b.json", "--prefix", "Pen"},
-        {"create", "pc3", "-o", "@a.pc3"},
-        {"set"},
-        {"set", "@a.ctb", "description=x"},
-        {"set", "@a.ctb", "description=x", "-o", "@b", "--in-place"},
-        {"set", "@a.ctb", "description=x", "--in-place=/x"},
-        {"set", "@a.ctb", "description=x", "-o", "@nowhere/b"},
-        {"set", "@missing", "description=x", "-o", "@b"},
-        {"migrate", "@"},
-        {"papers"},
-        {"papers", "--device", "plotter"},
-        {"papers", "--device", "pdf", "--catalogue"},
-        {"papers", "@a.ctb", "--catalogue"},
-        {"papers", "@a.ctb"},
-        {"papers", "@missing"},
-        {"paper", "add", "@a.ctb"},
-        {"devmode"},
-        {"papers", "--printer", "Plotter", "--catalogue"},
-        {"create", "ctb"},
+TEST_F(CommandUsageTest, AMistakeIsNamedWithWhatWasProbablyMeant) {
+    const struct {
+        Arguments arguments;
+        const char* message;
+    } mistakes[] = {
+        {{}, "a command is missing; there are \"info\", \"get\", "},
+        {{"explain"}, "there is no command \"explain\"; there are \"info\", \"get\", "},
+        {{"Chekc", "@a.ctb"},
+         "there is no command \"Chekc\"; did you mean \"check\"?; see platen -"},
+        {{"[x]"}, "there is no command \"[x]\"; there are "},
+        {{"explain", "check", "x"}, "there is no command \"explain\"; there are "},
+        {{"--jsn", "check", "x"}, "platen has no option \"--jsn\"; there are \"--help\", \"--v"},
+        {{"check", "--jsn", "x"},
+         "check has no option \"--jsn\"; did you mean \"--json\"?; see platen check --help\n"},
+        {{"check", "--jsn=yes"}, "check has no option \"--jsn\"; did you mean \"--json\"?; see"},
+        {{"info", "-j", "x"}, "info has no option \"-j\"; did you mean \"--json\"?; see"},
+        {{"info"}, "info needs FILE; see platen info --help\n"},
+        {{"convert", "@a.ctb"}, "convert needs --output OUT; see"},
+        {{"papers", "--device"}, "--device needs a value: {pdf,image,none}; see"},
+        {{"convert", "@a.ctb", "-o"}, "--output needs a value: OUT; see"},
+        {{"create", "ctb", "-o", "@b", "-o", "@c"}, "--output can be given once only; see"},
+        {{"devmode", "a", "[b]"}, "\"[b]\" is one operand too many: devmode takes SOURCE; see"},
+        {{"printers", "b"}, "\"b\" is one operand too many: printers takes none; see"},
+        {{"paper"}, "an action is missing behind paper; there are \"add\", \"remove\", "},
+        {{"paper", "resise", "@a.ctb"},
+         "paper has no action \"resise\"; did you mean \"resize\"?; see platen paper --help\n"},
+        {{"paper", "add", "@a.ctb"},
+         "paper add needs --name NAME and --size WxH; see platen paper add --help\n"},
+        {{"convert", "@a.ctb", "-o", "@b", "--to", "svg"},
+         "--to: there is no \"svg\"; there are \"ctb\", \"stb\", \"pc3\", \"pmp\", \"json\", "
+         "\"text\"; see"},
+        {{"create", "[cbt]", "-o", "@b"}, "KIND: there is no \"[cbt]\"; there are"},
+        {{"create", "cbt", "-o", "@b"}, "KIND: there is no \"cbt\"; did you mean \"ctb\"?; see"},
+        {{"check", "@a.ctb", "--json=perhaps"}, "Could not convert: --json = perhaps; see"},
+        {{"info", "@a.ctb", "--max-body", "12 lots"}, "--max-body: \"12 lots\" is no size; write"},
+        {{"info", "@a.ctb", "--max-body=-1"}, "--max-body: \"-1\" is no size; write"},
+        // Not the parser's.
+        {{"convert", "@a.ctb", "-o", "@a.unknown"}, "the name does not say what to convert to"},
+        {{"convert", "@a.ctb", "-o", "@b.json", "--prefix", "Pen"}, "no such conversion"},
+        {{"create", "pc3", "-o", "@a.pc3"}, "a configuration needs either --device"},
+        {{"set", "@a.ctb", "description=x"}, "say where the result goes"},
+        {{"set", "@a.ctb", "description=x", "-o", "@b", "--in-place"}, "say where the result goes"},
+        {{"set", "@a.ctb", "description=x", "--in-place=/x"}, "leave slashes out"},
+        {{"set", "@a.ctb", "description=x", "-o", "@nowhere/b"}, "b: the file cannot be written"},
+        {{"set", "@missing", "description=x", "-o", "@b"}, "missing: the file cannot be read"},
+        {{"papers"}, "say whose papers"},
+        {{"papers", "--device", "pdf", "--catalogue"}, "say whose papers"},
+        {{"papers", "@a.ctb", "--catalogue"}, "say whose papers"},
+        {{"papers", "--printer", "Plotter", "--catalogue"}, "say whose papers"},
+        {{"papers", "@a.ctb"}, "a.ctb: "},
     };
     prepare({"create", "ctb", "-o", "@a.ctb"});
     const std::string before = read("a.ctb");
-    for (const std::vector<std::string>& arguments : wrong) {
-        expectRefused(arguments, "platen: ");
+    for (const auto& [arguments, message] : mistakes) {
+        expectRefused(arguments, message);
+        EXPECT_THAT(run(arguments).err, testing::StartsWith("platen: "));
     }
     EXPECT_EQ(read("a.ctb"), before);
     EXPECT_THAT(names(), testing::ElementsAre("a.ctb"));

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/platen/arguments/arguments.h"
+#include "tools/platen/arguments/mistakes.h"
 #include "tools/platen/command.h"
 #include "tools/platen/commands/list.h"
 
@@ -61,12 +62,7 @@ private:
             program_.exit(error, console.out, console.err);
             return ExitCode::Ok;
         }
-        std::string command = "platen";
-        for (const CLI::App* app = &program_; !app->get_subcommands().empty();) {
-            app = app->get_subcommands().front();
-            command += ' ' + app->get_name();
-        }
-        return fail(console, "", std::string(error.what()) + "; see " + command + " --help");
+        return fail(console, "", arguments::mistakeOf(program_, error));
     }
 
     CLI::App program_{"Plotter documents in a shell: plot configurations and plot style tables.",

@@ -265,7 +265,7 @@ CommandEntry addCreate(CLI::App& program) {
                      "Colour-dependent (ctb) or named (stb) plot styles, a plot configuration "
                      "(pc3), plot model parameters (pmp)")
         ->required()
-        ->check(CLI::IsMember({"ctb", "stb", "pc3", "pmp"}));
+        ->check(arguments::oneOf({"ctb", "stb", "pc3", "pmp"}));
     arguments::addOutput(command, options->out)->required();
     arguments::takeText(
         command->add_option("--description", options->description, "Description of a table"));

@@ -304,7 +304,7 @@ void addLengths(CLI::App* action, const SharedOptions& options) {
         ->add_option("--units", options->units,
                      "Of size and margins: mm, in or px (a new paper: mm, or px for images; "
                      "an old one: its own)")
-        ->check(CLI::IsMember({"mm", "in", "px"}));
+        ->check(arguments::oneOf({"mm", "in", "px"}));
     action->add_option("--margins", options->margins, "Left, bottom, right, top")
         ->type_name("L,B,R,T");
 }

@@ -109,7 +109,7 @@ CommandEntry addPapers(CLI::App& program) {
     arguments::takeText(command->add_option(
         "FILE", options->file, "Configuration or parameters whose custom papers to list"));
     command->add_option("--device", options->device, "Papers of the built-in devices")
-        ->check(CLI::IsMember({"pdf", "image", "none"}));
+        ->check(arguments::oneOf({"pdf", "image", "none"}));
     arguments::takeText(command->add_option("--printer", options->printer,
                                             "Papers of an installed printer (Windows)"))
         ->type_name("NAME");

@@ -1,0 +1,35 @@
+# The command is a client: it includes public headers of the library and files of its own, and a
+# room of it includes those that stand below it.
+cmake_minimum_required(VERSION 3.25)
+
+set(below_console console)
+set(below_arguments arguments)
+set(below_words words arguments console)
+set(below_files files words arguments console)
+set(below_printers printers files words arguments console)
+set(below_commands commands printers files words arguments console)
+set(below_ ${below_commands})
+
+file(GLOB_RECURSE sources RELATIVE "${COMMAND}" "${COMMAND}/*.h" "${COMMAND}/*.cpp")
+# These are on their way into the library.
+list(FILTER sources EXCLUDE REGEX
+    "^(item_lines|json_lines|lost_items|paper_rules|recognise|table_rules)\\.cpp$")
+if(NOT "command_line.cpp" IN_LIST sources)
+    message(FATAL_ERROR "there is no command in ${COMMAND}")
+endif()
+foreach(source IN LISTS sources)
+    get_filename_component(room "${source}" DIRECTORY)
+    file(STRINGS "${COMMAND}/${source}" includes REGEX "^ *# *include")
+    foreach(include IN LISTS includes)
+        if(include MATCHES "<[^/]*>|<(platen|CLI|nlohmann|wx)/")
+            continue()
+        endif()
+        if(include MATCHES "\"tools/platen/(([a-z]*)/)?[a-z_]*\\.h\"$")
+            set(included "${CMAKE_MATCH_2}")
+            if(included STREQUAL "" OR included IN_LIST below_${room})
+                continue()
+            endif()
+        endif()
+        message(SEND_ERROR "${source}: ${include}")
+    endforeach()
+endforeach()
