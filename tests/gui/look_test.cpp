@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <tuple>
 #include <vector>
 
 #include <platen/gui_look.h>
@@ -102,11 +103,7 @@ TEST(Themes, CanBeReadOnTheirBackgrounds) {
     using enum EGuiColor;
     const std::vector backgrounds{WindowBackground, PanelBackground, FieldBackground,
                                   ButtonBackground};
-    const struct {
-        std::vector<EGuiColor> colors;
-        std::vector<EGuiColor> backgrounds;
-        double contrast;
-    } pairs[] = {
+    const std::tuple<std::vector<EGuiColor>, std::vector<EGuiColor>, double> pairs[] = {
         {{Text, Link, Error, Warning}, backgrounds, 4.5},
         {{HighlightText}, {Highlight}, 4.5},
         {{DisabledText}, backgrounds, 3.0},
@@ -115,14 +112,14 @@ TEST(Themes, CanBeReadOnTheirBackgrounds) {
         {{PrintableArea}, {Paper}, 3.0},
         {{Paper}, {PreviewBackground}, 3.0},
     };
-    for (const auto& pair : pairs) {
-        for (const EGuiColor color : pair.colors) {
-            for (const EGuiColor background : pair.backgrounds) {
+    for (const auto& [colors, behind, least] : pairs) {
+        for (const EGuiColor color : colors) {
+            for (const EGuiColor background : behind) {
                 const ut::ThemeColors& front = ut::themeTable[static_cast<int>(color)];
                 const ut::ThemeColors& back = ut::themeTable[static_cast<int>(background)];
                 EXPECT_GE(
                     std::min(contrast(front.light, back.light), contrast(front.dark, back.dark)),
-                    pair.contrast)
+                    least)
                     << static_cast<int>(color) << " on " << static_cast<int>(background);
             }
         }

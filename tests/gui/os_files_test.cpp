@@ -4,6 +4,8 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -33,12 +35,7 @@ Positions positionsOf(const std::wstring& path) {
 
 TEST(PositionFile, HoldsSixLinesWithANumberEach) {
     const std::string longLine(2046, ' ');
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::vector<double> values;
-        bool read;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::vector<double>, bool> cases[] = {
         {"no last end", "1\n2\n3\n4\n5\n6", {1, 2, 3, 4, 5, 6}, true},
         {"more lines", "1\n2\n3\n4\n5\n6\nseven\n", {1, 2, 3, 4, 5, 6}, true},
         {"endings", "1\r\n2\r3\n4\r\n5\r6\r", {1, 2, 3, 4, 5, 6}, true},
@@ -58,28 +55,23 @@ TEST(PositionFile, HoldsSixLinesWithANumberEach) {
     };
     const TemporaryFolder folder;
     const std::wstring path = folder.wide("") + L"\x00E9\x4F4D.txt";
-    for (const auto& entry : cases) {
-        const std::string_view bytes = entry.bytes;
+    for (auto [what, text, expected, read] : cases) {
+        const std::string_view bytes = text;
         ASSERT_FALSE(ut::replaceFile(path, {&bytes, 1}));
-        std::vector<double> expected = entry.values;
         // What was not read keeps its value.
         expected.resize(6, unset);
-        EXPECT_EQ(positionsOf(path), (Positions{expected, entry.read})) << entry.what;
+        EXPECT_EQ(positionsOf(path), (Positions{expected, read})) << what;
     }
     const Positions none{std::vector<double>(6, unset), false};
     EXPECT_EQ(positionsOf(folder.wide("none")), none);
     EXPECT_EQ(positionsOf(folder.wide("")), none);
 }
 
-TEST(Folders, OfThePlacesBar) {
-    const int identifiers[] = {0, 17, 5, 6, 18, 8, 17};
-    for (int index = 0; index < 7; ++index) {
-        EXPECT_EQ(wut::placesBarFolderCSIDLByIndex(index), identifiers[index]) << index;
+TEST(Folders, AreNumberedAndComparedByTheirFullPaths) {
+    for (const auto& [index, identifier] :
+         {std::pair(-1, 17), {0, 0}, {1, 17}, {2, 5}, {3, 6}, {4, 18}, {5, 8}, {6, 17}}) {
+        EXPECT_EQ(wut::placesBarFolderCSIDLByIndex(index), identifier) << index;
     }
-    EXPECT_EQ(wut::placesBarFolderCSIDLByIndex(-1), 17);
-}
-
-TEST(Folders, AreIdenticalByTheirFullPaths) {
     const std::wstring here = std::filesystem::current_path().wstring();
     EXPECT_TRUE(wut::areIdenticalFolders(L"b/../c/", OdString(here + L"/c")));
     EXPECT_FALSE(wut::areIdenticalFolders(L"b", L"c"));

@@ -68,15 +68,11 @@ TEST(Programs, StartFresh) {
     std::signal(SIGPIPE, before);
 }
 
-TEST(Programs, AreSplitIntoWordsWithoutAShell) {
+TEST(Programs, AreFoundInThePathAndGetWordsWithoutAShell) {
     EXPECT_EQ(outputOf("arguments", L" 'a b'  c\\ d \"e\\\"\" $HOME * ; \xDCFF"),
               "a b\nc d\ne\"\n$HOME\n*\n;\n\xFF\n");
-}
-
-TEST(Programs, AreFoundInThePathAndTellTheError) {
     EXPECT_EQ(wut::OsShell().executeCommand(L"", L"true", 0), 0u);
-    EXPECT_EQ(wut::OsShell().executeCommand(L"", L"/etc/passwd", 0),
-              static_cast<unsigned long>(EACCES));
+    EXPECT_EQ(wut::OsShell().executeCommand(L"", L"/etc/passwd", 0), unsigned{EACCES});
 }
 
 void ignore(int) {}

@@ -74,16 +74,14 @@ TEST(PixelRows, EveryKernelConvertsTheRowAndNothingElse) {
 TEST(PixelRows, AreConvertedByWhatTheProcessorHas) {
     const std::string processor = readBytes(onWindows() ? "Z:/proc/cpuinfo" : "/proc/cpuinfo");
     const bool shuffles = processor.find(" ssse3 ") != std::string::npos;
-    const pixel_rows::Kernel& plain = pixel_rows::kernels().front();
     const pixel_rows::Kernel& used = pixel_rows::kernels().back();
-    EXPECT_STREQ(plain.name, "portable");
     EXPECT_STREQ(used.name, shuffles ? "ssse3" : "portable");
     for (const PixelFormat from : formats) {
         for (const PixelFormat to : formats) {
             EXPECT_EQ(pixel_rows::converter(from, to), used.at(from, to));
             // What is only copied needs no instructions of its own.
-            EXPECT_EQ(used.at(from, to) != plain.at(from, to), shuffles && from != to)
-                << from << " to " << to;
+            EXPECT_EQ(used.at(from, to) != pixel_rows::kernels().front().at(from, to),
+                      shuffles && from != to);
         }
     }
 }

@@ -87,18 +87,17 @@ TEST_F(SearchField, LeavesOtherEventsToItsValidator) {
 }
 
 TEST_F(SearchField, IsMadeByTheNameOfItsClass) {
-    std::unique_ptr<wxObject> object(wxCreateDynamicObject("QuorSearchCtrl"));
-    auto* made = wxDynamicCast(object.get(), wut::QuorSearchCtrl);
-    ASSERT_NE(made, nullptr);
-    EXPECT_TRUE(made->IsKindOf(wxCLASSINFO(wxSearchCtrl)));
-    ASSERT_TRUE(made->Create(panel_, 7001, ""));
+    const std::unique_ptr<wxObject> object(wxCreateDynamicObject("QuorSearchCtrl"));
+    auto& made = dynamic_cast<wut::QuorSearchCtrl&>(*object);
+    EXPECT_TRUE(made.IsKindOf(wxCLASSINFO(wxSearchCtrl)));
+    ASSERT_TRUE(made.Create(panel_, 7001, ""));
     // The text of another window's event is not its own.
     wxCommandEvent event(wxEVT_TEXT, field_->GetId());
     event.SetString("other");
-    EXPECT_FALSE(made->ProcessWindowEvent(event));
-    EXPECT_FALSE(made->IsCancelButtonVisible());
-    made->SetValue("more");
-    EXPECT_TRUE(made->IsCancelButtonVisible());
+    EXPECT_FALSE(made.ProcessWindowEvent(event));
+    EXPECT_FALSE(made.IsCancelButtonVisible());
+    made.SetValue("more");
+    EXPECT_TRUE(made.IsCancelButtonVisible());
 }
 
 }  // namespace

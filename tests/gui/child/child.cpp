@@ -20,26 +20,14 @@
 
 namespace {
 
-/// A file is there once it is complete.
-class Output {
-public:
-    explicit Output(std::string path)
-        : path_(std::move(path)), file_(path_ + ".part", std::ios::binary) {}
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
-    ~Output() {
-        file_.close();
-        std::filesystem::rename(path_ + ".part", path_);
-    }
-    std::ofstream& text() { return file_; }
-
-private:
-    std::string path_;
-    std::ofstream file_;
-};
+/// The file is there once it is complete.
+void write(const std::string& path, const std::string& text) {
+    std::ofstream(path + ".part", std::ios::binary) << text;
+    std::filesystem::rename(path + ".part", path);
+}
 
 void stay(const std::string& path) {
-    Output(path).text() << ownProcessId();
+    write(path, std::to_string(ownProcessId()));
     // Should nobody end it, it must not stay for ever.
     std::this_thread::sleep_for(std::chrono::seconds(100));
 }
@@ -57,23 +45,24 @@ int main(int count, char** words) {
         return std::atoi(path.c_str());
     }
     if (action == "start") {
-        describeStart(Output(path).text());
+        write(path, howStarted());
     } else if (action == "stay") {
         stay(path);
     } else if (action == "nest" && count == 4) {
         startProgram(arguments[0], "stay", arguments[3]);
         stay(path);
     } else if (action == "arguments") {
-        Output output(path);
+        std::string lines;
         for (int i = 3; i < count; ++i) {
-            output.text() << words[i] << '\n';
+            lines += arguments[static_cast<std::size_t>(i)] + '\n';
         }
+        write(path, lines);
     } else if (action == "wx") {
-        Output output(path);
         wut::initWxWidgets(true);
-        output.text() << (wxAppConsole::GetInstance() != nullptr ? "started" : "not started");
+        const bool started = wxAppConsole::GetInstance() != nullptr;
         wut::initWxWidgets(false);
-        output.text() << (wxAppConsole::GetInstance() == nullptr ? " ended" : " not ended");
+        const bool ended = wxAppConsole::GetInstance() == nullptr;
+        write(path, started && ended ? "started ended" : "not so");
     } else {
         return 2;
     }

@@ -1,7 +1,6 @@
 /// What the child does differently on each system.
 #pragma once
 
-#include <iosfwd>
 #include <string>
 
 unsigned long ownProcessId();
@@ -10,4 +9,4 @@ unsigned long ownProcessId();
 void startProgram(const std::string& program, const std::string& first, const std::string& second);
 
 /// How this process was started, a fact a line.
-void describeStart(std::ostream& text);
+std::string howStarted();

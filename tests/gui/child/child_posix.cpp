@@ -3,8 +3,8 @@
 
 #include <csignal>
 #include <filesystem>
-#include <ostream>
 #include <set>
+#include <sstream>
 
 #include "tests/gui/child/child.h"
 
@@ -17,29 +17,29 @@ void startProgram(const std::string& program, const std::string& first, const st
     }
 }
 
-void describeStart(std::ostream& text) {
+std::string howStarted() {
     std::set<std::string> open;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         std::error_code gone;
-        const std::string target = std::filesystem::read_symlink(entry, gone).string();
-        // The file that is written, and the folder that is being read, are its own.
-        if (!target.ends_with(".part") && !target.ends_with("/fd")) {
+        // The folder that is being read is its own.
+        if (!std::filesystem::read_symlink(entry, gone).string().ends_with("/fd")) {
             open.insert(entry.path().filename().string());
         }
     }
+    std::ostringstream text;
     text << "open:";
     for (const std::string& descriptor : open) {
         text << ' ' << descriptor;
     }
     char byte = 0;
-    text << "\ninput: " << std::filesystem::read_symlink("/proc/self/fd/0").string()
-         << ", at its end: " << (::read(STDIN_FILENO, &byte, 1) == 0)
-         << ", for reading alone: " << ((::fcntl(STDIN_FILENO, F_GETFL) & O_ACCMODE) == O_RDONLY);
-    text << "\ngroup of its own: " << (::getpgrp() == ::getpid());
     struct sigaction pipe {};
     ::sigaction(SIGPIPE, nullptr, &pipe);
     sigset_t blocked;
     ::sigprocmask(SIG_SETMASK, nullptr, &blocked);
-    text << "\nbroken pipes end it: "
+    text << "\ninput: " << std::filesystem::read_symlink("/proc/self/fd/0").string()
+         << ", at its end: " << (::read(STDIN_FILENO, &byte, 1) == 0)
+         << ", for reading alone: " << ((::fcntl(STDIN_FILENO, F_GETFL) & O_ACCMODE) == O_RDONLY)
+         << "\ngroup of its own: " << (::getpgrp() == ::getpid()) << "\nbroken pipes end it: "
          << (pipe.sa_handler == SIG_DFL && sigismember(&blocked, SIGPIPE) == 0) << '\n';
+    return text.str();
 }

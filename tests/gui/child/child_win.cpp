@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include <ostream>
+#include <string>
 
 #include "tests/gui/child/child.h"
 
@@ -18,10 +18,10 @@ void startProgram(const std::string& program, const std::string& first, const st
     }
 }
 
-void describeStart(std::ostream& text) {
+std::string howStarted() {
     STARTUPINFOA startup{};
     GetStartupInfoA(&startup);
-    text << "title: " << startup.lpTitle
-         << "\nshow: " << ((startup.dwFlags & STARTF_USESHOWWINDOW) != 0 ? startup.wShowWindow : -1)
-         << "\npriority: " << GetPriorityClass(GetCurrentProcess()) << '\n';
+    const int show = (startup.dwFlags & STARTF_USESHOWWINDOW) != 0 ? startup.wShowWindow : -1;
+    return "title: " + std::string(startup.lpTitle) + "\nshow: " + std::to_string(show) +
+           "\npriority: " + std::to_string(GetPriorityClass(GetCurrentProcess())) + '\n';
 }
