@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include <platen/utcore.h>
+#include "inspect/rewriting.h"
 #include "tests/support/trees.h"
 
 namespace {
@@ -71,6 +72,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     PiaReport report;
     if (!piaWriteBody(*first.root(), body, report)) {
         std::abort();  // No line that was read holds a line feed.
+    }
+    // Who is sure without making the body must be right.
+    if (platen::surelyReadsBack(first) && report.warningCount() != 0) {
+        std::abort();
     }
     PiaInput second;
     const bool readAgain = second.openBody(body);

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <iterator>
 
 #include <platen/utcore.h>
@@ -12,19 +11,17 @@ constexpr bool tableFollowsTheCodes() {
             return false;
         }
     }
-    return std::size(piaCodeTable) == static_cast<std::size_t>(PiaCode::SettingsRefused) + 1;
+    return std::size(piaCodeTable) == static_cast<std::size_t>(PiaCode::PrivateDataLength) + 1;
 }
 static_assert(tableFollowsTheCodes());
 
 const PiaCodeEntry& entryOf(PiaCode code) { return piaCodeTable[static_cast<std::size_t>(code)]; }
 
-/// A text for one line of a message: short, and without characters that would disturb a terminal.
-std::string quoted(std::wstring_view text) {
+/// A text among others in a line; the whole of it is in the finding.
+std::string excerpt(std::wstring_view text) {
     constexpr std::size_t longest = 60;
-    std::wstring shown(text.substr(0, longest));
-    std::replace_if(
-        shown.begin(), shown.end(), [](wchar_t c) { return c < L' ' || c == L'\x7F'; }, L'?');
-    return "\"" + ut::encodeUtf8(shown) + (text.size() > longest ? "...\"" : "\"");
+    const std::wstring_view shown = ut::utf16Prefix(text, longest);
+    return ut::encodeUtf8(shown) + (shown.size() < text.size() ? "..." : "");
 }
 
 }  // namespace
@@ -42,15 +39,16 @@ std::string PiaFinding::describe() const {
         text += ", byte " + std::to_string(*offset);
     }
     if (!path.empty()) {
-        text += ", at " + quoted(path);
+        text += ", at " + excerpt(path);
     }
     if (!expected.empty()) {
+        // Of the library's making, such as all the folders that were searched.
         text += ", expected " + ut::encodeUtf8(expected);
     }
     if (!found.empty()) {
-        text += ", found " + quoted(found);
+        text += ", found \"" + excerpt(found) + "\"";
     }
-    return text;
+    return ut::printable(text);
 }
 
 void PiaReport::warn(PiaFinding finding) {

@@ -10,6 +10,7 @@
 #include <platen/utcore.h>
 #include "log/translated.h"
 #include "plotcfg/document_keys.h"
+#include "plotcfg/named_pmp.h"
 #include "plotcfg/registered_printers.h"
 
 using plot_config::printers;
@@ -113,19 +114,15 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForDefaultPrinter(PiaReport& report)
 }
 
 void CPlotCfg3::readPmp(const wchar_t* path, PiaReport& report) {
-    OdArray<OdString> folders;
-    folders.append(OdString(std::wstring(ut::folderOf(ut::fullPath(path)))));
-    folders.append(OdString(ut::getSetting(L"PlotCfgPath")));
-    // Attaching clears the name in the meta node.
     const std::wstring name = meta.userDefinedModelPathname;
-    PiaReport why;
-    if (PlotModelParam* found = PlotModelParam::read(name.c_str(), folders, &why)) {
-        attachPMP(found);
+    plot_config::NamedPmp found = plot_config::readNamedPmp(name, path);
+    if (found.document) {
+        attachPMP(found.document.release());
         return;
     }
     wut::logError(translated(L"Failed to read file '%ls'.").c_str(), name.c_str());
-    if (why.failure()) {
-        PiaFinding finding = *why.failure();
+    if (found.report.failure()) {
+        PiaFinding finding = *found.report.failure();
         finding.path = L"meta/user_defined_model_pathname";
         report.warn(std::move(finding));
     }

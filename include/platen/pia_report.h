@@ -10,8 +10,8 @@
 
 #include <platen/platen_api.h>
 
-/// Everything that a reader or writer can find. Each has a stable word (`piaCodeWord`), a sentence
-/// and a remedy.
+/// Everything that can be found. Each has a word that stays the same from release to release
+/// (`piaCodeWord`), a sentence and a remedy.
 enum class PiaCode {
     // The file and its container.
     FileUnreadable,
@@ -68,9 +68,33 @@ enum class PiaCode {
     PaperLeftOut,
     SettingLeftOut,
     SettingsRefused,
+    PrinterMoved,
+    // What a document leaves behind of its file.
+    ItemNotCarried,
+    ValueNotRead,
+    // What a document may hold although it makes no sense.
+    StyleNameDuplicate,
+    StyleLineWeightRange,
+    StyleScreenRange,
+    HeaderKind,
+    ColourOrder,
+    PaperWithoutSize,
+    PaperNotDescribed,
+    PaperNameDuplicate,
+    PaperTooLarge,
+    PaperMargins,
+    PaperUnits,
+    PaperUnknown,
+    DefaultPaperUnknown,
+    PmpMissing,
+    PmpUnreadable,
+    BinaryOddLength,
+    BinaryNotHex,
+    PrivateDataLength,
 };
 
-/// The stable word of a code, such as "checksum-mismatch".
+/// The stable word of a code, such as "checksum-mismatch". Codes that mean the same to a reader may
+/// share one.
 PLATEN_API const char* piaCodeWord(PiaCode code);
 /// One English sentence without its full stop.
 PLATEN_API const char* piaCodeMessage(PiaCode code);
@@ -90,7 +114,7 @@ struct PLATEN_API PiaFinding {
     std::wstring expected{};
     std::wstring found{};
 
-    /// Everything known in one line, UTF-8.
+    /// Everything known in one line, UTF-8, without control characters.
     std::string describe() const;
 };
 

@@ -84,6 +84,9 @@ PLATEN_API std::size_t convertToAnsi(std::wstring_view text, std::string& bytes)
 PLATEN_API std::size_t utf16Length(std::wstring_view text);
 /// The longest beginning of `text` of at most `units` UTF-16 units; a surrogate pair stays whole.
 PLATEN_API std::wstring_view utf16Prefix(std::wstring_view text, std::size_t units);
+/// UTF-8 text in which control characters are spelled out ("\x1B"), since files may hold any and a
+/// terminal acts upon them. Line feeds stay when `keepLines`.
+PLATEN_API std::string printable(std::string_view text, bool keepLines = false);
 /// Ordinal comparison by UTF-16 units: negative, 0 or positive.
 PLATEN_API int compareOrdinal(std::wstring_view left, std::wstring_view right);
 
@@ -142,6 +145,8 @@ inline wchar_t toLower(wchar_t character) {
 PLATEN_API std::wstring formatFixed(double value, int precision);
 /// The same as ASCII.
 PLATEN_API std::string formatFixedAscii(double value, int precision);
+/// Fixed notation with at most `precision` digits after the point, the zeros at its end left out.
+PLATEN_API std::string formatRounded(double value, int precision);
 
 // ---------------------------------------------------------------------------------------------
 // Files

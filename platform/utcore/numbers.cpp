@@ -267,6 +267,17 @@ std::string formatFixedAscii(double value, int precision) {
     return {characters, result.ptr};
 }
 
+std::string formatRounded(double value, int precision) {
+    std::string digits = formatFixedAscii(value, precision);
+    if (digits.find('.') != std::string::npos) {
+        digits.erase(digits.find_last_not_of('0') + 1);
+    }
+    if (digits.ends_with('.')) {
+        digits.pop_back();
+    }
+    return digits;
+}
+
 std::wstring formatFixed(double value, int precision) {
     const std::string text = formatFixedAscii(value, precision);
     return {text.begin(), text.end()};

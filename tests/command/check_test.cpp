@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/command/support.h"
+#include "tests/support/configurations.h"
 
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -9,104 +10,58 @@ namespace {
 
 using CommandCheckTest = CommandTest;
 
-TEST_F(CommandCheckTest, DamagedContainersAreNamed) {
-    prepare({"create", "stb", "-o", "@sound"});
-    const std::string sound = read("sound");
-    const auto flipped = [&](std::size_t at) {
-        std::string bytes = sound;
-        bytes[at] = static_cast<char>(bytes[at] ^ 0x55);
-        return bytes;
-    };
+TEST_F(CommandCheckTest, FindingsAreLines) {
+    prepare({"create", "stb", "-o", "@file"});
+    const std::string sound = read("file");
+    std::string damaged = sound;
+    damaged[48] = static_cast<char>(damaged[48] ^ 1);
+    std::string many;
+    for (int number = 0; number < 1000; ++number) {
+        many += "n" + std::to_string(number) + "=1\n";
+    }
     const struct {
         std::string bytes;
-        const char* word;
         int code;
+        std::string words;
     } cases[] = {
-        {sound, "ok", 0},
-        {flipped(20), "[header-text]", 3},
-        {flipped(48), "[checksum-mismatch]", 3},
-        {flipped(52), "[body-length]", 3},
-        {flipped(56), "[compressed-length]", 3},
-        {sound + "tail", "[bytes-after-stream]", 3},
-        {sound.substr(0, 40), "[file-too-short]", 2},
-        {sound.substr(0, sound.size() / 2), "[stream-truncated]", 2},
-        {flipped(70), "[stream-", 2},
-        {"", "[json-missing]", 2},
-        {"{\"data\":3}", "[json-no-data]", 2},
+        {sound, 0, "ok, named plot style table\n"},
+        {fileAround(bareConfiguration, PiaKind::Pc3), 0, "ok, plot configuration\n"},
+        {fileAround(bareParameters, PiaKind::Pc3), 0, "ok, plot model parameters\n"},
+        {damaged, 3,
+         "warning [checksum-mismatch] the checksum in the header is not that of the data, byte 48, "
+         "expected "},
+        {fileAround(edited(bareParameters, "udm{", "udn{"), PiaKind::Pc3), 0,
+         "ok, container of an unknown document\n"},
+        {fileAround(edited(bareParameters, "  _y=1.000000\n", "  _y=\x1B[2J\n"), PiaKind::Pc3), 2,
+         "error [value-invalid] the value cannot be used, line 35, at udm/calibration/_y, expected "
+         "a number, found \"\\x1B[2J\"; correct the value\n"},
+        {fileAround(many + fullParameters, PiaKind::Pc3), 3, "1 more findings\n"},
     };
-    for (const auto& [bytes, word, code] : cases) {
+    for (const auto& [bytes, code, words] : cases) {
         write("file", bytes);
         const CommandResult result = run({"check", "@file"});
-        EXPECT_EQ(result.code, code) << word << result.out;
-        EXPECT_THAT(result.out, HasSubstr(word));
+        EXPECT_EQ(result.code, code) << words << result.out;
+        EXPECT_THAT(result.out, HasSubstr(path("file") + ": " + words));
         EXPECT_THAT(result.err, IsEmpty());
-    }
-}
-
-TEST_F(CommandCheckTest, SenselessTablesAreNamed) {
-    const std::string body = createdBody("ctb");
-    const struct {
-        const char* from;
-        const char* to;
-        PiaKind kind;
-        int code;
-        const char* expected;
-    } cases[] = {
-        {"lineweight=0", "lineweight=27", PiaKind::Ctb, 3, "[style-lineweight-range]"},
-        {"lineweight=0", "lineweight=-1", PiaKind::Ctb, 3, "at plot_style/0/lineweight"},
-        {"screen=100", "screen=101", PiaKind::Ctb, 3, "[style-screen-range]"},
-        {"  name=\"Color_2\n", "  name=\"COLOR_1\n", PiaKind::Ctb, 2, "[style-unknown]"},
-        {"Color_7\n", "Color_8\n", PiaKind::Ctb, 3, "[colour-order]"},
-        {"aci_table_available=TRUE", "aci_table_available=FALSE", PiaKind::Ctb, 3, "[header-kind]"},
-        {"aci_table_available=TRUE", "aci_table_available=FALSE", PiaKind::Stb, 0, "ok"},
-        {"scale_factor=", "scale_tractor=", PiaKind::Ctb, 2, "[key-missing]"},
-        {"  screen=100", "  screen=most", PiaKind::Ctb, 2, "[value-invalid]"},
-        {" 254=\"Color_255", " 255=\"Color_255", PiaKind::Ctb, 2, "[index-invalid]"},
-    };
-    for (const auto& [from, to, kind, code, expected] : cases) {
-        writeFile("file", replaced(body, from, to), kind);
-        const CommandResult result = run({"check", "@file"});
-        EXPECT_EQ(result.code, code) << to << result.out;
-        EXPECT_THAT(result.out, HasSubstr(expected)) << to;
-    }
-}
-
-TEST_F(CommandCheckTest, TwoStylesOfOneNameAreNamed) {
-    const std::string body = createdBody("stb");
-    const std::size_t first = body.find(" 0{");
-    const std::size_t end = body.find(" }\n", first) + 3;
-    const std::string style =
-        replaced(replaced(body.substr(first, end - first), " 0{", " 1{"), "\"Normal", "\"NORMAL");
-    writeFile("file", std::string(body).insert(end, style), PiaKind::Stb);
-    const CommandResult result = run({"check", "@file"});
-    EXPECT_EQ(result.code, 3);
-    EXPECT_THAT(result.out, HasSubstr("[style-name-duplicate]"));
-    EXPECT_THAT(result.out, HasSubstr("plot_style/1/name"));
-}
-
-TEST_F(CommandCheckTest, WhatWritingWouldLoseIsNamed) {
-    prepare({"create", "stb", "-o", "@sound"});
-    prepare({"convert", "@sound", "-o", "@sound.json"});
-    const std::string json = read("sound.json");
-    const struct {
-        std::string description;
-        const char* expected;
-    } cases[] = {
-        {std::string(600, 'x'), "[line-cut]"},
-        {"\xE7\xBB\x98\xE5\x9B\xBE", "[character-lost]"},
-        {"two\\nlines", "[line-break-in-value]"},
-    };
-    for (const auto& [description, expected] : cases) {
-        write("file",
-              replaced(json, "\"description\": \"\"", "\"description\": \"" + description + "\""));
-        const CommandResult result = run({"check", "@file"});
-        EXPECT_EQ(result.code, 3) << expected << result.out;
-        EXPECT_THAT(result.out, HasSubstr(expected));
     }
 }
 
 TEST_F(CommandCheckTest, AFileThatCannotBeReadIsAMessage) {
     expectRefused({"check", "@missing"}, "missing");
+}
+
+TEST_F(CommandCheckTest, TheSizeLimitCanBeRaised) {
+    writeFile("file", bareConfiguration, PiaKind::Pc3);
+    for (const char* command : {"info", "check", "get"}) {
+        const CommandResult refused = run({command, "--max-body", "1kb", "@file"});
+        EXPECT_EQ(refused.code, 2) << command;
+        EXPECT_THAT(refused.out + refused.err, HasSubstr("--max-body 1GB")) << command;
+        EXPECT_EQ(run({command, "--max-body", "3KB", "@file"}).code, 0) << command;
+    }
+    EXPECT_EQ(run({"convert", "--max-body", "100", "@file", "-o", "@b.json"}).code, 2);
+    EXPECT_EQ(run({"convert", "--max-body", "3000", "@file", "-o", "@b.txt"}).code, 0);
+    EXPECT_EQ(run({"info", "--max-body", "lots", "@file"}).code, 2);
+    EXPECT_EQ(run({"info", "--max-body", "-1", "@file"}).code, 2);
 }
 
 }  // namespace

@@ -121,12 +121,12 @@ TEST_F(CommandInfoDocuments, ThePmpIsLookedFor) {
 
     writeFile("PMP/papers.pmp", edited(fullParameters, "hidden{\n media{", "hidden{\n x{"),
               PiaKind::Pc3);
-    EXPECT_THAT(run({"info", "@a.pc3"}).err, HasSubstr("at \"hidden\""));
+    EXPECT_THAT(run({"info", "@a.pc3"}).err, HasSubstr("at hidden,"));
     writeFile("PMP/papers.pmp", edited(fullParameters, "udm{", "udn{"), PiaKind::Pc3);
     const CommandResult broken = run({"info", "@a.pc3"});
     EXPECT_EQ(broken.code, 3);
     EXPECT_THAT(broken.out, HasSubstr("papers.pmp, cannot be read"));
-    EXPECT_THAT(broken.err, HasSubstr("at \"udm\""));
+    EXPECT_THAT(broken.err, HasSubstr("at udm"));
     EXPECT_EQ(document("@a.pc3")["pmp"], Json());
 }
 

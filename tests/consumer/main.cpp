@@ -1,6 +1,7 @@
 // An application of its own that uses the installed library: writes a plot style table, reads it
-// back and compares. Objects cross the library's border in both directions. Where the library can
-// print, loading it brings printers along.
+// back and compares, then checks it. Objects cross the library's border in both directions. Where
+// the library can print, loading it brings printers along.
+#include <platen/inspect.h>
 #include <platen/log.h>
 #include <platen/plotcfg.h>
 #include <platen/plotstyle.h>
@@ -27,7 +28,7 @@ int main() {
         std::puts("no colour-dependent table was made");
         return 1;
     }
-    made->style(6)->setScreen(42);
+    made->style(6)->setScreen(142);
     if (!made->write(path)) {
         std::puts("the table could not be written");
         return 1;
@@ -39,10 +40,20 @@ int main() {
         return 1;
     }
     if (read->description() != description || read->size() != made->size() ||
-        read->style(6)->screen() != 42) {
+        read->style(6)->screen() != 142) {
         std::puts("the table that was read is not the one that was written");
         return 1;
     }
-    std::puts("written and read");
+
+    const platen::CheckResult result = platen::check(path);
+    for (const platen::Finding& finding : result.findings) {
+        std::puts(platen::describe(finding).c_str());
+    }
+    if (result.findings.size() != 1 || result.findings[0].code != PiaCode::StyleScreenRange ||
+        result.findings[0].line != 111U) {
+        std::puts("the screening that is no percentage was not found in its line");
+        return 1;
+    }
+    std::puts("written, read and checked");
     return 0;
 }

@@ -4,11 +4,10 @@
 #include <cstddef>
 #include <utility>
 
+#include <platen/inspect.h>
 #include <platen/utcore.h>
 #include "tools/platen/files/losses.h"
 #include "tools/platen/files/output.h"
-#include "tools/platen/lost_items.h"
-#include "tools/platen/recognise.h"
 
 namespace platen {
 namespace {

@@ -1,23 +1,17 @@
 #include <CLI/CLI.hpp>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include <platen/inspect.h>
 #include <platen/pia.h>
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
-#include "tools/platen/config_rules.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/findings.h"
-#include "tools/platen/json_lines.h"
-#include "tools/platen/parameters_rules.h"
 #include "tools/platen/printers/installed_printers.h"
-#include "tools/platen/printers/printer_rules.h"
-#include "tools/platen/recognise.h"
-#include "tools/platen/table_rules.h"
+#include "tools/platen/remedies.h"
 
 namespace cli::commands {
 namespace {
@@ -40,87 +34,51 @@ struct CheckOptions {
     std::uint64_t maxBody = files::usualMaxBody;
 };
 
-/// What would not survive if the file were written again. The file itself is not at fault, so
-/// that even a refusal is a warning.
-void checkRewriting(const PiaBlock& root, platen::FindingList& findings) {
-    PiaFileOut writer;
-    ut::ByteBuffer bytes;
-    const bool encoded = writer.encode(root, bytes);
-    findings.addWarnings(writer.report());
-    if (!encoded && writer.report().failure()) {
-        findings.add(*writer.report().failure(), platen::Severity::Warning);
-    }
-}
-
-std::optional<platen::FileKind> examine(PiaInput& input, const std::wstring& path,
-                                        const PiaReadOptions& reading, bool askPrinters,
-                                        platen::FindingList& findings) {
-    std::optional<platen::FileKind> kind;
-    platen::Content content;
-    const bool opened = input.root() != nullptr;
-    if (opened) {
-        content = platen::readContent(input, path, reading);
-        kind = content.kind;
-    }
-    findings.addWarnings(input.report());
-    if (input.report().failure()) {
-        findings.add(*input.report().failure(), platen::Severity::Error);
-    }
-    if (content.table) {
-        platen::checkTable(*content.table, input.container().kind, findings);
-    }
-    if (content.config) {
-        platen::checkConfig(input, content, findings);
-        if (askPrinters) {
-            printers::checkPrinter(*content.config, findings);
-        }
-    }
-    if (content.parameters) {
-        platen::checkParameters(input, *content.parameters, findings);
-    }
-    if (opened) {
-        findings.locate(input);
-        checkRewriting(*input.root(), findings);
-    }
-    return kind;
-}
-
-void printFindings(const std::string& file, std::optional<platen::FileKind> kind,
-                   const platen::FindingList& findings, const Console& console) {
+void printFindings(const std::string& file, const platen::CheckResult& result,
+                   const Console& console) {
     const std::string shown = printable(file);
-    if (findings.verdict() == ExitCode::Ok) {
-        console.out << shown << ": ok, " << platen::kindName(*kind) << '\n';
+    if (result.verdict == platen::Verdict::Sound) {
+        console.out << shown << ": ok, " << platen::kindName(*result.kind) << '\n';
     }
-    for (const platen::Finding& finding : findings.list()) {
-        console.out << shown << ": " << describe(finding) << '\n';
+    for (const platen::Finding& finding : result.findings) {
+        console.out << shown << ": " << platen::describe(finding) << '\n';
     }
-    if (findings.omitted() != 0) {
-        console.out << shown << ": " << findings.omitted() << " more findings\n";
+    if (result.omitted != 0) {
+        console.out << shown << ": " << result.omitted << " more findings\n";
     }
 }
 
-bool cannotBeRead(const PiaReport& report) {
-    return report.failure() && report.failure()->code == PiaCode::FileUnreadable;
+ExitCode codeOf(platen::Verdict verdict) {
+    switch (verdict) {
+        case platen::Verdict::Sound:
+            return ExitCode::Ok;
+        case platen::Verdict::Warnings:
+            return ExitCode::Warnings;
+        case platen::Verdict::Errors:
+            break;
+    }
+    return ExitCode::Error;
 }
 
 ExitCode checkFile(const std::string& file, const CheckOptions& options, const Console& console) {
-    const std::wstring path = ut::decodePath(file);
-    const PiaReadOptions reading = files::readingUpTo(options.maxBody);
-    PiaInput input;
-    static_cast<void>(input.open(path.c_str(), reading));
-    platen::FindingList findings;
-    const std::optional<platen::FileKind> kind =
-        examine(input, path, reading, options.printers, findings);
-    if (options.json) {
-        console.out << platen::checkLine(file, kind, findings) << '\n';
+    const platen::CheckSettings settings{
+        .reading = files::readingUpTo(options.maxBody),
+        .printers = options.printers ? printers::installedPrinters() : nullptr};
+    platen::CheckResult result = platen::check(ut::decodePath(file), settings);
+    for (platen::Finding& finding : result.findings) {
+        finding.remedy = remedyOf(finding.code);
     }
-    if (cannotBeRead(input.report())) {
-        return fail(console, file, input.report());
+    if (options.json) {
+        console.out << platen::checkJson(file, result) << '\n';
+    }
+    if (!result.findings.empty() && result.findings[0].code == PiaCode::FileUnreadable) {
+        return fail(console, file,
+                    result.findings[0].describe() + "; " + result.findings[0].remedy);
     }
     if (!options.json) {
-        printFindings(file, kind, findings, console);
+        printFindings(file, result, console);
     }
-    return findings.verdict();
+    return codeOf(result.verdict);
 }
 
 /// Verifies files and lists every finding.

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include <platen/inspect.h>
 #include <platen/pia.h>
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
@@ -16,7 +17,6 @@
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/recognise.h"
 #include "tools/platen/words/table_text.h"
 
 namespace cli::commands {

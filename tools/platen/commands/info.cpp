@@ -6,14 +6,12 @@
 #include <string>
 #include <vector>
 
+#include <platen/inspect.h>
 #include <platen/pia.h>
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/json_lines.h"
-#include "tools/platen/lost_items.h"
-#include "tools/platen/recognise.h"
 #include "tools/platen/words/config_text.h"
 #include "tools/platen/words/parameters_text.h"
 #include "tools/platen/words/table_text.h"
@@ -129,7 +127,7 @@ ExitCode infoOf(const std::string& file, const InfoOptions& options, const Conso
     }
     const platen::Content content = platen::readContent(input, path, reading);
     if (options.json) {
-        console.out << platen::infoLine(file, input.container(), content) << '\n';
+        console.out << platen::infoJson(file, input.container(), content) << '\n';
     } else {
         describeFile(file, input, content, console.out);
     }

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include <platen/inspect.h>
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 #include <platen/utcore.h>
@@ -19,10 +20,8 @@
 #include "tools/platen/files/source.h"
 #include "tools/platen/files/write_source.h"
 #include "tools/platen/printers/installed_printers.h"
-#include "tools/platen/printers/printer_fit.h"
 #include "tools/platen/printers/printer_map.h"
 #include "tools/platen/printers/printer_names.h"
-#include "tools/platen/recognise.h"
 #include "tools/platen/words/words.h"
 
 namespace cli::commands {
@@ -127,7 +126,7 @@ private:
     bool findNewPrinters() {
         bool all = true;
         for (const printers::PrinterMove& move : map_.moves()) {
-            std::optional<printers::InstalledPrinter> printer = printers::askPrinter(move.to);
+            std::optional<platen::InstalledPrinter> printer = printers::askPrinter(move.to);
             if (!printer) {
                 fail(console_, "",
                      "there is no printer " + words::quoted(move.to) +
@@ -225,7 +224,7 @@ private:
         std::wstring driver;
         if (const auto printer = printers_.find(move.to); printer != printers_.end()) {
             driver = printer->second.driver;
-            for (const std::string& reason : printers::misfits(config, printer->second)) {
+            for (const std::string& reason : platen::misfits(config, printer->second)) {
                 code = worse(code, warn(console_, file, reason));
             }
         }
@@ -280,7 +279,7 @@ private:
     printers::PrinterMap map_;
     const Console& console_;
     bool namesOnly_;
-    std::map<std::wstring, printers::InstalledPrinter> printers_;
+    std::map<std::wstring, platen::InstalledPrinter> printers_;
     /// Printers that stay.
     std::set<std::wstring> seen_;
 };

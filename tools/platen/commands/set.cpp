@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include <platen/inspect.h>
 #include <platen/pia.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
-#include "tools/platen/document_state.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/files/write_source.h"

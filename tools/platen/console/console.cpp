@@ -21,38 +21,10 @@ void message(const Console& console, std::string_view file, std::string_view tex
 }
 
 std::string withRemedy(const PiaFinding& finding) {
-    return finding.describe() + "; " + platen::remedyOf(finding.code);
-}
-
-void appendHex(std::string& text, unsigned char byte) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    text += "\\x";
-    text += digits[byte >> 4U];
-    text += digits[byte & 15U];
+    return finding.describe() + "; " + remedyOf(finding.code);
 }
 
 }  // namespace
-
-std::string printable(std::string_view text, bool keepLines) {
-    constexpr unsigned char c1Lead = 0xC2;
-    std::string shown;
-    shown.reserve(text.size());
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        const auto byte = static_cast<unsigned char>(text[index]);
-        const auto next =
-            static_cast<unsigned char>(index + 1 < text.size() ? text[index + 1] : '\0');
-        if (byte == c1Lead && next >= 0x80 && next < 0xA0) {
-            // The second set of control characters, two bytes each in UTF-8.
-            appendHex(shown, next);
-            ++index;
-        } else if ((byte < ' ' && !(keepLines && byte == '\n')) || byte == 0x7F) {
-            appendHex(shown, byte);
-        } else {
-            shown += text[index];
-        }
-    }
-    return shown;
-}
 
 void writeData(const Console& console, std::string_view text) {
     if (console.terminal) {

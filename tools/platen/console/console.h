@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include <platen/utcore.h>
 #include "tools/platen/console/exit_code.h"
 
 class PiaReport;
@@ -18,9 +19,7 @@ struct Console {
     bool terminal = false;
 };
 
-/// UTF-8 text in which control characters are spelled out, since files may hold any and a terminal
-/// acts upon them. Line feeds stay when `keepLines`.
-std::string printable(std::string_view text, bool keepLines = false);
+using ut::printable;
 
 /// Writes the content of a file: as it stands into a pipe or a file, printable on a terminal.
 void writeData(const Console& console, std::string_view text);

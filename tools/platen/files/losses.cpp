@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include <platen/inspect.h>
 #include <platen/utcore.h>
-#include "tools/platen/dropped_items.h"
 
 namespace cli::files {
 

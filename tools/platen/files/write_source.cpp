@@ -1,7 +1,7 @@
 #include "tools/platen/files/write_source.h"
 
+#include <platen/inspect.h>
 #include "tools/platen/files/output.h"
-#include "tools/platen/recognise.h"
 
 namespace cli::files {
 namespace {

@@ -1,4 +1,3 @@
-#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -21,38 +20,36 @@ private:
     const PrinterSystem* before_;
 };
 
+/// Starts the print system for each question.
+class SessionPrinters final : public platen::InstalledPrinters {
+public:
+    std::optional<platen::InstalledPrinter> ask(const std::wstring& name) const override {
+        const PrintSession session;
+        return platen::installedPrinters().ask(name);
+    }
+    bool moveByDriver(CPlotCfg3& config) const override {
+        const PrintSession session;
+        return platen::installedPrinters().moveByDriver(config);
+    }
+    void apply(const CPlotCfg3& config, PiaReport& report) const override {
+        const PrintSession session;
+        platen::installedPrinters().apply(config, report);
+    }
+};
+
 }  // namespace
 
 std::string printersFault() {
     return PrintSession().isOk() ? "" : "the print system of wxWidgets does not start";
 }
 
-std::optional<InstalledPrinter> askPrinter(const std::wstring& name) {
-    const PrintSession session;
-    CPrnHelper helper(name.c_str());
-    if (!helper.isValid()) {
-        return std::nullopt;
-    }
-    InstalledPrinter printer;
-    static_cast<void>(helper.getPrinterDriver(printer.driver));
-    printer.deviceModeBytes =
-        static_cast<std::int64_t>(wut::getDevModeBytes(helper.handle(), name.c_str()));
-    const auto count = static_cast<unsigned>(helper.paperCount());
-    for (unsigned index = 0; index < count; ++index) {
-        printer.papers.push_back(helper.getPaperName(index).text());
-    }
-    return printer;
+const platen::InstalledPrinters* installedPrinters() {
+    static const SessionPrinters printers;
+    return &printers;
 }
 
-bool moveByDriver(CPlotCfg3& config) {
-    const PrintSession session;
-    return wut::installedPrinters().resolveByDriver(config);
-}
-
-void applyToPrinter(const CPlotCfg3& config, PiaReport& report) {
-    const PrintSession session;
-    wut::PrintData data(config.meta.winDeviceName.c_str());
-    static_cast<void>(config.toPrintData(data, &report));
+std::optional<platen::InstalledPrinter> askPrinter(const std::wstring& name) {
+    return installedPrinters()->ask(name);
 }
 
 std::unique_ptr<CPlotCfg3> configurationOf(const std::wstring& printer) {

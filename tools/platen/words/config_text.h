@@ -3,8 +3,8 @@
 
 #include <iosfwd>
 
+#include <platen/inspect.h>
 #include <platen/pmp.h>
-#include "tools/platen/recognise.h"
 
 namespace cli::words {
 

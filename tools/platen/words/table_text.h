@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <platen/inspect.h>
 #include <platen/plotstyle.h>
-#include "tools/platen/recognise.h"
 
 namespace cli::words {
 

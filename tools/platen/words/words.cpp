@@ -20,12 +20,7 @@ std::string number(double value) {
 
 std::string roundedNumber(double value) {
     constexpr int places = 4;
-    std::string digits = ut::formatFixedAscii(value, places);
-    digits.erase(digits.find_last_not_of('0') + 1);
-    if (digits.ends_with('.')) {
-        digits.pop_back();
-    }
-    return digits;
+    return ut::formatRounded(value, places);
 }
 
 std::string text(std::wstring_view wide) { return printable(ut::encodeUtf8(wide)); }
