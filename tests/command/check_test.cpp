@@ -33,7 +33,7 @@ TEST_F(CommandCheckTest, FindingsAreLines) {
         {fileAround(edited(bareParameters, "udm{", "udn{"), PiaKind::Pc3), 0,
          "ok, container of an unknown document\n"},
         {fileAround(edited(bareParameters, "  _y=1.000000\n", "  _y=\x1B[2J\n"), PiaKind::Pc3), 2,
-         "error [value-invalid] the value cannot be used, line 35, at udm/calibration/_y, expected "
+         "error [value-invalid] the value cannot be used, line 33, at udm/calibration/_y, expected "
          "a number, found \"\\x1B[2J\"; correct the value\n"},
         {fileAround(many + fullParameters, PiaKind::Pc3), 3, "1 more findings\n"},
     };
