@@ -17,6 +17,9 @@ constexpr unsigned long white = 0xFFFFFF;
 
 template <class Map>
 const typename Map::mapped_type* lookUp(const Map& map, const wchar_t* name) {
+    if (name == nullptr) {
+        return nullptr;
+    }
     const auto entry = map.find(name);
     return entry == map.end() ? nullptr : &entry->second;
 }
@@ -33,6 +36,9 @@ bool copyValue(const Map& map, const wchar_t* name, typename Map::mapped_type& v
 
 template <class Map>
 bool store(Map& map, const wchar_t* name, bool create, typename Map::mapped_type value) {
+    if (name == nullptr) {
+        return false;
+    }
     const auto entry = map.find(name);
     if (entry != map.end()) {
         entry->second = std::move(value);
@@ -194,18 +200,8 @@ bool CCustomNode::getBin(std::wstring& value, const wchar_t* name) const {
     return copyValue(binaries_, name, value);
 }
 
-std::wstring* CCustomNode::findNum(const wchar_t* name, bool create) {
-    const auto entry = create ? numbers_.try_emplace(name).first : numbers_.find(name);
-    return entry == numbers_.end() ? nullptr : &entry->second;
-}
-
 bool CCustomNode::setNum(std::wstring text, const wchar_t* name, bool create) {
-    std::wstring* entry = findNum(name, create);
-    if (entry == nullptr) {
-        return false;
-    }
-    *entry = std::move(text);
-    return true;
+    return store(numbers_, name, create, std::move(text));
 }
 
 bool CCustomNode::set(bool value, const wchar_t* name, bool create) {

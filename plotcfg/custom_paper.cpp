@@ -35,6 +35,24 @@ const UnitWord& wordOf(std::int32_t units) {
 
 std::wstring_view firstWord(std::wstring_view text) { return text.substr(0, text.find(L' ')); }
 
+/// The entry whose word begins the name, or null.
+const UnitWord* unitNamedBy(std::wstring_view name) {
+    const auto* found = std::find_if(
+        std::begin(unitWords), std::end(unitWords),
+        [&](const UnitWord& entry) { return ut::equalNoCase(firstWord(name), entry.word); });
+    return found == std::end(unitWords) ? nullptr : found;
+}
+
+/// Whether readers will know the paper by its own name and take it for what it is. A new paper
+/// (not `known`) has no name but the one for people.
+bool keepsName(const CustomPaperSize& paper, const UnitWord& word, bool known) {
+    if (const UnitWord* named = unitNamedBy(paper.globalName)) {
+        return named == &word;
+    }
+    return word.units == OdDbPlotSettings::kMillimeters && !paper.globalName.empty() &&
+           (known || paper.globalName != paper.localName);
+}
+
 /// "UserDefinedMetric (210.00 x 297.00MM)"
 std::wstring sizeName(const UnitWord& word, const CustomPaperSize& paper) {
     return std::wstring(word.word) + L" (" + ut::formatFixed(paper.width, 2) + L" x " +
@@ -59,7 +77,7 @@ std::wstring descriptionName(const UnitWord& word, bool landscape,
 
 namespace plot_config {
 
-PmpPaper toPmp(const CustomPaperSize& paper) {
+PmpPaper toPmp(const CustomPaperSize& paper, bool known) {
     const UnitWord& word = wordOf(paper.units);
     const double scale = paper_units::millimetresPerUnit(paper.units);
     const bool landscape = paper.width > paper.height;
@@ -77,8 +95,7 @@ PmpPaper toPmp(const CustomPaperSize& paper) {
     description.dimensional = paper.units != OdDbPlotSettings::kPixels;
     description.name = descriptionName(word, landscape, description);
 
-    const bool namedByUnit = ut::equalNoCase(firstWord(paper.globalName), word.word);
-    entries.size.name = namedByUnit ? paper.globalName : sizeName(word, paper);
+    entries.size.name = keepsName(paper, word, known) ? paper.globalName : sizeName(word, paper);
     entries.size.localizedName = paper.localName;
     entries.size.landscapeMode = landscape;
     return entries;
@@ -90,10 +107,8 @@ CustomPaperSize fromPmp(const PmpSizeNode::PaperSize& size,
     paper.source = 1;
     paper.globalName = size.name;
     paper.localName = size.localizedName;
-    for (const UnitWord& entry : unitWords) {
-        if (ut::equalNoCase(firstWord(paper.globalName), entry.word)) {
-            paper.units = entry.units;
-        }
+    if (const UnitWord* named = unitNamedBy(paper.globalName)) {
+        paper.units = named->units;
     }
     if (description != nullptr) {
         const double scale = paper_units::millimetresPerUnit(paper.units);
@@ -109,20 +124,24 @@ CustomPaperSize fromPmp(const PmpSizeNode::PaperSize& size,
 
 }  // namespace plot_config
 
-void CustomPaperSize::initFromPmp(const UdmNode& udm, std::size_t index) {
+bool CustomPaperSize::initFromPmp(const UdmNode& udm, std::size_t index) {
+    if (!udm.media || index >= udm.media->size.papers.size()) {
+        return false;
+    }
     const PmpSizeNode::PaperSize& size = udm.media->size.papers[index];
     const auto& descriptions = udm.media->description.papers;
     const auto found =
         std::find_if(descriptions.begin(), descriptions.end(),
                      [&](const auto& entry) { return entry.name == size.mediaDescriptionName; });
     *this = plot_config::fromPmp(size, found == descriptions.end() ? nullptr : &*found);
+    return true;
 }
 
 void CustomPaperSize::writeToPmp(UdmNode& udm) const {
     if (!udm.media) {
         udm.media = std::make_shared<UdmNode::MediaNode>();
     }
-    plot_config::PmpPaper entries = plot_config::toPmp(*this);
+    plot_config::PmpPaper entries = plot_config::toPmp(*this, false);
     udm.media->description.papers.push_back(std::move(entries.description));
     udm.media->description.makeLastNameUnique();
     entries.size.mediaDescriptionName = udm.media->description.papers.back().name;

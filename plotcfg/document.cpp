@@ -12,6 +12,7 @@
 #include "plotcfg/document_keys.h"
 #include "plotcfg/named_pmp.h"
 #include "plotcfg/registered_printers.h"
+#include "plotcfg/system_text.h"
 
 using plot_config::printers;
 using wut::translated;
@@ -31,30 +32,22 @@ std::wstring_view firstFileName(std::initializer_list<std::wstring_view> paths) 
     return {};
 }
 
+/// What a print system says may have several lines, such as a printer's comment.
+void putSystemTextsInOneLine(CPlotCfg3& config) {
+    for (std::wstring* text :
+         {&config.meta.configDescription, &config.meta.winDriverName, &config.media.size.name}) {
+        *text = plot_config::oneLine(*text);
+    }
+}
+
 }  // namespace
 
 CPlotCfg3::CPlotCfg3() = default;
+CPlotCfg3::CPlotCfg3(const CPlotCfg3&) = default;
+CPlotCfg3& CPlotCfg3::operator=(const CPlotCfg3&) = default;
 CPlotCfg3::CPlotCfg3(CPlotCfg3&&) noexcept = default;
 CPlotCfg3& CPlotCfg3::operator=(CPlotCfg3&&) noexcept = default;
 CPlotCfg3::~CPlotCfg3() = default;
-
-CPlotCfg3::CPlotCfg3(const CPlotCfg3& other)
-    : meta(other.meta),
-      media(other.media),
-      io(other.io),
-      resColorMem(other.resColorMem),
-      custom(other.custom),
-      pmp_(other.pmp_ ? other.pmp_->clone() : nullptr),
-      builtInDevice_(other.builtInDevice_),
-      devModeFields_(other.devModeFields_),
-      ditherType_(other.ditherType_),
-      duplex_(other.duplex_),
-      oldFormatInput_(other.oldFormatInput_) {}
-
-CPlotCfg3& CPlotCfg3::operator=(const CPlotCfg3& other) {
-    *this = CPlotCfg3(other);
-    return *this;
-}
 
 CPlotCfg3* CPlotCfg3::read(const wchar_t* path, bool& printerChanged, PiaReport* report) {
     printerChanged = false;
@@ -161,12 +154,15 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForPrinter(const std::wstring& print
             printer.c_str());
         return nullptr;
     }
+    putSystemTextsInOneLine(*config);
     return config;
 }
 
 bool CPlotCfg3::setToDefault() {
     bool changed = false;
-    return printers().hasPrinter(meta.winDeviceName) && printers().reset(*this, changed) && changed;
+    const bool done = printers().hasPrinter(meta.winDeviceName) && printers().reset(*this, changed);
+    putSystemTextsInOneLine(*this);
+    return done && changed;
 }
 
 bool CPlotCfg3::resolvePrinterByDriver() { return printers().resolveByDriver(*this); }
@@ -198,16 +194,19 @@ std::wstring CPlotCfg3::placeForPmp(std::wstring_view path) const {
     if (!pmp_) {
         return {};
     }
-    const std::wstring_view beside = ut::folderOf(path);
+    const std::wstring full = ut::fullPath(path);
+    const std::wstring_view beside = ut::folderOf(full);
     const std::wstring below = ut::joinPath(beside, pmpFolder);
     const std::wstring_view name =
-        firstFileName({pmp_->userDefinedModelPathname, meta.userDefinedModelPathname, path});
+        firstFileName({pmp_->userDefinedModelPathname, meta.userDefinedModelPathname, full});
     return ut::withExtension(ut::joinPath(ut::folderExists(below) ? below : beside, name),
                              pmpExtension);
 }
 
 bool CPlotCfg3::writePmp(std::wstring_view path) {
-    const std::wstring own = pmp_->filePath.text();
+    // The file is named by its full path: other programs read it from other folders.
+    const std::wstring own =
+        pmp_->filePath.isEmpty() ? std::wstring() : ut::fullPath(pmp_->filePath.text());
     bool done = !own.empty() && pmp_->write(own.c_str());
     if (!done) {
         const std::wstring place = placeForPmp(path);

@@ -7,6 +7,9 @@
 #include "plotcfg/paper_units.h"
 
 bool CMediaNode::CSizeNode::setName(const wchar_t* newName) {
+    if (newName == nullptr) {
+        return false;
+    }
     const bool same = name == newName;
     name = newName;
     return same;

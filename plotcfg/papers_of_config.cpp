@@ -2,6 +2,8 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <set>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -27,11 +29,20 @@ void appendPapers(const UdmNode::MediaNode& media, std::vector<CustomPaperSize>&
 }
 
 /// Adds what `CustomPaperSize::writeToPmp` would, to lists that were empty, without looking
-/// through them for every paper.
+/// through them for every paper. It knows the entries that there were before.
 class PmpPaperWriter {
 public:
+    explicit PmpPaperWriter(const PlotModelParam* before) {
+        if (before != nullptr && before->udm.media) {
+            for (const auto& size : before->udm.media->size.papers) {
+                known_.insert(size.name);
+            }
+        }
+    }
+
     void write(const CustomPaperSize& paper, UdmNode::MediaNode& media) {
-        plot_config::PmpPaper entries = plot_config::toPmp(paper);
+        plot_config::PmpPaper entries =
+            plot_config::toPmp(paper, known_.contains(paper.globalName));
         entries.description.name = descriptionNames_.make(entries.description.name);
         entries.size.name = sizeNames_.make(entries.size.name);
         entries.size.mediaDescriptionName = entries.description.name;
@@ -42,6 +53,7 @@ public:
 private:
     UniqueNames descriptionNames_;
     UniqueNames sizeNames_;
+    std::set<std::wstring> known_;
 };
 
 bool isZero(double length) { return std::abs(length) <= 1e-10; }
@@ -58,7 +70,7 @@ void CPlotCfg3::getCustomPaperSizes(std::vector<CustomPaperSize>& papers) const 
 void CPlotCfg3::setCustomPaperSizes(const std::vector<CustomPaperSize>& papers) {
     std::vector<CustomPaperSize> own;
     UdmNode::MediaNode shared;
-    PmpPaperWriter writer;
+    PmpPaperWriter writer(pmp_.get());
     for (const CustomPaperSize& paper : papers) {
         if (paper.source == 0) {
             own.push_back(paper);

@@ -13,7 +13,9 @@ struct PmpPaper {
     PmpDescriptionNode::PaperSizeDescription description;
 };
 
-PmpPaper toPmp(const CustomPaperSize& paper);
+/// `known`: the PMP has an entry of the paper's global name already, whose name is not changed
+/// where that can be helped.
+PmpPaper toPmp(const CustomPaperSize& paper, bool known);
 
 /// Null for a size entry whose description is missing: the paper then has no lengths.
 CustomPaperSize fromPmp(const PmpSizeNode::PaperSize& size,

@@ -7,6 +7,7 @@
 #include <platen/pia.h>
 #include <platen/pmp.h>
 #include <platen/utcore.h>
+#include <platen/utcore_host.h>
 #include "platform/oda/od_error.h"
 #include "pmp/pmp_keys.h"
 
@@ -28,6 +29,34 @@ std::vector<std::wstring> candidatesOf(const OdArray<OdString>& folders) {
     return candidates;
 }
 
+/// Whether a name says nothing about where it starts from. It may be one of another system.
+bool isRelative(std::wstring_view name) {
+    const bool rooted = name.starts_with(L'/') || name.starts_with(L'\\');
+    const bool hasDrive = name.size() > 1 && name[1] == L':';
+    return !rooted && !hasDrive;
+}
+
+std::wstring firstWith(std::wstring_view file, const std::vector<std::wstring>& folders) {
+    for (const std::wstring& folder : folders) {
+        std::wstring path = ut::joinPath(folder, file);
+        if (ut::fileExists(path)) {
+            return ut::fullPath(path);
+        }
+    }
+    return {};
+}
+
+/// The file of that name beside the configuration, which is in the first folder; empty when there
+/// is none.
+std::wstring besideConfiguration(std::wstring_view name, const OdArray<OdString>& folders) {
+    if (folders.isEmpty() || folders[0].isEmpty()) {
+        return {};
+    }
+    OdArray<OdString> first;
+    first.append(folders[0]);
+    return firstWith(ut::fileNameOf(name), candidatesOf(first));
+}
+
 template <class Node>
 void unshare(std::shared_ptr<Node>& node) {
     if (node) {
@@ -40,18 +69,29 @@ void unshare(std::shared_ptr<Node>& node) {
 std::wstring PlotModelParam::find(std::wstring_view name, const OdArray<OdString>& folders,
                                   PiaReport* report) {
     if (ut::fileExists(name)) {
-        return ut::fullPath(name);
+        std::wstring path = ut::fullPath(name);
+        // Where the program happens to run says nothing about the configuration.
+        std::wstring beside =
+            isRelative(name) ? besideConfiguration(name, folders) : std::wstring();
+        if (beside.empty() || ut::FileName(beside) == ut::FileName(path)) {
+            return path;
+        }
+        if (report != nullptr) {
+            report->warn({.code = PiaCode::NameAmbiguous,
+                          .expected = beside + L" or " + path,
+                          .found = std::wstring(name)});
+        }
+        return beside;
     }
     const std::vector<std::wstring> candidates = candidatesOf(folders);
-    std::wstring searched;
-    for (const std::wstring& candidate : candidates) {
-        const std::wstring path = ut::joinPath(candidate, ut::fileNameOf(name));
-        if (ut::fileExists(path)) {
-            return ut::fullPath(path);
-        }
-        searched += (searched.empty() ? L" or in " : L", ") + candidate;
+    if (std::wstring path = firstWith(ut::fileNameOf(name), candidates); !path.empty()) {
+        return path;
     }
     if (report != nullptr) {
+        std::wstring searched;
+        for (const std::wstring& candidate : candidates) {
+            searched += (searched.empty() ? L" or in " : L", ") + candidate;
+        }
         report->fail({.code = PiaCode::FileUnreadable,
                       .expected = L"a file of that name" + searched,
                       .found = std::wstring(name)});
@@ -68,6 +108,9 @@ PlotModelParam* PlotModelParam::read(const wchar_t* name, const OdArray<OdString
     const bool done = !path.empty() && input.open(path.c_str()) && document->init(input);
     if (report != nullptr) {
         *report = std::move(path.empty() ? search : input.report());
+        if (!path.empty()) {
+            node_keys::passWarnings(*report, search);
+        }
     }
     if (!done) {
         return nullptr;

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "plotcfg/system_text.h"
 #include "print/spooler.h"
 
 namespace wut {
@@ -22,9 +23,8 @@ std::vector<std::byte> spoolerData(const SpoolerCall& call);
 /// The text at `text`, which must point into `data`; what lies beyond is not read. Empty for null.
 std::wstring textIn(std::span<const std::byte> data, const wchar_t* text);
 
-/// The text as documents have it, whose values are lines: each line break and any other control
-/// character becomes a space. What a printer, form or paper is asked for by stays as it is.
-std::wstring oneLine(std::wstring_view text);
+/// What a printer, form or paper is asked for by stays as it is.
+using plot_config::oneLine;
 
 /// The name of the printer's driver; empty when it cannot be had.
 std::wstring driverName(const PrinterHandle& printer);

@@ -54,6 +54,7 @@ enum class PiaCode {
     StyleUnknown,
     BlockDropped,
     EntryPartlyRead,
+    NameAmbiguous,
     // Writing.
     LineBreakInValue,
     LineCut,

@@ -13,7 +13,9 @@
 #include <string_view>
 #include <vector>
 
+#include <platen/cloned_pointer.h>
 #include <platen/oda.h>
+#include <platen/papers.h>
 #include <platen/platen_api.h>
 #include <platen/pmp.h>
 
@@ -28,7 +30,6 @@ struct NodeCodec;
 
 namespace wut {
 class PrintData;
-struct PaperSizeInfo;
 }  // namespace wut
 
 /// One user-defined paper, as both a configuration and its PMP keep it. Lengths are in `units`.
@@ -50,12 +51,15 @@ public:
     /// False at the first key that is missing or unreadable; the fields before it are filled.
     bool initFromPc3(const PiaBlock& block);
     bool writeToPc3(PiaBlock& block) const;
-    /// Takes entry `index` of the PMP's papers, which must exist. The unit comes from the word that
-    /// begins its name.
-    void initFromPmp(const UdmNode& udm, std::size_t index);
+    /// Takes entry `index` of the PMP's papers; false, with the paper as it was, when there is
+    /// none. The unit comes from the word that begins its name: millimetres when that is none of a
+    /// unit.
+    bool initFromPmp(const UdmNode& udm, std::size_t index);
     /// Adds the paper to the PMP's papers: a size entry and the description entry that it names,
     /// both with names of their own, in millimetres (pixels stay pixels). Makes `udm.media` when
-    /// there is none.
+    /// there is none. A paper keeps its global name when that says the unit, or when it is in
+    /// millimetres and has a name beside the one for people; otherwise the entry is named by unit
+    /// and size.
     void writeToPmp(UdmNode& udm) const;
 
     /// Lengths are equal within 1e-10, names exactly.
@@ -103,7 +107,8 @@ public:
 
         bool init(const PiaBlock& block);
         bool write(PiaBlock& block) const;
-        /// Stores the name; true when it is the one that was there already.
+        /// Stores the name; true when it is the one that was there already. False for null as well,
+        /// and the name stays.
         bool setName(const wchar_t* newName);
     };
 
@@ -229,6 +234,7 @@ public:
     bool write(PiaBlock& block) const;
 
     /// The value of a name; false, with `value` as it was, when it is absent or does not convert.
+    /// A null name is that of no property, here and below.
     bool get(bool& value, const wchar_t* name) const;
     bool get(int& value, const wchar_t* name) const;
     bool get(long& value, const wchar_t* name) const;
@@ -272,8 +278,6 @@ public:
 private:
     friend struct NodeCodec<CCustomNode>;
 
-    /// The entry of a number; an empty one is made with `create`, otherwise null.
-    std::wstring* findNum(const wchar_t* name, bool create);
     bool setNum(std::wstring text, const wchar_t* name, bool create);
 
     Texts strings_;
@@ -370,7 +374,7 @@ public:
     bool writeToBlock(PiaBlock& root) const;
     /// Where `write` to `path` puts a PMP that has no file of its own yet: in the folder "PMP"
     /// beside `path` when there is one, otherwise beside `path`; named as the PMP or, without a
-    /// name, as `path`. Empty without a PMP.
+    /// name, as `path`. A full path; empty without a PMP.
     std::wstring placeForPmp(std::wstring_view path) const;
     /// Takes the printer's own defaults; true when that changed anything.
     bool setToDefault();
@@ -433,7 +437,7 @@ private:
     bool resolvePrinterByDriver();
     void initMaxPaperDimensions();
 
-    std::unique_ptr<PlotModelParam> pmp_;
+    platen::ClonedPointer<PlotModelParam> pmp_;
     /// In the static table.
     const BuiltInPlotDevice* builtInDevice_ = nullptr;
     std::uint32_t devModeFields_ = 0;

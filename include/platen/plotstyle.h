@@ -217,6 +217,9 @@ public:
 
     /// The ACI table, or null.
     const CAciTable* ACI() const { return aci_.get(); }
+    /// False for a colour-dependent table whose file has no "aci_table" block, too: `hasACI()`
+    /// tells it, colour i + 1 has style i, and a host that converts it writes it once and reads it
+    /// again.
     bool useACI() const { return usesAci_; }
     bool hasACI() const { return aciAvailable_; }
 

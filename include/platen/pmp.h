@@ -211,8 +211,10 @@ public:
     OdString filePath;
 
     /// The full path of a file: the name as it is, then its last component in each folder and in
-    /// the folder's sub-folder "PMP". Empty when it is in none, and `report`, when given, says
-    /// where it was looked for.
+    /// the folder's sub-folder "PMP". The first folder is the configuration's: where a relative
+    /// name leads to a file there and to another one from the current folder, the one beside the
+    /// configuration is taken, and `report`, when given, warns of it. Empty when the file is
+    /// nowhere, and `report` says where it was looked for.
     static std::wstring find(std::wstring_view name, const OdArray<OdString>& folders,
                              PiaReport* report = nullptr);
     /// Finds and reads a file; the caller owns the document. Null when it is not found or cannot be

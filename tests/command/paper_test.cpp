@@ -53,7 +53,8 @@ TEST_F(CommandPaperTest, PapersAreAddedAndChanged) {
     const std::string config = read("a.pc3");
     prepare({"paper", "add", "@a.pc3", "--name", "Card", "--size", "3.5X2", "--units", "in",
              "--margins", "0.1,0.2,0.3,0.4"});
-    prepare({"paper", "rename", "@a.pc3", "--name", "long ROLL", "--to", "Roll 914"});
+    prepare({"paper", "rename", "@a.pc3", "--name", "long ROLL", "--to", "ROLL 914"});
+    prepare({"paper", "rename", "@a.pc3", "--name", "ROLL 914", "--to", "Roll 914"});
     prepare({"paper", "resize", "@a.pmp", "--name", "Roll 914", "--size", "36x100", "--units", "in",
              "--margins", "0,1,0,2"});
     prepare({"paper", "resize", "@a.pc3", "--name", "card", "--size", "4x2.5"});
@@ -94,6 +95,26 @@ TEST_F(CommandPaperTest, ParametersGoIntoTheirFolder) {
     std::filesystem::rename(path("b.pc3"), path("moved/b.pc3"));
     std::filesystem::rename(path("PMP"), path("moved/PMP"));
     EXPECT_EQ(papersOf("moved/b.pc3").size(), 1U);
+}
+
+/// The file beside the configuration is meant, wherever the command runs.
+TEST_F(CommandPaperTest, RelativePathsNameOneFile) {
+    for (const char* folder : {"a", "b"}) {
+        std::filesystem::create_directory(path(folder));
+        const CurrentFolder here(path(folder));
+        prepare({"create", "pc3", "--device", "Print As PDF", "-o", "plan.pc3"});
+        prepare({"paper", "add", "plan.pc3", "--name", folder, "--size", "914x5000"});
+    }
+    const std::string others = read("b/plan.pmp");
+    const CurrentFolder here(path("b"));
+    prepare({"paper", "add", "../a/plan.pc3", "--name", "more", "--size", "914x5000"});
+    // As it was stored once.
+    prepare({"set", "../a/plan.pc3", "meta/user_defined_model_pathname=plan.pmp", "--in-place"});
+    const CommandResult older = paper({"rename", "../a/plan.pc3", "--name", "more", "--to", "new"});
+    EXPECT_EQ(older.code, 3);
+    EXPECT_THAT(older.err, AllOf(HasSubstr("leads to two files"), HasSubstr("a/plan.pmp or ")));
+    EXPECT_EQ(read("b/plan.pmp"), others);
+    EXPECT_EQ(papersOf("a/plan.pc3")[1].localName, L"new");
 }
 
 TEST_F(CommandPaperTest, TheCurrentPaperFollows) {
@@ -185,7 +206,9 @@ TEST_F(CommandPaperTest, LimitsAreThoseOfTheParameters) {
 TEST_F(CommandPaperTest, RefusalsChangeNoFile) {
     prepare(
         {"paper", "add", "@a.pc3", "--name", "Roll", "--size", "914x5000", "--margins", "1,1,1,1"});
-    prepare({"paper", "add", "@a.pc3", "--name", "ROLL", "--size", "914x4000"});
+    prepare({"paper", "add", "@a.pc3", "--name", "Other", "--size", "914x4000"});
+    // Other programs give such names.
+    prepare({"set", "@a.pmp", "udm/media/size/1/localized_name=ROLL", "--in-place"});
     prepare({"create", "pc3", "--device", "Print As PNG", "-o", "@image.pc3"});
     write("image.pmp", "somebody else's");
     prepare({"create", "stb", "-o", "@a.stb"});
@@ -198,7 +221,8 @@ TEST_F(CommandPaperTest, RefusalsChangeNoFile) {
         const char* message;
     } cases[] = {
         {{"add", "@a.pc3", "--name", "Roll", "--size", "1x1"}, "already"},
-        {{"add", "@a.pc3", "--name", "UserDefinedMetric (914.00 x 5000.00MM)", "--size", "1x1"},
+        {{"add", "@a.pc3", "--name", "rolL", "--size", "1x1"}, "a paper \"Roll\" already"},
+        {{"add", "@a.pc3", "--name", "userDefinedMetric (914.00 x 5000.00MM)", "--size", "1x1"},
          "already"},
         {{"add", "@a.pc3", "--name", "", "--size", "1x1"}, "name"},
         {{"add", "@a.pc3", "--name", "two\nlines", "--size", "1x1"}, "one line"},
@@ -224,7 +248,7 @@ TEST_F(CommandPaperTest, RefusalsChangeNoFile) {
         {{"resize", "@a.pc3", "--name", "roll", "--size", "2x5"}, "several papers"},
         {{"remove", "@a.pc3", "--name", "Folio"}, "there are \"Roll\", \"ROLL\""},
         {{"remove", "@image.pc3", "--name", "Folio"}, "there are none"},
-        {{"rename", "@a.pc3", "--name", "Roll", "--to", "ROLL"}, "already"},
+        {{"rename", "@a.pc3", "--name", "Roll", "--to", "rOLL"}, "a paper \"ROLL\" already"},
         {{"rename", "@a.pc3", "--name", "Roll", "--to", ""}, "name"},
         {{"add", "@image.pc3", "--name", "N", "--size", "9x9"}, "image.pmp"},
         {{"add", "@gone.pc3", "--name", "N", "--size", "9x9"}, "gone.pmp"},

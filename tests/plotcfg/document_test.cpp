@@ -45,7 +45,7 @@ public:
         return name == L"Ink" || name == L"Laser";
     }
     bool fillNew(CPlotCfg3& config, const std::wstring& printer) const override {
-        config.meta.configDescription = L"filled for " + printer;
+        config.meta.configDescription = L"filled\r\nfor\n" + printer + L"\r";
         return printer == L"Ink";
     }
     bool reset(CPlotCfg3& config, bool& changed) const override {
@@ -189,7 +189,8 @@ TEST_F(PlotConfigurationFile, CreatedForAPrinter) {
     EXPECT_EQ(meta.driverTagLine, L"Windows System Driver from Autodesk");
     EXPECT_EQ(meta.toolkitVersion, 1);
     EXPECT_EQ(meta.driverType, 1);
-    EXPECT_EQ(meta.configDescription, L"filled for Ink");
+    EXPECT_EQ(meta.configDescription, L"filled for Ink ");
+    EXPECT_TRUE(config->write(folder_.wide("a.pc3").c_str()));
 
     EXPECT_TRUE(config->setToDefault());
     printers.resetChanges = false;
@@ -290,6 +291,35 @@ TEST_F(PlotConfigurationFile, APmpThatCannotStayGoesBesideIt) {
     EXPECT_EQ(config->meta.userDefinedModelPathname, L"");
     ASSERT_EQ(report_.warnings().size(), 1u);
     EXPECT_EQ(report_.warnings()[0].code, PiaCode::FileUnwritable);
+}
+
+TEST_F(PlotConfigurationFile, APmpIsNamedByItsFullPath) {
+    fs::create_directory(folder_.path("a"));
+    fs::create_directory(folder_.path("b"));
+    const CurrentFolder a(folder_.path("a"));
+    const Config config(CPlotCfg3::create(L"Print As BMP"));
+    config->attachPMP(new PlotModelParam);
+    ASSERT_TRUE(config->write(L"plan.pc3"));
+    EXPECT_EQ(config->meta.userDefinedModelPathname, (fs::current_path() / "plan.pmp").wstring());
+    // A document that was given a relative path of its own keeps the file, not the words.
+    ASSERT_TRUE(config->pmp()->write(L"own.pmp"));
+    ASSERT_TRUE(config->write(L"plan.pc3"));
+    const Config again = read(folder_.wide("a/plan.pc3"));
+    EXPECT_EQ(again->meta.userDefinedModelPathname, (fs::current_path() / "own.pmp").wstring());
+
+    // Older files have relative names, which count from the configuration.
+    fs::copy(folder_.path("a/plan.pmp"), folder_.path("b/plan.pmp"));
+    put("a/plan.pc3", edited(bareConfiguration, "user_defined_model_pathname=\"",
+                             "user_defined_model_pathname=\"plan.pmp"));
+    const CurrentFolder b(folder_.path("b"));
+    const Config older = read(L"../a/plan.pc3");
+    ASSERT_NE(older->pmp(), nullptr);
+    EXPECT_TRUE(fs::equivalent(older->pmp()->filePath.text(), folder_.path("a/plan.pmp")));
+    EXPECT_EQ(warningsOf(report_), "name-ambiguous meta/user_defined_model_pathname");
+    EXPECT_NE(read(folder_.wide("b/../a/plan.pc3"))->pmp(), nullptr);
+    const CurrentFolder besideIt(folder_.path("a"));
+    EXPECT_NE(read(L"../a/plan.pc3")->pmp(), nullptr);
+    EXPECT_EQ(report_.warningCount(), 0u);
 }
 
 TEST_F(PlotConfigurationFile, PmpsAreTakenAndLeft) {

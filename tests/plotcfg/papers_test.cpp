@@ -293,6 +293,64 @@ TEST(CustomPaper, ComesBackFromAPmpInEveryUnit) {
     }
 }
 
+/// What nothing was done to stays as it is, whatever other programs call their papers.
+TEST(CustomPaper, NamesOfAPmpSurviveAnUnchangedList) {
+    const Config config = created(L"Print As PDF");
+    config->attachPMP(parametersOf(fullParameters).release());
+    auto& sizes = config->pmp()->udm.media->size.papers;
+    const PmpSizeNode::PaperSize entry = sizes.front();
+    sizes.clear();
+    for (const wchar_t* name : {L"Roll", L"ROLL_1", L"UserDefinedImperial (1.00 x 1.00Inches)",
+                                L"Long roll", L"userdefinedraster x"}) {
+        sizes.push_back(entry);
+        sizes.back().name = name;
+        sizes.back().localizedName = L"Roll";
+    }
+    const auto names = [&] {
+        std::vector<std::wstring> all;
+        for (const auto& size : config->pmp()->udm.media->size.papers) {
+            all.push_back(size.name);
+        }
+        return all;
+    };
+    const std::vector<std::wstring> before = names();
+    wut::CustomPapers papers(config.get());
+    papers.load();
+    papers.save();
+    EXPECT_EQ(names(), before);
+    papers.append("Roll 2");
+    papers.save();
+    ASSERT_EQ(names().size(), before.size() + 1);
+    EXPECT_EQ(names().back(), L"UserDefinedMetric (0.00 x 0.00MM)");
+    // One by one as well, but for a name that a new paper would have.
+    UdmNode udm;
+    for (std::size_t index = 1; index < before.size(); ++index) {
+        CustomPaperSize paper;
+        ASSERT_TRUE(paper.initFromPmp(config->pmp()->udm, index));
+        paper.writeToPmp(udm);
+        EXPECT_EQ(udm.media->size.papers.back().name, before[index]);
+    }
+}
+
+TEST(CustomPaper, WhatIsNotThereIsNotTaken) {
+    CustomPaperSize paper = paperOf(0, L"Paper", kInches);
+    UdmNode udm;
+    EXPECT_FALSE(paper.initFromPmp(udm, 0));
+    paper.writeToPmp(udm);
+    EXPECT_FALSE(paper.initFromPmp(udm, 1));
+    EXPECT_EQ(paper, paperOf(0, L"Paper", kInches));
+    CMediaNode::CSizeNode size;
+    size.setName(L"A4");
+    EXPECT_FALSE(size.setName(nullptr));
+    EXPECT_EQ(size.name, L"A4");
+    CCustomNode custom;
+    std::wstring text;
+    int number = 0;
+    EXPECT_FALSE(custom.setStr(L"x", nullptr, true) || custom.set(1, nullptr, true) ||
+                 custom.set(true, nullptr, true) || custom.getStr(text, nullptr) ||
+                 custom.get(number, nullptr));
+}
+
 TEST(CustomPaper, EqualityAllowsForRounding) {
     const CustomPaperSize paper = paperOf(0, L"Paper", kMillimeters);
     for (double CustomPaperSize::*length :

@@ -24,5 +24,19 @@ private:
     std::filesystem::path folder_;
 };
 
+/// The current folder of the program, for as long as the object lives.
+class CurrentFolder {
+public:
+    explicit CurrentFolder(const std::filesystem::path& folder) {
+        std::filesystem::current_path(folder);
+    }
+    ~CurrentFolder() { std::filesystem::current_path(before_); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    std::filesystem::path before_ = std::filesystem::current_path();
+};
+
 std::string readBytes(const std::filesystem::path& path);
 void writeBytes(const std::filesystem::path& path, std::string_view bytes);

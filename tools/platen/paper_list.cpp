@@ -52,7 +52,7 @@ std::string margins(const ShownPaper& paper) {
     for (const double margin : {paper.left, paper.bottom, paper.right, paper.top}) {
         text += (text.empty() ? "" : ", ") + ut::formatFixedAscii(margin, 2);
     }
-    return text + ' ' + unitWord(paper.units);
+    return text + ' ' + unitSymbol(paper.units);
 }
 
 /// A file's text need not be UTF-8, JSON must be.
@@ -77,7 +77,7 @@ Json paperJson(const ShownPaper& paper, const std::string& source) {
     }
     json["name"] = ut::encodeUtf8(paper.name);
     json["global_name"] = ut::encodeUtf8(paper.globalName);
-    json["units"] = unitWord(paper.units);
+    json["units"] = unitSymbol(paper.units);
     json["width"] = lengthJson(paper.width);
     json["height"] = lengthJson(paper.height);
     json["width_mm"] = orNull(inMillimetres(paper, paper.width));
@@ -124,7 +124,7 @@ ShownPaper shown(const CustomPaperSize& paper) {
     return result;
 }
 
-const char* unitWord(std::int32_t units) {
+const char* unitSymbol(std::int32_t units) {
     switch (units) {
         case kInches:
             return "in";
@@ -138,7 +138,7 @@ const char* unitWord(std::int32_t units) {
 }
 
 std::string sizeInWords(const ShownPaper& paper) {
-    return ownSize(paper) + ' ' + unitWord(paper.units);
+    return ownSize(paper) + ' ' + unitSymbol(paper.units);
 }
 
 void printPapers(const std::vector<ShownPaper>& papers, const Console& console) {
@@ -178,10 +178,10 @@ void printCatalogue(bool json, const Console& console) {
             entry["source"] = "catalogue";
             entry["id"] = id;
             entry["name"] = name;
-            entry["units"] = unitWord(units);
+            entry["units"] = unitSymbol(units);
             console.out << dump(entry) << '\n';
         } else {
-            rows.push_back({std::to_string(id), name, unitWord(units)});
+            rows.push_back({std::to_string(id), name, unitSymbol(units)});
         }
     }
     if (!json) {

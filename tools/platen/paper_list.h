@@ -39,7 +39,7 @@ ShownPaper shown(const wut::PaperSizeInfo& paper);
 ShownPaper shown(const CustomPaperSize& paper);
 
 /// "mm", "in", "px", or "?" for a number that is none of these units.
-const char* unitWord(std::int32_t units);
+const char* unitSymbol(std::int32_t units);
 
 /// "914.00 x 5000.00 mm"
 std::string sizeInWords(const ShownPaper& paper);

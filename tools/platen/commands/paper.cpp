@@ -147,13 +147,26 @@ private:
         return {};
     }
 
+    /// Why no paper but the one at `own` may have the name: papers are found by their names without
+    /// regard to case, and one of two could not be reached. Empty when it may.
+    std::string nameTaken(const std::wstring& name, std::size_t own) const {
+        for (std::size_t index = 0; index < list_.size(); ++index) {
+            const CustomPaperSize& paper = list_[index];
+            for (const std::wstring& taken : {paper.localName, paper.globalName}) {
+                if (index != own && ut::equalNoCase(taken, name)) {
+                    return "there is a paper \"" + ut::encodeUtf8(taken) + "\" already";
+                }
+            }
+        }
+        return {};
+    }
+
     std::string add() {
         if (const std::string fault = arguments::paperNameFault(name_); !fault.empty()) {
             return fault;
         }
-        if (papers_.hasName(name_)) {
-            return "there is a paper \"" + options_.name +
-                   "\" already; platen paper resize changes it";
+        if (const std::string taken = nameTaken(name_, list_.size()); !taken.empty()) {
+            return taken + "; platen paper resize changes it";
         }
         const bool raster = CPlotCfg3::isBuiltInImage(&file_.config());
         papers_.setDefaultUnits(
@@ -179,11 +192,8 @@ private:
         if (!fault.empty()) {
             return fault;
         }
-        for (unsigned index = 0; index < list_.size(); ++index) {
-            if (index != index_ &&
-                (list_[index].localName == newName_ || list_[index].globalName == newName_)) {
-                return "there is a paper \"" + options_.newName + "\" already";
-            }
+        if (std::string taken = nameTaken(newName_, index_); !taken.empty()) {
+            return taken;
         }
         papers_.setName(index_, newName_);
         return {};
