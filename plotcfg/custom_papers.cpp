@@ -9,24 +9,7 @@
 
 namespace wut {
 
-namespace {
-
-using enum OdDbPlotSettings::PlotPaperUnits;
-
-/// Papers of files may have units of no known number.
-double converted(double value, std::int32_t from, std::int32_t to) {
-    if (from == to) {
-        return value;
-    }
-    if (from == kInches) {
-        return value * paper_units::millimetresPerInch;
-    }
-    const bool sameScale =
-        (from == kMillimeters && to == kPixels) || (from == kPixels && to == kMillimeters);
-    return sameScale ? value : value / paper_units::millimetresPerInch;
-}
-
-}  // namespace
+using paper_units::converted;
 
 void CustomPaperList::load() { config_->getCustomPaperSizes(papers_); }
 void CustomPaperList::save() { config_->setCustomPaperSizes(papers_); }

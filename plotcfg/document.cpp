@@ -12,6 +12,7 @@
 #include "plotcfg/document_keys.h"
 #include "plotcfg/named_pmp.h"
 #include "plotcfg/registered_printers.h"
+#include "plotcfg/save_pmp.h"
 #include "plotcfg/system_text.h"
 
 using plot_config::printers;
@@ -108,16 +109,8 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForDefaultPrinter(PiaReport& report)
 
 void CPlotCfg3::readPmp(const wchar_t* path, PiaReport& report) {
     const std::wstring name = meta.userDefinedModelPathname;
-    plot_config::NamedPmp found = plot_config::readNamedPmp(name, path);
-    if (found.document) {
-        attachPMP(found.document.release());
-        return;
-    }
-    wut::logError(translated(L"Failed to read file '%ls'.").c_str(), name.c_str());
-    if (found.report.failure()) {
-        PiaFinding finding = *found.report.failure();
-        finding.path = L"meta/user_defined_model_pathname";
-        report.warn(std::move(finding));
+    if (!plot_config::attachNamedPmp(*this, path, report)) {
+        wut::logError(translated(L"Failed to read file '%ls'.").c_str(), name.c_str());
     }
 }
 
@@ -160,7 +153,10 @@ std::unique_ptr<CPlotCfg3> CPlotCfg3::createForPrinter(const std::wstring& print
 
 bool CPlotCfg3::setToDefault() {
     bool changed = false;
-    const bool done = printers().hasPrinter(meta.winDeviceName) && printers().reset(*this, changed);
+    if (!printers().hasPrinter(meta.winDeviceName)) {
+        return false;
+    }
+    const bool done = printers().reset(*this, changed);
     putSystemTextsInOneLine(*this);
     return done && changed;
 }
@@ -204,21 +200,13 @@ std::wstring CPlotCfg3::placeForPmp(std::wstring_view path) const {
 }
 
 bool CPlotCfg3::writePmp(std::wstring_view path) {
-    // The file is named by its full path: other programs read it from other folders.
-    const std::wstring own =
-        pmp_->filePath.isEmpty() ? std::wstring() : ut::fullPath(pmp_->filePath.text());
-    bool done = !own.empty() && pmp_->write(own.c_str());
+    const std::wstring place = placeForPmp(path);
+    const bool done = plot_config::savePmp(
+        *this, path, [this](const std::wstring& file) { return pmp_->write(file.c_str()); },
+        [](const std::wstring&) { return true; });
     if (!done) {
-        const std::wstring place = placeForPmp(path);
-        pmp_->filePath = OdString(place);
         pmp_->userDefinedModelPathname = place;
-        done = pmp_->write(place.c_str());
-        if (!done) {
-            pmp_->filePath = {};
-        }
-    }
-    if (!pmp_->filePath.isEmpty()) {
-        meta.userDefinedModelPathname = pmp_->filePath.text();
+        pmp_->filePath = {};
     }
     return done;
 }

@@ -4,6 +4,7 @@
 
 #include <platen/oda.h>
 #include <platen/utcore.h>
+#include "pia/node_keys.h"
 
 namespace plot_config {
 
@@ -24,8 +25,32 @@ NamedPmp readNamedPmp(const std::wstring& name, const std::wstring& configuratio
         document->userDefinedModelPathname = found.path;
         found.document = std::move(document);
     }
+    // What was found while it was looked for comes last.
+    node_keys::passWarnings(input.report(), found.report);
     found.report = std::move(input.report());
     return found;
+}
+
+bool attachNamedPmp(CPlotCfg3& config, const std::wstring& path, PiaReport& report) {
+    if (config.meta.userDefinedModelPathname.empty()) {
+        return true;
+    }
+    NamedPmp found = readNamedPmp(config.meta.userDefinedModelPathname, path);
+    const auto warnOfName = [&](PiaFinding finding) {
+        finding.path = L"meta/user_defined_model_pathname";
+        report.warn(std::move(finding));
+    };
+    for (const PiaFinding& warning : found.report.warnings()) {
+        if (warning.code == PiaCode::NameAmbiguous) {
+            warnOfName(warning);
+        }
+    }
+    if (!found.document) {
+        warnOfName(found.report.failure().value_or(PiaFinding{}));
+        return false;
+    }
+    config.attachPMP(found.document.release());
+    return true;
 }
 
 }  // namespace plot_config

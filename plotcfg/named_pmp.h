@@ -5,7 +5,7 @@
 #include <string>
 
 #include <platen/pia.h>
-#include <platen/pmp.h>
+#include <platen/plotcfg.h>
 
 namespace plot_config {
 
@@ -22,5 +22,9 @@ struct NamedPmp {
 /// and reads it.
 NamedPmp readNamedPmp(const std::wstring& name, const std::wstring& configuration,
                       const PiaReadOptions& options = {});
+
+/// Attaches the PMP that the configuration, which is in the file at `path`, names. False when there
+/// is none of that name, or none that can be read, of which `report` is warned.
+bool attachNamedPmp(CPlotCfg3& config, const std::wstring& path, PiaReport& report);
 
 }  // namespace plot_config

@@ -1,11 +1,7 @@
 #include "tools/platen/arguments/paper_sizes.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
-
-#include <platen/utcore.h>
-#include "tools/platen/arguments/numbers.h"
 
 namespace cli::arguments {
 namespace {
@@ -18,7 +14,7 @@ std::optional<std::array<double, Count>> numbersIn(std::string_view text,
     for (std::size_t index = 0; index < Count; ++index) {
         const std::size_t end =
             index + 1 < Count ? text.find_first_of(separators) : std::string_view::npos;
-        const std::optional<double> number = wholeNumber(text.substr(0, end));
+        const std::optional<double> number = platen::wholeNumber(text.substr(0, end));
         if (!number || (index + 1 < Count && end == std::string_view::npos)) {
             return std::nullopt;
         }
@@ -35,10 +31,10 @@ std::optional<PaperSize> paperSize(std::string_view text) {
     return numbers ? std::optional(PaperSize{(*numbers)[0], (*numbers)[1]}) : std::nullopt;
 }
 
-std::optional<PaperMargins> paperMargins(std::string_view text) {
+std::optional<platen::PaperShape::Margins> paperMargins(std::string_view text) {
     const auto numbers = numbersIn<4>(text, ",");
-    return numbers ? std::optional(
-                         PaperMargins{(*numbers)[0], (*numbers)[1], (*numbers)[2], (*numbers)[3]})
+    return numbers ? std::optional(platen::PaperShape::Margins{(*numbers)[0], (*numbers)[1],
+                                                               (*numbers)[2], (*numbers)[3]})
                    : std::nullopt;
 }
 
@@ -51,25 +47,6 @@ std::optional<OdDbPlotSettings::PlotPaperUnits> paperUnits(std::string_view text
         return kInches;
     }
     return text == "px" ? std::optional(kPixels) : std::nullopt;
-}
-
-std::string paperNameFault(std::wstring_view name) {
-    constexpr std::size_t longest = 400;
-    std::string bytes;
-    if (name.empty()) {
-        return "a paper needs a name";
-    }
-    if (std::any_of(name.begin(), name.end(), [](wchar_t unit) { return unit < L' '; })) {
-        return "a name is one line without control characters";
-    }
-    if (ut::utf16Length(name) > longest) {
-        return "a name has " + std::to_string(longest) + " characters at most";
-    }
-    if (ut::convertToAnsi(name, bytes) > 0) {
-        return "the name has characters that files do not hold (they are written in " +
-               ut::ansiCodePage() + ")";
-    }
-    return {};
 }
 
 }  // namespace cli::arguments

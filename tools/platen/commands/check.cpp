@@ -62,7 +62,7 @@ ExitCode codeOf(platen::Verdict verdict) {
 
 ExitCode checkFile(const std::string& file, const CheckOptions& options, const Console& console) {
     const platen::CheckSettings settings{
-        .reading = files::readingUpTo(options.maxBody),
+        .reading = platen::readingUpTo(options.maxBody),
         .printers = options.printers ? printers::installedPrinters() : nullptr};
     platen::CheckResult result = platen::check(ut::decodePath(file), settings);
     for (platen::Finding& finding : result.findings) {

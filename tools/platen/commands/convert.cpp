@@ -140,8 +140,8 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
     if (!named || !named->writeToBlock(tree.root())) {
         return fail(console, options.in, "the table cannot be turned into a named one");
     }
-    const ExitCode written =
-        files::writeCompressed(tree.root(), PiaKind::Stb, options.out, console);
+    const ExitCode written = files::writeTree(tree.root(), platen::FileForm::Compressed,
+                                              PiaKind::Stb, options.out, console);
     if (written == ExitCode::Error) {
         return written;
     }
@@ -152,24 +152,23 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
                           "conversion went by the place");
 }
 
-ExitCode rewrite(const files::Source& source, const Target& target, const std::string& out,
+ExitCode rewrite(const platen::SourceFile& source, const Target& target, const std::string& out,
                  const Console& console) {
-    const PiaBlock& root = *source.input.root();
+    const PiaBlock& root = *source.input().root();
     if (target.header) {
-        return files::writeCompressed(root, *target.header, out, console);
+        return files::writeTree(root, platen::FileForm::Compressed, *target.header, out, console);
     }
-    if (target.word == "json") {
-        return files::writeJson(root, out, console);
+    const bool json = target.word == "json";
+    if (!json && source.form() == platen::FileForm::Compressed) {
+        return files::writeBytes(source.input().body(), out, console);
     }
-    if (source.form == files::SourceForm::Compressed) {
-        return files::writeBytes(source.input.body(), out, console);
-    }
-    return files::writeBodyText(root, out, console);
+    return files::writeTree(root, json ? platen::FileForm::Json : platen::FileForm::BodyText,
+                            PiaKind::Pc3, out, console);
 }
 
-ExitCode convertSource(const ConvertOptions& options, const Target& target, files::Source& source,
-                       const Console& console) {
-    const platen::Content content = platen::recognise(source.input);
+ExitCode convertSource(const ConvertOptions& options, const Target& target,
+                       platen::SourceFile& source, const Console& console) {
+    const platen::Content content = platen::recognise(source.input());
     if (const std::string reason = refusal(content, target); !reason.empty()) {
         return fail(console, options.in, reason + "; nothing was written");
     }
@@ -179,11 +178,11 @@ ExitCode convertSource(const ConvertOptions& options, const Target& target, file
                     "--prefix names the styles of a colour table that becomes a named one, and "
                     "this is no such conversion; leave it out");
     }
-    ExitCode worst = warn(console, options.in, source.input.report());
+    ExitCode worst = warn(console, options.in, source.input().report());
     if (content.rejected) {
         worst = warn(console, options.in,
                      "this is no valid plot style table (" +
-                         source.input.report().failure().value_or(PiaFinding{}).describe() +
+                         source.input().report().failure().value_or(PiaFinding{}).describe() +
                          "); its items are written as they are");
     }
     return worse(worst, named ? convertToNamed(options, *content.table, console)
@@ -198,8 +197,8 @@ ExitCode run(const ConvertOptions& options, const Console& console) {
                     "the name does not say what to convert to; add --to ctb, stb, pc3, pmp, json "
                     "or text");
     }
-    files::Source source;
-    if (!files::readSource(options.in, source, console, files::readingUpTo(options.maxBody))) {
+    platen::SourceFile source;
+    if (!files::readSource(options.in, source, console, platen::readingUpTo(options.maxBody))) {
         return ExitCode::Error;
     }
     return convertSource(options, *target, source, console);

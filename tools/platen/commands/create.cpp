@@ -247,8 +247,8 @@ ExitCode run(const CreateOptions& options, const Console& console) {
         return made;
     }
     const std::vector<std::wstring> lost = files::lostWith(options.out, tree.root());
-    const ExitCode written =
-        files::writeCompressed(tree.root(), headerOf(options.kind), options.out, console);
+    const ExitCode written = files::writeTree(tree.root(), platen::FileForm::Compressed,
+                                              headerOf(options.kind), options.out, console);
     if (written == ExitCode::Error) {
         return written;
     }

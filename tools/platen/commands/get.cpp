@@ -121,7 +121,7 @@ ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string&
 /// Prints items of the raw tree.
 ExitCode run(const GetOptions& options, const Console& console) {
     PiaInput input;
-    if (!input.open(ut::decodePath(options.file).c_str(), files::readingUpTo(options.maxBody))) {
+    if (!input.open(ut::decodePath(options.file).c_str(), platen::readingUpTo(options.maxBody))) {
         return fail(console, options.file, input.report());
     }
     ExitCode worst = warn(console, options.file, input.report());

@@ -120,7 +120,7 @@ ExitCode warnOfPmp(const std::string& file, const platen::Content& content,
 
 ExitCode infoOf(const std::string& file, const InfoOptions& options, const Console& console) {
     const std::wstring path = ut::decodePath(file);
-    const PiaReadOptions reading = files::readingUpTo(options.maxBody);
+    const PiaReadOptions reading = platen::readingUpTo(options.maxBody);
     PiaInput input;
     if (!input.open(path.c_str(), reading)) {
         return fail(console, file, input.report());

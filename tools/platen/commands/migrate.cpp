@@ -18,7 +18,6 @@
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/files/write_source.h"
 #include "tools/platen/printers/installed_printers.h"
 #include "tools/platen/printers/printer_map.h"
 #include "tools/platen/printers/printer_names.h"
@@ -148,18 +147,18 @@ private:
         if (file.ends_with(copySuffix) || !(namedConfiguration || mayBeContainer(beginning))) {
             return ExitCode::Ok;
         }
-        files::Source source;
-        PiaReport unreadable;
-        if (!open(file, source, unreadable)) {
+        platen::SourceFile source;
+        if (!source.read(ut::decodePath(file), platen::readingUpTo(files::usualMaxBody),
+                         platen::SourceFile::Accept::OnlyFiles)) {
             if (namedConfiguration) {
-                return fail(console_, file, unreadable);
+                return fail(console_, file, source.input().report());
             }
             return hasHeader(beginning) ? warn(console_, file,
                                                "left alone: it cannot be read, so that it may or "
                                                "may not be a configuration; platen check says why")
                                         : ExitCode::Ok;
         }
-        const platen::FileKind kind = platen::recognise(source.input).kind;
+        const platen::FileKind kind = platen::recognise(source.input()).kind;
         if (kind == platen::FileKind::Pc3) {
             return visitConfiguration(file, source);
         }
@@ -170,29 +169,12 @@ private:
                    : ExitCode::Ok;
     }
 
-    static bool open(const std::string& file, files::Source& source, PiaReport& report) {
-        bool tooLarge = false;
-        const ut::SystemError error =
-            ut::readFile(ut::decodePath(file), files::usualMaxBody, source.bytes, tooLarge);
-        if (error || tooLarge) {
-            return report.fail({.code = tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable,
-                                .found = ut::decodePath(error.message())});
-        }
-        const bool opened = source.input.openBytes(source.bytes.view());
-        report = source.input.report();
-        constexpr int compressedVersion = 2;
-        source.form = source.input.container().version == compressedVersion
-                          ? files::SourceForm::Compressed
-                          : files::SourceForm::Json;
-        return opened;
-    }
-
-    ExitCode visitConfiguration(const std::string& file, files::Source& source) {
+    ExitCode visitConfiguration(const std::string& file, platen::SourceFile& source) {
         bool printerChanged = false;
         const std::unique_ptr<CPlotCfg3> config =
-            CPlotCfg3::fromInput(source.input, printerChanged);
+            CPlotCfg3::fromInput(source.input(), printerChanged);
         if (!config) {
-            return fail(console_, file, source.input.report());
+            return fail(console_, file, source.input().report());
         }
         const std::wstring& printer = config->meta.winDeviceName;
         printers::PrinterMove* move = map_.find(printer);
@@ -208,7 +190,7 @@ private:
         }
         ++move->uses;
         std::string unused;
-        if (source.form == files::SourceForm::Compressed &&
+        if (source.form() == platen::FileForm::Compressed &&
             ut::convertToAnsi(move->to, unused) != 0) {
             return fail(
                 console_, file,
@@ -218,9 +200,9 @@ private:
         return moveTo(file, source, *config, *move);
     }
 
-    ExitCode moveTo(const std::string& file, files::Source& source, const CPlotCfg3& config,
+    ExitCode moveTo(const std::string& file, platen::SourceFile& source, const CPlotCfg3& config,
                     const printers::PrinterMove& move) {
-        ExitCode code = warn(console_, file, source.input.report());
+        ExitCode code = warn(console_, file, source.input().report());
         std::wstring driver;
         if (const auto printer = printers_.find(move.to); printer != printers_.end()) {
             driver = printer->second.driver;
@@ -246,11 +228,11 @@ private:
         return code;
     }
 
-    ExitCode store(const std::string& file, files::Source& source,
+    ExitCode store(const std::string& file, platen::SourceFile& source,
                    const printers::PrinterMove& move, const std::wstring& driver,
                    const std::string& copy) const {
         PiaBlock& meta =
-            *static_cast<PiaBlock*>(source.input.root()->findItem(L"meta", PiaItemType::Block));
+            *static_cast<PiaBlock*>(source.input().root()->findItem(L"meta", PiaItemType::Block));
         if (!rename(meta, move, driver)) {
             return fail(console_, file, "nothing was written: the driver cannot be named");
         }

@@ -8,9 +8,9 @@
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/arguments/device_papers.h"
 #include "tools/platen/commands/list.h"
-#include "tools/platen/paper_file.h"
-#include "tools/platen/paper_list.h"
+#include "tools/platen/files/paper_file.h"
 #include "tools/platen/printers/printing.h"
+#include "tools/platen/words/paper_list.h"
 
 namespace cli::commands {
 namespace {
@@ -37,12 +37,12 @@ struct PapersOptions {
     bool json = false;
 };
 
-void print(const std::vector<platen::ShownPaper>& papers, const std::string& source, bool json,
+void print(const std::vector<words::ShownPaper>& papers, const std::string& source, bool json,
            const Console& console) {
     if (json) {
-        platen::printPapersAsJson(papers, source, console);
+        words::printPapersAsJson(papers, source, console);
     } else {
-        platen::printPapers(papers, console);
+        words::printPapers(papers, console);
     }
 }
 
@@ -52,16 +52,17 @@ void papersOfDevice(const PapersOptions& options, const Console& console) {
         device =
             options.device == "pdf" ? arguments::DevicePapers::Pdf : arguments::DevicePapers::Image;
     }
-    std::vector<platen::ShownPaper> list;
+    std::vector<words::ShownPaper> list;
     for (const wut::PaperSizeInfo& paper : arguments::tableOf(device)) {
-        list.push_back(platen::shown(paper));
+        list.push_back(words::shown(paper));
     }
     print(list, options.device, options.json, console);
 }
 
 ExitCode papersOfFile(const PapersOptions& options, const Console& console) {
     platen::PaperFile file;
-    const ExitCode opened = file.open(options.file, platen::PaperFile::Purpose::Show, console);
+    const ExitCode opened =
+        files::openPapers(options.file, file, platen::PaperFile::Purpose::Show, console);
     if (opened == ExitCode::Error) {
         return opened;
     }
@@ -71,9 +72,9 @@ ExitCode papersOfFile(const PapersOptions& options, const Console& console) {
         console.out << printable(options.file) << ": no custom papers\n";
         return opened;
     }
-    std::vector<platen::ShownPaper> list;
+    std::vector<words::ShownPaper> list;
     std::transform(papers.begin(), papers.end(), std::back_inserter(list),
-                   [](const CustomPaperSize& paper) { return platen::shown(paper); });
+                   [](const CustomPaperSize& paper) { return words::shown(paper); });
     print(list, options.file, options.json, console);
     return opened;
 }
@@ -90,7 +91,7 @@ ExitCode run(const PapersOptions& options, const Console& console) {
         return printers::listPapersOfPrinter(options.printer, options.json, console);
     }
     if (options.catalogue) {
-        platen::printCatalogue(options.json, console);
+        words::printCatalogue(options.json, console);
         return ExitCode::Ok;
     }
     if (!options.file.empty()) {

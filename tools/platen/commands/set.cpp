@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
+#include <platen/edit.h>
 #include <platen/inspect.h>
-#include <platen/pia.h>
+#include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
+#include "tools/platen/arguments/suggest.h"
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/files/write_source.h"
-#include "tools/platen/item_edit.h"
 
 namespace cli::commands {
 namespace {
@@ -52,6 +52,33 @@ std::string usageFault(const SetOptions& options) {
     return leadsElsewhere ? "the suffix of --in-place only ends a name; leave slashes out" : "";
 }
 
+/// Why a change was refused, and what to do about it; empty when it was made.
+std::string reasonOf(const platen::EditResult& refused) {
+    if (!refused) {
+        return {};
+    }
+    const auto withNames = [&](const char* remedy) {
+        return refused->reason + remedy +
+               arguments::suggestion(refused->wanted, refused->present,
+                                     "platen get shows what is there");
+    };
+    switch (refused->fault) {
+        case platen::EditFault::NotFound:
+            return withNames("");
+        case platen::EditFault::BlockNotFound:
+            return withNames("; a new block is PATH:block");
+        case platen::EditFault::TypeMissing:
+            return withNames(
+                "; a new item names its type behind the path: :str, :num, :bool, :bin "
+                "(hexadecimal) or :block");
+        case platen::EditFault::TypeKept:
+            return refused->reason +
+                   "; delete it in the same command (--delete) to give it another";
+        default:
+            return refused->reason;
+    }
+}
+
 /// Makes all the changes, saying of each that cannot be made why. False when there was one.
 bool edit(const SetOptions& options, platen::ItemEditor& editor, const Console& console) {
     bool done = true;
@@ -61,23 +88,26 @@ bool edit(const SetOptions& options, platen::ItemEditor& editor, const Console& 
             done = false;
         }
     };
+    std::wstring wide;
     for (const std::string& path : options.deleted) {
-        note("--delete " + path, editor.remove(path));
+        note("--delete " + path,
+             ut::decodeUtf8(path, wide) ? reasonOf(editor.remove(wide)) : "the path is not UTF-8");
     }
     for (const std::string& assignment : options.assignments) {
-        note(assignment, editor.assign(assignment));
+        note(assignment, ut::decodeUtf8(assignment, wide) ? reasonOf(editor.assign(wide))
+                                                          : "this is not UTF-8");
     }
     return done;
 }
 
-ExitCode store(const SetOptions& options, files::Source& source, bool changed,
+ExitCode store(const SetOptions& options, platen::SourceFile& source, bool changed,
                const Console& console) {
     if (!options.inPlace) {
         return files::writeSource(source, changed, options.out, console);
     }
     if (!options.backupSuffix.empty()) {
         const std::string backup = options.file + options.backupSuffix;
-        if (files::writeBytes(source.bytes.view(), backup, console) != ExitCode::Ok) {
+        if (files::writeBytes(source.bytes(), backup, console) != ExitCode::Ok) {
             return ExitCode::Error;
         }
     }
@@ -89,17 +119,17 @@ ExitCode run(const SetOptions& options, const Console& console) {
     if (const std::string fault = usageFault(options); !fault.empty()) {
         return fail(console, options.file, fault);
     }
-    files::Source source;
-    if (!files::readSource(options.file, source, console, files::readingUpTo(options.maxBody))) {
+    platen::SourceFile source;
+    if (!files::readSource(options.file, source, console, platen::readingUpTo(options.maxBody))) {
         return ExitCode::Error;
     }
-    const ExitCode read = warn(console, options.file, source.input.report());
-    const platen::DocumentState before = platen::documentState(source.input);
-    platen::ItemEditor editor(*source.input.root());
+    const ExitCode read = warn(console, options.file, source.input().report());
+    const platen::DocumentState before = platen::documentState(source.input());
+    platen::ItemEditor editor(*source.input().root());
     if (!edit(options, editor, console)) {
         return fail(console, options.file, "nothing was written");
     }
-    const std::string lost = platen::lostDocument(before, platen::documentState(source.input));
+    const std::string lost = platen::lostDocument(before, platen::documentState(source.input()));
     const ExitCode stored = store(options, source, editor.changed(), console);
     if (stored == ExitCode::Error || lost.empty()) {
         return worse(read, stored);

@@ -1,22 +1,19 @@
-/// Writing result files. Every function reads back what it made before the old file is given up,
-/// so that a destination is either the old file whole or a new one that can be read.
+/// Writing result files, and saying how that went.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-#include <platen/pia.h>
+#include <platen/edit.h>
 #include "tools/platen/console/console.h"
 
 namespace cli::files {
 
-/// Writes the tree as a version-2 file.
-ExitCode writeCompressed(const PiaBlock& root, PiaKind kind, const std::string& file,
-                         const Console& console);
-/// Writes the tree as a version-3 file.
-ExitCode writeJson(const PiaBlock& root, const std::string& file, const Console& console);
-/// Writes the tree as bare body text in the ANSI code page.
-ExitCode writeBodyText(const PiaBlock& root, const std::string& file, const Console& console);
+/// Says why a file was not written, or what there is to know about it.
+ExitCode tell(const platen::WriteResult& result, const std::string& file, const Console& console);
+
+ExitCode writeTree(const PiaBlock& root, platen::FileForm form, PiaKind kind,
+                   const std::string& file, const Console& console);
 /// Writes bytes that came out of a file that was read.
 ExitCode writeBytes(std::string_view bytes, const std::string& file, const Console& console);
 

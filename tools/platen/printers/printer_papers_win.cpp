@@ -5,9 +5,9 @@
 
 #include <platen/print.h>
 #include <platen/utcore.h>
-#include "tools/platen/paper_list.h"
 #include "tools/platen/printers/printer_names.h"
 #include "tools/platen/printers/printing.h"
+#include "tools/platen/words/paper_list.h"
 
 namespace cli::printers {
 namespace {
@@ -33,10 +33,10 @@ ExitCode listPapersOfPrinter(const std::string& printer, bool json, const Consol
                     "its driver does not say which papers it has; see whether the printer can be "
                     "reached");
     }
-    std::vector<platen::ShownPaper> papers;
+    std::vector<words::ShownPaper> papers;
     const std::size_t count = std::min({ids.size(), names.size(), sizes.size()});
     for (std::size_t index = 0; index < count; ++index) {
-        platen::ShownPaper paper;
+        words::ShownPaper paper;
         paper.id = ids[index];
         paper.name = names[index].text();
         paper.globalName =
@@ -47,9 +47,9 @@ ExitCode listPapersOfPrinter(const std::string& printer, bool json, const Consol
         papers.push_back(paper);
     }
     if (json) {
-        platen::printPapersAsJson(papers, printer, console);
+        words::printPapersAsJson(papers, printer, console);
     } else {
-        platen::printPapers(papers, console);
+        words::printPapers(papers, console);
     }
     return ExitCode::Ok;
 }

@@ -10,7 +10,7 @@
 #include <platen/plotcfg.h>
 #include "tools/platen/console/console.h"
 
-namespace platen {
+namespace cli::words {
 
 using cli::Console;
 
@@ -55,4 +55,4 @@ void printPapersAsJson(const std::vector<ShownPaper>& papers, const std::string&
 /// The Windows papers by their ids, in either form.
 void printCatalogue(bool json, const Console& console);
 
-}  // namespace platen
+}  // namespace cli::words

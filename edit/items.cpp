@@ -1,24 +1,17 @@
-#include "tools/platen/item_edit.h"
+#include <platen/edit_items.h>
 
 #include <algorithm>
 #include <memory>
-#include <optional>
-#include <vector>
+#include <utility>
 
 #include <platen/utcore.h>
-#include "tools/platen/arguments/numbers.h"
-#include "tools/platen/arguments/suggest.h"
-#include "tools/platen/item_path.h"
+#include "edit/paths.h"
+#include "edit/refusal.h"
 
 namespace platen {
 namespace {
 
-constexpr const char* typeWanted =
-    "; a new item names its type behind the path: :str, :num, :bool, :bin (hexadecimal) or :block";
-
-std::string quoted(std::wstring_view text) { return '"' + ut::encodeUtf8(text) + '"'; }
-
-std::string word(PiaItemType type) { return ut::encodeUtf8(typeSuffix(type).substr(1)); }
+std::string word(PiaItemType type) { return ut::encodeUtf8(piaTypeSuffix(type).substr(1)); }
 
 std::optional<bool> flagOf(std::wstring_view text) {
     if (ut::equalNoCase(text, L"TRUE")) {
@@ -35,33 +28,30 @@ bool isHexadecimal(std::wstring_view text) {
     return text.size() % 2 == 0 && std::all_of(text.begin(), text.end(), isDigit);
 }
 
-/// Why an item of this type cannot have this value; empty when it can.
-std::string valueFault(PiaItemType type, const std::wstring& value) {
+/// Why an item of this type cannot have this value.
+EditResult valueFault(PiaItemType type, const std::wstring& value) {
+    const auto invalid = [](std::string reason) {
+        return refuse(EditFault::ValueInvalid, std::move(reason));
+    };
     switch (type) {
         case PiaItemType::Bool:
-            return flagOf(value) ? "" : "a bool is TRUE or FALSE, not " + quoted(value);
+            return flagOf(value) ? EditResult()
+                                 : invalid("a bool is TRUE or FALSE, not " + quoted(value));
         case PiaItemType::Num:
-            return cli::arguments::wholeNumber(ut::encodeUtf8(value))
-                       ? ""
-                       : quoted(value) + " is no number; write it with a decimal point";
+            return wholeNumber(ut::encodeUtf8(value))
+                       ? EditResult()
+                       : invalid(quoted(value) + " is no number; write it with a decimal point");
         case PiaItemType::Bin:
             return isHexadecimal(value)
-                       ? ""
-                       : "a bin is hexadecimal digits, two for each byte, not " + quoted(value);
+                       ? EditResult()
+                       : invalid("a bin is hexadecimal digits, two for each byte, not " +
+                                 quoted(value));
         case PiaItemType::Block:
-            return "this is a block and has no value of its own; name an item in it";
+            return invalid("this is a block and has no value of its own; name an item in it");
         case PiaItemType::Str:
             break;
     }
     return {};
-}
-
-std::vector<std::wstring> namesIn(const PiaBlock& block) {
-    std::vector<std::wstring> names;
-    for (const PiaItem* item : block.items) {
-        names.emplace_back(item->name.view());
-    }
-    return names;
 }
 
 /// The block at `path`, or null; an empty path is the root.
@@ -69,7 +59,7 @@ PiaBlock* blockAt(PiaBlock& root, std::wstring_view path) {
     if (path.empty()) {
         return &root;
     }
-    for (PiaItem* item : findPlace(root, path).items) {
+    for (PiaItem* item : piaFindPlace(root, path).items) {
         if (item->type == PiaItemType::Block) {
             return static_cast<PiaBlock*>(item);
         }
@@ -89,9 +79,8 @@ SplitPath split(std::wstring_view path) {
                : SplitPath{path.substr(0, slash), path.substr(slash + 1)};
 }
 
-/// Why `path` leads nowhere: the first of its names that is not there, what to do about it, and
-/// what is there.
-std::string nothingAt(PiaBlock& root, std::wstring_view path, std::string_view remedy = {}) {
+/// Says the first name of `path` that is not there, and what there is.
+EditResult nothingAt(PiaBlock& root, std::wstring_view path, EditFault fault) {
     SplitPath parts = split(path);
     PiaBlock* parent = blockAt(root, parts.parent);
     while (parent == nullptr) {
@@ -99,17 +88,23 @@ std::string nothingAt(PiaBlock& root, std::wstring_view path, std::string_view r
         parent = blockAt(root, parts.parent);
     }
     const std::string where = parts.parent.empty() ? "" : " in " + quoted(parts.parent);
-    return "there is no " + quoted(parts.name) + where + std::string(remedy) +
-           cli::arguments::suggestion(parts.name, namesIn(*parent),
-                                      "platen get shows what is there");
+    EditRefusal refusal{
+        fault, "there is no " + quoted(parts.name) + where, std::wstring(parts.name), {}};
+    for (const PiaItem* item : parent->items) {
+        refusal.present.emplace_back(item->name.view());
+    }
+    return refusal;
 }
 
-std::string severalTypes(const std::vector<PiaItem*>& items) {
-    std::string reason = "several items have this name; add a type:";
+EditResult severalTypes(std::wstring_view path, const std::vector<PiaItem*>& items) {
+    EditRefusal refusal{
+        EditFault::Ambiguous, "several items have this name; add a type:", std::wstring(path), {}};
     for (const PiaItem* item : items) {
-        reason += ' ' + ut::encodeUtf8(typeSuffix(item->type));
+        const std::wstring_view suffix = piaTypeSuffix(item->type);
+        refusal.reason += ' ' + ut::encodeUtf8(suffix);
+        refusal.present.emplace_back(suffix);
     }
-    return reason;
+    return refusal;
 }
 
 std::unique_ptr<PiaItem> makeItem(std::wstring_view name, PiaItemType type,
@@ -134,7 +129,7 @@ std::unique_ptr<PiaItem> makeItem(std::wstring_view name, PiaItemType type,
 std::size_t endOfPath(PiaBlock& root, std::wstring_view assignment) {
     for (std::size_t at = assignment.find(L'='); at != std::wstring_view::npos;
          at = assignment.find(L'=', at + 1)) {
-        if (!findPlace(root, assignment.substr(0, at)).items.empty()) {
+        if (!piaFindPlace(root, assignment.substr(0, at)).items.empty()) {
             return at;
         }
     }
@@ -143,47 +138,44 @@ std::size_t endOfPath(PiaBlock& root, std::wstring_view assignment) {
 
 }  // namespace
 
-std::string ItemEditor::remove(std::string_view path) {
-    std::wstring wide;
-    if (!ut::decodeUtf8(path, wide)) {
-        return "the path is not UTF-8";
-    }
-    const ItemPlace place = findPlace(root_, wide);
+EditResult ItemEditor::remove(std::wstring_view path) {
+    const PiaPlace place = piaFindPlace(root_, path);
     if (place.items.empty()) {
-        return nothingAt(root_, wide);
+        return nothingAt(root_, path, EditFault::NotFound);
     }
     if (place.items.size() > 1) {
-        return severalTypes(place.items);
+        return severalTypes(path, place.items);
     }
     changed_ = place.parent->removeItem(place.items.front()) || changed_;
     return {};
 }
 
-std::string ItemEditor::assign(std::string_view assignment) {
-    std::wstring wide;
-    if (!ut::decodeUtf8(assignment, wide)) {
-        return "this is not UTF-8";
+EditResult ItemEditor::assign(std::wstring_view assignment) {
+    const std::size_t end = endOfPath(root_, assignment);
+    if (end != std::wstring_view::npos) {
+        return set(assignment.substr(0, end), std::wstring(assignment.substr(end + 1)));
     }
-    const std::size_t end = endOfPath(root_, wide);
-    if (end == std::wstring::npos) {
-        return wide.ends_with(typeSuffix(PiaItemType::Block))
-                   ? add(wide, nullptr)
-                   : "this is no PATH=VALUE; a new block is PATH:block";
-    }
-    const std::wstring path = wide.substr(0, end);
-    const std::wstring value = wide.substr(end + 1);
-    const ItemPlace place = findPlace(root_, path);
+    return assignment.ends_with(piaTypeSuffix(PiaItemType::Block))
+               ? addBlock(assignment)
+               : refuse(EditFault::ValueInvalid,
+                        "this is no PATH=VALUE; a new block is PATH:block");
+}
+
+EditResult ItemEditor::set(std::wstring_view path, const std::wstring& value) {
+    const PiaPlace place = piaFindPlace(root_, path);
     if (place.items.size() > 1) {
-        return severalTypes(place.items);
+        return severalTypes(path, place.items);
     }
     return place.items.empty() ? add(path, &value) : setValue(*place.items.front(), value);
 }
 
-std::string ItemEditor::setValue(PiaItem& item, const std::wstring& value) {
-    if (const std::string fault = valueFault(item.type, value); !fault.empty()) {
+EditResult ItemEditor::addBlock(std::wstring_view path) { return add(path, nullptr); }
+
+EditResult ItemEditor::setValue(PiaItem& item, const std::wstring& value) {
+    if (EditResult fault = valueFault(item.type, value)) {
         return fault;
     }
-    const auto setText = [&](PiaText& text) {
+    const auto setText = [&](auto& text) {
         if (!(text == value)) {
             text = value;
             changed_ = true;
@@ -212,43 +204,44 @@ std::string ItemEditor::setValue(PiaItem& item, const std::wstring& value) {
     return {};
 }
 
-std::string ItemEditor::add(std::wstring_view path, const std::wstring* value) {
+/// A null value adds a block.
+EditResult ItemEditor::add(std::wstring_view path, const std::wstring* value) {
     std::wstring_view named = path;
-    const std::optional<PiaItemType> type = takeTypeSuffix(named);
-    const ItemPlace there = findPlace(root_, named);
+    const std::optional<PiaItemType> type = piaTakeTypeSuffix(named);
+    const PiaPlace there = piaFindPlace(root_, named);
     if (!there.items.empty()) {
         const PiaItemType present = there.items.front()->type;
         if (value == nullptr && present == PiaItemType::Block) {
             return {};
         }
-        return "the item is a " + word(present) +
-               " and keeps its type; delete it in the same command (--delete) to give it another";
+        return refuse(EditFault::TypeKept,
+                      "the item is a " + word(present) + " and keeps its type");
     }
     const SplitPath parts = split(named);
     PiaBlock* parent = blockAt(root_, parts.parent);
     if (parent == nullptr) {
-        return nothingAt(root_, parts.parent, "; a new block is PATH:block");
+        return nothingAt(root_, parts.parent, EditFault::BlockNotFound);
     }
     if (!type) {
-        return nothingAt(root_, named, typeWanted);
+        return nothingAt(root_, named, EditFault::TypeMissing);
     }
     if (parts.name.empty()) {
-        return "an item needs a name";
+        return refuse(EditFault::NameInvalid, "an item needs a name");
     }
-    if (value == nullptr || *type == PiaItemType::Block) {
-        return value == nullptr
-                   ? addTo(*parent, parts.name, *type, {})
-                   : "a block has no value; leave out the \"=\" and what comes behind it";
+    if (value != nullptr && *type == PiaItemType::Block) {
+        return refuse(EditFault::ValueInvalid,
+                      "a block has no value; leave out the \"=\" and what comes behind it");
     }
-    const std::string fault = valueFault(*type, *value);
-    return fault.empty() ? addTo(*parent, parts.name, *type, *value) : fault;
-}
-
-std::string ItemEditor::addTo(PiaBlock& parent, std::wstring_view name, PiaItemType type,
-                              const std::wstring& value) {
-    std::unique_ptr<PiaItem> item = makeItem(name, type, value);
-    if (!parent.addItem(item.get())) {
-        return "the block has such an item already";
+    if (value == nullptr && *type != PiaItemType::Block) {
+        return refuse(EditFault::ValueInvalid, "a new item needs a value");
+    }
+    if (EditResult fault = value == nullptr ? EditResult() : valueFault(*type, *value)) {
+        return fault;
+    }
+    std::unique_ptr<PiaItem> item =
+        makeItem(parts.name, *type, value == nullptr ? std::wstring() : *value);
+    if (!parent->addItem(item.get())) {
+        return refuse(EditFault::NameTaken, "the block has such an item already");
     }
     static_cast<void>(item.release());
     changed_ = true;

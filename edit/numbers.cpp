@@ -1,10 +1,10 @@
-#include "tools/platen/arguments/numbers.h"
-
 #include <algorithm>
+#include <cstddef>
 
+#include <platen/edit_items.h>
 #include <platen/utcore.h>
 
-namespace cli::arguments {
+namespace platen {
 namespace {
 
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
@@ -47,4 +47,4 @@ std::optional<double> wholeNumber(std::string_view text) {
     return value;
 }
 
-}  // namespace cli::arguments
+}  // namespace platen

@@ -1,4 +1,4 @@
-#include "tools/platen/paper_list.h"
+#include "tools/platen/words/paper_list.h"
 
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -7,7 +7,7 @@
 #include <platen/utcore.h>
 #include "tools/platen/words/columns.h"
 
-namespace platen {
+namespace cli::words {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -156,7 +156,7 @@ void printPapers(const std::vector<ShownPaper>& papers, const Console& console) 
              paper.units == kPixels ? own : "", onPaper || paper.units == kPixels ? "" : own,
              margins(paper), paper.keptIn});
     }
-    cli::words::printColumns(rows, console);
+    printColumns(rows, console);
 }
 
 void printPapersAsJson(const std::vector<ShownPaper>& papers, const std::string& source,
@@ -185,8 +185,8 @@ void printCatalogue(bool json, const Console& console) {
         }
     }
     if (!json) {
-        cli::words::printColumns(rows, console);
+        printColumns(rows, console);
     }
 }
 
-}  // namespace platen
+}  // namespace cli::words

@@ -1,0 +1,15 @@
+/// Changing plotter files: items by their paths, papers by their names.
+///
+///     platen::SourceFile file;
+///     if (file.read(L"plan.pc3")) {
+///         platen::ItemEditor editor(*file.input().root());
+///         if (!editor.set(L"media/number_of_copies", L"2")) {
+///             file.write(L"plan.pc3");
+///         }
+///     }
+#pragma once
+
+#include <platen/edit_files.h>
+#include <platen/edit_items.h>
+#include <platen/edit_papers.h>
+#include <platen/edit_result.h>
