@@ -6,26 +6,16 @@
 #include <wx/modalhook.h>
 #include <wx/msgdlg.h>
 
-#include <ostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 /// Answers every modal dialog at once while it lives, and keeps what message boxes and folder
 /// choosers said.
 class BoxCatcher : public wxModalDialogHook {
 public:
-    struct Box {
-        std::wstring text;
-        std::wstring caption;
-        long style;
-        wxWindow* parent;
-
-        bool operator==(const Box&) const = default;
-        friend void PrintTo(const Box& box, std::ostream* stream) {
-            *stream << testing::PrintToString(box.caption) << ": "
-                    << testing::PrintToString(box.text) << ", " << box.style << ", " << box.parent;
-        }
-    };
+    /// Text, caption or folder, style, parent.
+    using Box = std::tuple<std::wstring, std::wstring, long, wxWindow*>;
 
     /// `answer` is the identifier of a button, `folder` what is chosen in folder choosers.
     explicit BoxCatcher(int answer = wxID_OK, const wxString& folder = wxString())
@@ -41,11 +31,11 @@ public:
 protected:
     int Enter(wxDialog* dialog) override {
         if (const auto* box = dynamic_cast<wxMessageDialog*>(dialog)) {
-            boxes.push_back({box->GetMessage().ToStdWstring(), box->GetCaption().ToStdWstring(),
-                             box->GetMessageDialogStyle(), box->GetParent()});
+            boxes.emplace_back(box->GetMessage().ToStdWstring(), box->GetCaption().ToStdWstring(),
+                               box->GetMessageDialogStyle(), box->GetParent());
         } else if (auto* chooser = dynamic_cast<wxDirDialog*>(dialog)) {
-            boxes.push_back({chooser->GetMessage().ToStdWstring(),
-                             chooser->GetPath().ToStdWstring(), 0, chooser->GetParent()});
+            boxes.emplace_back(chooser->GetMessage().ToStdWstring(),
+                               chooser->GetPath().ToStdWstring(), 0, chooser->GetParent());
             // Of what the user has chosen, not of where the system's chooser begins.
             chooser->wxDirDialogBase::SetPath(folder_);
         } else {

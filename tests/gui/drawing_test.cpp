@@ -91,39 +91,33 @@ TEST(DrawText, PutsInkOfTheColourWhereItBelongs) {
     const struct {
         const char* text;
         EFont font;
-        bool clear;
-        bool highQuality;
         int width;
         /// Pixels of the ink. The large font is bold, too: no width fits both.
         wxSize least, most;
     } cases[] = {
-        {one, EF_Large, false, false, 260, {171, 8}, {245, 20}},
-        {one, EF_Large, false, true, 260, {171, 8}, {245, 20}},
-        {one, EF_Small, false, false, 260, {81, 6}, {170, 16}},
-        {one, EF_Small, false, true, 260, {81, 6}, {170, 16}},
-        // Only the graphics context knows of alpha everywhere.
-        {one, EF_Small, true, true, 260, {81, 6}, {170, 16}},
-        {two, EF_Small, false, false, 200, {81, 18}, {185, 30}},
-        {two, EF_Small, false, true, 200, {81, 18}, {185, 30}},
+        {one, EF_Large, 260, {171, 8}, {245, 20}},
+        {one, EF_Small, 260, {81, 6}, {170, 16}},
+        {two, EF_Small, 200, {81, 18}, {185, 30}},
         // Wrapped, but not cut.
-        {two, EF_Small, false, false, 120, {50, 31}, {108, 60}},
-        {two, EF_Small, false, true, 120, {50, 31}, {108, 60}},
+        {two, EF_Small, 120, {50, 31}, {108, 60}},
     };
-    wxImage sheet = filledImage(wxSize(260, 720), *wxWHITE);
-    int row = 0;
-    for (const auto& entry : cases) {
-        SCOPED_TRACE(row);
+    wxImage sheet = filledImage(wxSize(780, 320), *wxWHITE);
+    for (int number = 0; number < 12; ++number) {
+        SCOPED_TRACE(number);
+        const auto& entry = cases[number / 3];
+        const bool highQuality = number % 3 > 0;
+        // Only the graphics context knows of alpha everywhere.
+        const bool clear = number % 3 > 1;
         const wxSize size(entry.width, 75);
         const bool isDark = entry.text == one;
         wxImage first;
         for (const char* const ending : {"\r\n", "\n", "\r"}) {
             wxBitmap bitmap =
-                entry.clear ? framed(size, paper, size.x) : wxBitmap(filledImage(size, paper));
+                clear ? framed(size, paper, size.x) : wxBitmap(filledImage(size, paper));
             wxString text = entry.text;
             text.Replace("\n", ending);
-            drawText(bitmap, text, 10, 5, entry.font, isDark ? EC_Dark : EC_Grey,
-                     entry.highQuality);
-            EXPECT_EQ(bitmap.HasAlpha(), entry.highQuality);
+            drawText(bitmap, text, 10, 5, entry.font, isDark ? EC_Dark : EC_Grey, highQuality);
+            EXPECT_EQ(bitmap.HasAlpha(), highQuality);
             const wxImage drawn = onPaper(bitmap);
             EXPECT_TRUE(!first.IsOk() || difference(first, drawn).IsEmpty());
             first = drawn;
@@ -134,7 +128,7 @@ TEST(DrawText, PutsInkOfTheColourWhereItBelongs) {
                         .Contains(ink.width, ink.height))
             << ink.width << " x " << ink.height;
         EXPECT_TRUE(shows(first, isDark ? 40 : 110));
-        sheet.Paste(first, 0, 80 * row++);
+        sheet.Paste(first, number % 3 * 260, number / 3 * 80);
     }
     leavePicture("images_text", sheet);
 }
@@ -148,19 +142,6 @@ TEST(DrawTextHighQuality, TakesMasksForTransparency) {
     const wxImage drawn = bitmap.ConvertToImage();
     EXPECT_EQ(drawn.GetAlpha(110, 30), 0);
     EXPECT_GT(*std::max_element(drawn.GetAlpha(), drawn.GetAlpha() + 120 * 40), 200);
-}
-
-TEST(DrawOnTop, CoversTheCornerAndKeepsTheRest) {
-    wxBitmap bottom(filledImage(wxSize(60, 40), paper));
-    wxImage square = filledImage(wxSize(20, 10), wxColour(200, 30, 40));
-    square.SetRGB(5, 5, 1, 2, 3);
-    square.SetMaskColour(1, 2, 3);
-    drawOnTop(bottom, wxBitmap(square));
-    const wxImage drawn = bottom.ConvertToImage();
-    EXPECT_EQ(inkOf(drawn), wxRect(0, 0, 20, 10));
-    EXPECT_EQ(drawn.GetRed(5, 5), 1) << "what the mask hides is drawn";
-    EXPECT_EQ(drawn.GetRed(19, 9), 200);
-    leavePicture("images_on_top", drawn.Scale(240, 160));
 }
 
 TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
@@ -188,17 +169,27 @@ TEST(DrawOnBitmap, ScalesTheBottomAndCentresTheTop) {
     leavePicture("images_on_bitmap", both.Scale(320, 240));
 }
 
-TEST(Drawing, LeavesOutWhatIsInvalid) {
-    wxBitmap red(filledImage(wxSize(8, 8), *wxRED));
-    EXPECT_FALSE(wut::drawOnBitmap(wxBitmap(), wxBitmap(), wxSize(8, 8)).IsOk());
-    EXPECT_FALSE(wut::drawOnBitmap(red, red, wxSize(0, 8)).IsOk());
-    EXPECT_FALSE(wut::drawOnBitmap(red, red, wxSize(8, -1)).IsOk());
+TEST(DrawOnTop, CoversTheCornerAndKeepsTheRest) {
+    wxBitmap bottom(filledImage(wxSize(60, 40), paper));
+    wxImage square = filledImage(wxSize(20, 10), wxColour(200, 30, 40));
+    square.SetRGB(5, 5, 1, 2, 3);
+    square.SetMaskColour(1, 2, 3);
     wxBitmap none;
-    drawOnTop(red, none);
-    drawOnTop(none, red);
+    drawOnTop(bottom, none);
+    drawOnTop(bottom, wxBitmap(square));
+    drawOnTop(none, bottom);
+    EXPECT_FALSE(none.IsOk());
+    const wxImage drawn = bottom.ConvertToImage();
+    EXPECT_EQ(inkOf(drawn), wxRect(0, 0, 20, 10));
+    EXPECT_EQ(drawn.GetRed(5, 5), 1) << "what the mask hides is drawn";
+    EXPECT_EQ(drawn.GetRed(19, 9), 200);
+    leavePicture("images_on_top", drawn.Scale(240, 160));
+    // What else is invalid is left out.
+    EXPECT_FALSE(wut::drawOnBitmap(none, none, wxSize(8, 8)).IsOk());
+    EXPECT_FALSE(wut::drawOnBitmap(bottom, bottom, wxSize(0, 8)).IsOk());
+    EXPECT_FALSE(wut::drawOnBitmap(bottom, bottom, wxSize(8, -1)).IsOk());
     drawText(none, "Plot", 0, 0, EF_Small, EC_White, false);
     drawText(none, "Plot", 0, 0, EF_Small, EC_White, true);
-    EXPECT_FALSE(none.IsOk());
 }
 
 }  // namespace

@@ -16,14 +16,9 @@ namespace {
 using testing::ElementsAre;
 using Box = BoxCatcher::Box;
 
-class Messages : public testing::Test {
-protected:
-    void SetUp() override { frame_.Show(); }
-
-    wxFrame frame_{nullptr, wxID_ANY, "Messages"};
-};
-
-TEST_F(Messages, HaveTheProductForACaption) {
+TEST(Messages, HaveTheProductForACaption) {
+    wxFrame frame(nullptr, wxID_ANY, "Messages");
+    frame.Show();
     const std::wstring text = L"100% %s \u0416 \"x\"\nsecond line";
     constexpr int question = wxYES_NO | wxICON_QUESTION;
     const BoxCatcher catcher(wxID_NO);
@@ -36,23 +31,25 @@ TEST_F(Messages, HaveTheProductForACaption) {
         EXPECT_EQ(bad.errorMessage(), L"Ung\u00FCltig");
         EXPECT_EQ(wut::BasePolicy("Bad input").errorMessage(), "Bad input");
     }
-    wut::BasePolicy("Copies: 1 to 99").showError(&frame_);
+    wut::BasePolicy("Copies: 1 to 99").showError(&frame);
     ut::Config::setRegProduct(L"Pl\u00E4ne 7");
-    EXPECT_EQ(wut::messageBox(text.c_str(), nullptr, question, &frame_), wxNO);
+    EXPECT_EQ(wut::messageBox(text.c_str(), nullptr, question, &frame), wxNO);
     wut::messageBox(L"", L"", question, nullptr, 5, 5);
-    wut::messageBox(L"Replace?", L"Plot", question | wxNO_DEFAULT, &frame_);
+    wut::messageBox(L"Replace?", L"Plot", question | wxNO_DEFAULT, &frame);
     ut::Config::setRegProduct(L"");
     EXPECT_THAT(
         catcher.boxes,
-        ElementsAre(Box{text, L"Platen", 517, &frame_}, Box{L"Bad input", L"Platen", 517, &frame_},
-                    Box{L"Ung\u00FCltig", L"Platen", 517, &frame_},
-                    Box{L"Copies: 1 to 99", L"Platen", 517, &frame_},
-                    Box{text, L"Pl\u00E4ne 7", question, &frame_},
-                    Box{L"", L"Pl\u00E4ne 7", question, &frame_},
-                    Box{L"Replace?", L"Plot", question | wxNO_DEFAULT, &frame_}));
+        ElementsAre(Box{text, L"Platen", 517, &frame}, Box{L"Bad input", L"Platen", 517, &frame},
+                    Box{L"Ung\u00FCltig", L"Platen", 517, &frame},
+                    Box{L"Copies: 1 to 99", L"Platen", 517, &frame},
+                    Box{text, L"Pl\u00E4ne 7", question, &frame},
+                    Box{L"", L"Pl\u00E4ne 7", question, &frame},
+                    Box{L"Replace?", L"Plot", question | wxNO_DEFAULT, &frame}));
 }
 
-TEST_F(Messages, AskForAFolder) {
+TEST(Messages, AskForAFolder) {
+    wxFrame frame(nullptr, wxID_ANY, "Messages");
+    frame.Show();
     const TemporaryFolder known;
     const wxString before = known.path("x").parent_path().wstring();
     wxString folder = before;
@@ -61,8 +58,8 @@ TEST_F(Messages, AskForAFolder) {
     const German german("Select Folder", "Ordner w\xC3\xA4hlen");
     for (const auto& [answer, result] : {std::pair(wxID_CANCEL, before), {wxID_OK, "other"}}) {
         const BoxCatcher catcher(answer, "other");
-        EXPECT_EQ(wut::selectFolderDlg(folder, &frame_), answer == wxID_OK);
-        EXPECT_THAT(catcher.boxes, ElementsAre(Box{L"Ordner w\u00E4hlen", begin, 0, &frame_}));
+        EXPECT_EQ(wut::selectFolderDlg(folder, &frame), answer == wxID_OK);
+        EXPECT_THAT(catcher.boxes, ElementsAre(Box{L"Ordner w\u00E4hlen", begin, 0, &frame}));
         EXPECT_EQ(folder, result);
     }
 }

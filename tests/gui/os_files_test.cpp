@@ -20,12 +20,7 @@ namespace {
 constexpr double unset = -99;
 
 /// What a file gives in its own order, c to b, and whether it was read.
-struct Positions {
-    std::vector<double> values;
-    bool read;
-
-    bool operator==(const Positions&) const = default;
-};
+using Positions = std::pair<std::vector<double>, bool>;
 
 Positions positionsOf(const std::wstring& path) {
     double a = unset, b = unset, c = unset, d = unset, e = unset, f = unset;

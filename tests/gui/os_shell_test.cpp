@@ -58,8 +58,7 @@ TEST_F(OsShell, WaitsForTheEnd) {
 
 TEST_F(OsShell, TellsWhyAProgramDoesNotStart) {
     Shell shell([] { return true; });
-    constexpr unsigned long fileNotFound = 2;
-    EXPECT_EQ(shell.executeCommand(L"Title", L"platen-no-such-program 1", 0), fileNotFound);
+    EXPECT_EQ(shell.executeCommand(L"Title", L"platen-no-such-program 1", 0), 2u);
     EXPECT_NE(shell.executeCommand(nullptr, L"", 0), 0u);
     EXPECT_NE(shell.executeCommand(nullptr, nullptr, 0), 0u);
     EXPECT_EQ(shell.polls, 0);

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <platen/gui_os.h>
 #include <platen/utcore.h>
@@ -132,7 +133,7 @@ private:
     Variable numeric_{"LC_NUMERIC", "comma"};
 };
 
-TEST(Separators, AreTheUsers) {
+TEST(Separators, AreTheUsersAndPositionFilesHavePoints) {
     {
         const Variable all("LC_ALL", "C");
         EXPECT_EQ(wut::getSystemDecimalSeparator(), L'.');
@@ -145,10 +146,6 @@ TEST(Separators, AreTheUsers) {
     EXPECT_EQ(wut::getSystemDefaultSeparator(), L';');
     // The program's own numbers stay what they were.
     EXPECT_STREQ(std::localeconv()->decimal_point, ".");
-}
-
-TEST(PositionFile, HasPointsInEveryLocale) {
-    const CommaLocale locale;
     const std::string before = std::setlocale(LC_NUMERIC, nullptr);
     ASSERT_NE(std::setlocale(LC_NUMERIC, ""), nullptr);
     const TemporaryFolder folder;
@@ -157,8 +154,7 @@ TEST(PositionFile, HasPointsInEveryLocale) {
         writeBytes(folder.path("file"),
                    points ? "1.5\n-2.25\n3\n4\n5\n6\n" : "1,5\n2\n3\n4\n5\n6\n");
         EXPECT_EQ(wut::readPositionFile(OdString(folder.wide("file")), a, b, c, d, e, f), points);
-        EXPECT_EQ(c, 1.5);
-        EXPECT_EQ(f, -2.25);
+        EXPECT_EQ(std::pair(c, f), std::pair(1.5, -2.25));
     }
     std::setlocale(LC_NUMERIC, before.c_str());
 }

@@ -69,8 +69,8 @@ TEST(Drives, AndFoldersAreThoseThatTheApplicationKnows) {
 
 TEST(Separators, AreTheUsers) {
     for (const auto& [setting, separator] :
-         {std::pair(LOCALE_SLIST, wut::getSystemDefaultSeparator),
-          {LOCALE_SDECIMAL, wut::getSystemDecimalSeparator}}) {
+         {std::pair(LOCALE_SLIST, &wut::getSystemDefaultSeparator),
+          {LOCALE_SDECIMAL, &wut::getSystemDecimalSeparator}}) {
         wchar_t before[16] = L"";
         GetLocaleInfoW(LOCALE_USER_DEFAULT, setting, before, static_cast<int>(std::size(before)));
         SetLocaleInfoW(LOCALE_USER_DEFAULT, setting, L"|#");

@@ -31,12 +31,10 @@ inline wxImage display() {
     // The header, and twelve bytes for each colour of a palette.
     const int start = field(0) + field(19) * 12;
     unsigned char* target = image.GetData();
-    for (int y = 0; y < image.GetHeight(); ++y) {
-        for (int x = 0; x < image.GetWidth(); ++x) {
-            for (const int channel : {2, 1, 0}) {
-                *target++ =
-                    byteAt(static_cast<std::size_t>(start + y * lineLength + x * 4 + channel));
-            }
+    for (int at = 0; at < field(4) * field(5); ++at) {
+        const int from = start + at / field(4) * lineLength + at % field(4) * 4;
+        for (const int channel : {2, 1, 0}) {
+            *target++ = byteAt(static_cast<std::size_t>(from + channel));
         }
     }
     return image;
@@ -45,12 +43,10 @@ inline wxImage display() {
 /// The smallest rectangle with everything that differs.
 inline wxRect difference(const wxImage& one, const wxImage& other) {
     wxRect changed;
-    for (int y = 0; y < one.GetHeight(); ++y) {
-        for (int x = 0; x < one.GetWidth(); ++x) {
-            const auto at = static_cast<std::size_t>(y * one.GetWidth() + x) * 3;
-            if (!std::equal(one.GetData() + at, one.GetData() + at + 3, other.GetData() + at)) {
-                changed.Union(wxRect(x, y, 1, 1));
-            }
+    for (int at = 0; at < one.GetWidth() * one.GetHeight(); ++at) {
+        const unsigned char* const pixel = one.GetData() + at * 3;
+        if (!std::equal(pixel, pixel + 3, other.GetData() + at * 3)) {
+            changed.Union(wxRect(at % one.GetWidth(), at / one.GetWidth(), 1, 1));
         }
     }
     return changed;

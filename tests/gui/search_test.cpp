@@ -76,14 +76,12 @@ TEST_F(SearchField, LeavesOtherEventsToItsValidator) {
         field_->Bind(type, [&](wxCommandEvent&) { ++handled; });
     }
     field_->SetValue("pen");
-    EXPECT_EQ(validated, 1);
-    EXPECT_EQ(handled, 1);
+    EXPECT_EQ(std::pair(validated, handled), std::pair(1, 1));
 
     wxCommandEvent search(wxEVT_SEARCH, field_->GetId());
     search.SetEventObject(field_);
     EXPECT_TRUE(field_->ProcessWindowEvent(search));
-    EXPECT_EQ(validated, 2);
-    EXPECT_EQ(handled, 1);
+    EXPECT_EQ(std::pair(validated, handled), std::pair(2, 1));
 }
 
 TEST_F(SearchField, IsMadeByTheNameOfItsClass) {

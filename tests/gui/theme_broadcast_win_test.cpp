@@ -80,11 +80,6 @@ protected:
         return window;
     }
 
-    static HWND native(const std::string& name, wxWindow& parent,
-                       std::function<void()> action = {}) {
-        return native(name, WS_CHILD, GetHwndOf(&parent), std::move(action));
-    }
-
     /// A panel that lies in a native window of the frame, below the others there.
     wxPanel* panelIn(HWND parent, const std::string& name) {
         auto* panel = new Listening<wxPanel>(name, &frame_);
@@ -98,14 +93,14 @@ protected:
 };
 
 TEST_F(NativeBroadcast, GoesThroughNativeWindows) {
-    const HWND outer = native("outer", frame_);
+    const HWND outer = native("outer", WS_CHILD, GetHwndOf(&frame_));
     wxPanel* first = panelIn(outer, "first");
-    const HWND inner = native("inner", *first);
+    const HWND inner = native("inner", WS_CHILD, GetHwndOf(first));
     wxPanel* second = panelIn(inner, "second");
-    native("innermost", *second);
-    native("outer sibling", frame_);
+    native("innermost", WS_CHILD, GetHwndOf(second));
+    native("outer sibling", WS_CHILD, GetHwndOf(&frame_));
     new Listening<wxPanel>("third", &frame_);
-    native("of other", other_);
+    native("of other", WS_CHILD, GetHwndOf(&other_));
     wxColorThemeChangedEvent::BroadcastColorThemeChanged();
     EXPECT_THAT(told, ElementsAre("event frame", "message frame",                   //
                                   "message outer",                                  //
@@ -141,14 +136,14 @@ TEST_F(NativeBroadcast, GoesOnWhenNativeWindowsGo) {
     HWND itself = nullptr;
     wxPanel* panel = nullptr;
     HWND secondTool = nullptr;
-    parent = native("parent", frame_);
+    parent = native("parent", WS_CHILD, GetHwndOf(&frame_));
     native("a", WS_CHILD, parent, [&] { ::DestroyWindow(sibling), delete panel; });
     sibling = native("b", WS_CHILD, parent);
     panel = panelIn(parent, "panel");
     itself = native("c", WS_CHILD, parent, [&] { ::DestroyWindow(itself); });
     native("d", WS_CHILD, parent, [&] { ::DestroyWindow(parent); });
     native("e", WS_CHILD, parent);
-    native("last", frame_);
+    native("last", WS_CHILD, GetHwndOf(&frame_));
     // The newest lies on top.
     secondTool = native("second tool", WS_POPUP, GetHwndOf(&frame_));
     const HWND tool =

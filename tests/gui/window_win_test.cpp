@@ -38,8 +38,6 @@ protected:
     const std::size_t known_ = wxTopLevelWindows.GetCount();
 };
 
-// --- Wrappers ------------------------------------------------------------------------------------
-
 using WindowWrapper = NativeWindows;
 
 TEST_F(WindowWrapper, LeavesTheNativeWindowAsItIs) {
@@ -90,8 +88,6 @@ TEST_F(WindowWrapper, TakesItsDialogsAlong) {
     settle();
     EXPECT_TRUE(::IsWindowVisible(native.handle()));
 }
-
-// --- Restoring -----------------------------------------------------------------------------------
 
 /// `top` belongs to `below` and is active; `given` is another window.
 class RestoredWindows : public NativeWindows {
