@@ -257,8 +257,8 @@ bool WindowsPrintNativeData::ResolveConflicts(const wxPrintData& data) {
         devMode.release();
         return false;
     }
-    // The driver writes into a copy: one that writes more than it has asked for spoils nothing then,
-    // and a block that others have locked need have no room to spare.
+    // The driver writes into a copy: one that writes more than it has asked for spoils nothing
+    // then, and a block that others have locked need have no room to spare.
     const auto* bytes = reinterpret_cast<const std::byte*>(devMode.get());
     std::vector<std::byte> answer(bytes, bytes + GlobalSize(GetDevMode()));
     answer.resize(std::max(devModeSize(printer, name.c_str()), answer.size()));

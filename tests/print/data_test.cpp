@@ -19,118 +19,67 @@ protected:
     wxInitializer library_;
 };
 
-TEST_F(PrintDataTerms, BinsAreMappedBothWays) {
+TEST_F(PrintDataTerms, BinsDuplexAndQualityAreMappedBothWays) {
     struct Case {
         short set;
         int wx;
         short get;
     };
-    const Case cases[] = {{1, 1, 1},      {7, 7, 7},      {11, 11, 11},         {12, 0, 242},
-                          {13, 0, 242},   {14, 12, 14},   {15, 13, 15},         {16, 0, 242},
-                          {255, 0, 242},  {0, 0, 242},    {-1, 0, 242},         {242, 0, 242},
-                          {256, 14, 256}, {260, 18, 260}, {32767, 32525, 32767}};
-    for (const Case& one : cases) {
-        wut::PrintData data;
-        data.setDmBin(one.set);
-        EXPECT_EQ(data.GetBin(), one.wx) << one.set;
-        EXPECT_EQ(data.getDmBin(), one.get) << one.set;
-    }
-}
-
-TEST_F(PrintDataTerms, DuplexAndQualityAreMappedBothWays) {
+    const Case bins[] = {{1, 1, 1},      {11, 11, 11},         {12, 0, 242},  {14, 12, 14},
+                         {15, 13, 15},   {16, 0, 242},         {255, 0, 242}, {-1, 0, 242},
+                         {256, 14, 256}, {32767, 32525, 32767}};
+    const Case duplexes[] = {{1, 0, 1}, {2, 2, 2}, {3, 1, 3}, {4, 0, 1}};
+    const Case qualities[] = {{-4, -1, -4}, {-3, -2, -3}, {-2, -3, -2},
+                              {-1, -4, -1}, {0, 0, 0},    {-5, -5, -5}};
     wut::PrintData data;
-    const std::vector<std::pair<short, wxDuplexMode>> duplexes = {
-        {DMDUP_SIMPLEX, wxDUPLEX_SIMPLEX},
-        {DMDUP_VERTICAL, wxDUPLEX_VERTICAL},
-        {DMDUP_HORIZONTAL, wxDUPLEX_HORIZONTAL}};
-    for (const auto& [windows, wx] : duplexes) {
-        data.setDmDuplex(windows);
-        EXPECT_EQ(data.GetDuplex(), wx);
-        EXPECT_EQ(data.getDmDuplex(), windows);
+    for (const auto& [set, wx, get] : bins) {
+        data.setDmBin(set);
+        EXPECT_EQ(data.GetBin(), wx) << set;
+        EXPECT_EQ(data.getDmBin(), get) << set;
     }
-    data.setDmDuplex(4);
-    EXPECT_EQ(data.getDmDuplex(), DMDUP_SIMPLEX);
-
-    const std::vector<std::pair<short, int>> qualities = {{DMRES_HIGH, wxPRINT_QUALITY_HIGH},
-                                                          {DMRES_MEDIUM, wxPRINT_QUALITY_MEDIUM},
-                                                          {DMRES_LOW, wxPRINT_QUALITY_LOW},
-                                                          {DMRES_DRAFT, wxPRINT_QUALITY_DRAFT},
-                                                          {600, 600},
-                                                          {0, 0},
-                                                          {-5, -5},
-                                                          {32767, 32767}};
-    for (const auto& [windows, wx] : qualities) {
-        data.setDmQuality(windows);
-        EXPECT_EQ(data.GetQuality(), wx) << windows;
-        EXPECT_EQ(data.getDmQuality(), windows);
+    for (const auto& [set, wx, get] : duplexes) {
+        data.setDmDuplex(set);
+        EXPECT_EQ(data.GetDuplex(), wx) << set;
+        EXPECT_EQ(data.getDmDuplex(), get) << set;
+    }
+    for (const auto& [set, wx, get] : qualities) {
+        data.setDmQuality(set);
+        EXPECT_EQ(data.GetQuality(), wx) << set;
+        EXPECT_EQ(data.getDmQuality(), get) << set;
     }
     data.SetQuality(0x10258);
     EXPECT_EQ(data.getDmQuality(), 600);
 }
 
-TEST_F(PrintDataTerms, PapersThatWxWidgetsKnowsBringTheirSize) {
+TEST_F(PrintDataTerms, PapersBringTheirSizeOrKeepTheirNumber) {
     wut::PrintData data;
     short id = -7;
     EXPECT_FALSE(data.getDmPaperSize(id));
     EXPECT_EQ(id, -7);
-
-    const wxSize size(111, 222);
-    data.setDmPaperSize(300, &size);
-    EXPECT_EQ(data.GetPaperId(), wxPAPER_NONE);
-    EXPECT_EQ(data.GetPaperSize(), size);
-    ASSERT_TRUE(data.getDmPaperSize(id));
-    EXPECT_EQ(id, 300);
-
-    data.setDmPaperSize(DMPAPER_A4, &size);
-    EXPECT_EQ(data.GetPaperId(), wxPAPER_A4);
-    EXPECT_EQ(data.GetPaperSize(), wxSize(210, 297));
+    const struct {
+        short set;
+        POINT tenths;
+        wxSize size;
+        short get;
+    } cases[] = {
+        {300, {2159, 2794}, {216, 279}, 300},
+        {DMPAPER_A4, {1110, 2220}, {210, 297}, DMPAPER_A4},
+        // 215.9 by 279.4 mm: cut, not rounded.
+        {DMPAPER_LETTER, {0, 0}, {215, 279}, DMPAPER_LETTER},
+        {400, {-6, -5}, {-1, 0}, 400},
+        // A size alone is a user-defined paper.
+        {0, {1000, 2000}, {100, 200}, DMPAPER_USER},
+    };
+    for (const auto& [set, tenths, size, get] : cases) {
+        data.setDmPaperSize(set, &tenths);
+        EXPECT_EQ(data.GetPaperSize(), size) << set;
+        EXPECT_TRUE(data.getDmPaperSize(id));
+        EXPECT_EQ(id, get);
+    }
+    data.setDmPaperSize(DMPAPER_A4, nullptr);
     EXPECT_EQ(wut::WindowsPrintNativeData::GetNativeData(data)->customWindowsPaperId, 0);
-    ASSERT_TRUE(data.getDmPaperSize(id));
-    EXPECT_EQ(id, DMPAPER_A4);
-    // 215.9 by 279.4 mm: cut, not rounded.
-    data.setDmPaperSize(DMPAPER_LETTER, nullptr);
-    EXPECT_EQ(data.GetPaperSize(), wxSize(215, 279));
-}
-
-TEST_F(PrintDataTerms, OtherPapersKeepTheirNumber) {
-    wut::PrintData data;
-    short id = 0;
-    const POINT letter = {2159, 2794};
-    data.setDmPaperSize(DMPAPER_USER, &letter);
-    EXPECT_EQ(data.GetPaperSize(), wxSize(216, 279));
-    EXPECT_TRUE(data.getDmPaperSize(id));
-    EXPECT_EQ(id, DMPAPER_USER);
-    const POINT odd = {-6, -5};
-    data.setDmPaperSize(400, &odd);
-    EXPECT_EQ(data.GetPaperSize(), wxSize(-1, 0));
     data.setDmPaperSize(200, nullptr);
     EXPECT_EQ(data.GetPaperSize(), wxSize(0, 0));
-    EXPECT_TRUE(data.getDmPaperSize(id));
-    EXPECT_EQ(id, 200);
-    // A size alone is a user-defined paper.
-    data.setDmPaperSize(0, nullptr);
-    EXPECT_TRUE(data.getDmPaperSize(id));
-    EXPECT_EQ(id, DMPAPER_USER);
-}
-
-TEST_F(PrintDataTerms, CopiesCarryEverything) {
-    wut::PrintData data;
-    EXPECT_FALSE(data.isMergeColors());
-    EXPECT_TRUE(data.isTtfAsText());
-    EXPECT_EQ(data.getDriverName(), wxString());
-    data.setMergeColors(true);
-    data.setTtfAsText(false);
-    data.setDriverName("Driver");
-    data.SetNoCopies(9);
-    const wut::PrintData copy(data);
-    wut::PrintData assigned;
-    assigned = copy;
-    EXPECT_TRUE(assigned.isMergeColors());
-    EXPECT_FALSE(assigned.isTtfAsText());
-    EXPECT_EQ(assigned.getDriverName(), "Driver");
-    EXPECT_EQ(assigned.GetNoCopies(), 9);
-    EXPECT_EQ(assigned.GetNativeData(), data.GetNativeData());
-    EXPECT_TRUE(data.IsKindOf(wxCLASSINFO(wut::PrintData)));
 }
 
 TEST_F(PrintDataTerms, WithoutTheFactoryNothingIsInitialised) {
@@ -141,13 +90,8 @@ TEST_F(PrintDataTerms, WithoutTheFactoryNothingIsInitialised) {
     const wut::SpoolerForTest inPlace(fake);
     wut::PrintData data(L"Plotter");
     EXPECT_EQ(wut::WindowsPrintNativeData::GetNativeData(data), nullptr);
-    EXPECT_EQ(data.GetPrinterName(), wxString());
     EXPECT_EQ(data.createPrinterDC(), nullptr);
     EXPECT_TRUE(data.ResolveConflicts());
-    data.setDmPaperSize(300, nullptr);
-    short id = 0;
-    EXPECT_TRUE(data.getDmPaperSize(id));
-    EXPECT_EQ(id, DMPAPER_USER);
     EXPECT_EQ(fake.calls["documentProperties"], 0);
 }
 

