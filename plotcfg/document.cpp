@@ -70,6 +70,9 @@ CPlotCfg3* CPlotCfg3::read(const wchar_t* path, bool& printerChanged, PiaReport*
     if (config && !config->meta.userDefinedModelPathname.empty()) {
         config->readPmp(path, input.report());
     }
+    if (const PiaBlock* root = input.root()) {
+        input.report().locate(*root);
+    }
     if (report != nullptr) {
         *report = std::move(input.report());
     }
@@ -126,6 +129,9 @@ void CPlotCfg3::readPmp(const wchar_t* path, PiaReport& report) {
     wut::logError(translated(L"Failed to read file '%ls'.").c_str(), name.c_str());
     if (why.failure()) {
         PiaFinding finding = *why.failure();
+        // What it says of a place is about the other file.
+        finding.offset.reset();
+        finding.line.reset();
         finding.path = L"meta/user_defined_model_pathname";
         report.warn(std::move(finding));
     }

@@ -5,7 +5,6 @@
 
 #include <platen/utcore.h>
 #include "tools/platen/console/console.h"
-#include "tools/platen/item_lines.h"
 #include "tools/platen/remedies.h"
 
 namespace platen {
@@ -70,19 +69,11 @@ void FindingList::addWarnings(const PiaReport& report) {
 }
 
 void FindingList::locate(const PiaInput& input) {
-    ItemLines lines;
-    const auto hasNoPlace = [](const Finding& finding) {
-        return !finding.line && !finding.offset && !finding.path.empty();
-    };
-    for (const Finding& finding : list_) {
-        if (hasNoPlace(finding)) {
-            lines.want(finding.path);
-        }
-    }
-    lines.find(input);
     for (Finding& finding : list_) {
-        if (hasNoPlace(finding)) {
-            finding.line = lines.of(finding.path);
+        if (!finding.line && !finding.offset && !finding.path.empty()) {
+            if (const std::uint32_t line = piaLineOf(*input.root(), finding.path); line != 0) {
+                finding.line = line;
+            }
         }
     }
 }

@@ -8,7 +8,6 @@
 #include <platen/utcore.h>
 #include "tools/platen/arguments/numbers.h"
 #include "tools/platen/arguments/suggest.h"
-#include "tools/platen/item_path.h"
 
 namespace platen {
 namespace {
@@ -18,7 +17,7 @@ constexpr const char* typeWanted =
 
 std::string quoted(std::wstring_view text) { return '"' + ut::encodeUtf8(text) + '"'; }
 
-std::string word(PiaItemType type) { return ut::encodeUtf8(typeSuffix(type).substr(1)); }
+std::string word(PiaItemType type) { return ut::encodeUtf8(piaTypeSuffix(type).substr(1)); }
 
 std::optional<bool> flagOf(std::wstring_view text) {
     if (ut::equalNoCase(text, L"TRUE")) {
@@ -59,7 +58,7 @@ std::string valueFault(PiaItemType type, const std::wstring& value) {
 std::vector<std::wstring> namesIn(const PiaBlock& block) {
     std::vector<std::wstring> names;
     for (const PiaItem* item : block.items) {
-        names.emplace_back(item->name.view());
+        names.push_back(item->name);
     }
     return names;
 }
@@ -69,7 +68,7 @@ PiaBlock* blockAt(PiaBlock& root, std::wstring_view path) {
     if (path.empty()) {
         return &root;
     }
-    for (PiaItem* item : findPlace(root, path).items) {
+    for (PiaItem* item : piaFindPlace(root, path).items) {
         if (item->type == PiaItemType::Block) {
             return static_cast<PiaBlock*>(item);
         }
@@ -106,7 +105,7 @@ std::string nothingAt(PiaBlock& root, std::wstring_view path, std::string_view r
 std::string severalTypes(const std::vector<PiaItem*>& items) {
     std::string reason = "several items have this name; add a type:";
     for (const PiaItem* item : items) {
-        reason += ' ' + ut::encodeUtf8(typeSuffix(item->type));
+        reason += ' ' + ut::encodeUtf8(piaTypeSuffix(item->type));
     }
     return reason;
 }
@@ -133,7 +132,7 @@ std::unique_ptr<PiaItem> makeItem(std::wstring_view name, PiaItemType type,
 std::size_t endOfPath(PiaBlock& root, std::wstring_view assignment) {
     for (std::size_t at = assignment.find(L'='); at != std::wstring_view::npos;
          at = assignment.find(L'=', at + 1)) {
-        if (!findPlace(root, assignment.substr(0, at)).items.empty()) {
+        if (!piaFindPlace(root, assignment.substr(0, at)).items.empty()) {
             return at;
         }
     }
@@ -147,7 +146,7 @@ std::string ItemEditor::remove(std::string_view path) {
     if (!ut::decodeUtf8(path, wide)) {
         return "the path is not UTF-8";
     }
-    const ItemPlace place = findPlace(root_, wide);
+    const PiaPlace place = piaFindPlace(root_, wide);
     if (place.items.empty()) {
         return nothingAt(root_, wide);
     }
@@ -165,13 +164,13 @@ std::string ItemEditor::assign(std::string_view assignment) {
     }
     const std::size_t end = endOfPath(root_, wide);
     if (end == std::wstring::npos) {
-        return wide.ends_with(typeSuffix(PiaItemType::Block))
+        return wide.ends_with(piaTypeSuffix(PiaItemType::Block))
                    ? add(wide, nullptr)
                    : "this is no PATH=VALUE; a new block is PATH:block";
     }
     const std::wstring path = wide.substr(0, end);
     const std::wstring value = wide.substr(end + 1);
-    const ItemPlace place = findPlace(root_, path);
+    const PiaPlace place = piaFindPlace(root_, path);
     if (place.items.size() > 1) {
         return severalTypes(place.items);
     }
@@ -196,16 +195,10 @@ std::string ItemEditor::setValue(PiaItem& item, const std::wstring& value) {
             flag.value = wanted;
             break;
         }
-        case PiaItemType::Str:
-            setText(static_cast<PiaStr&>(item).value);
-            break;
-        case PiaItemType::Num:
-            setText(static_cast<PiaNum&>(item).value);
-            break;
-        case PiaItemType::Bin:
-            setText(static_cast<PiaBin&>(item).value);
-            break;
         case PiaItemType::Block:
+            break;
+        default:
+            setText(static_cast<PiaTextItem&>(item).value);
             break;
     }
     return {};
@@ -213,8 +206,8 @@ std::string ItemEditor::setValue(PiaItem& item, const std::wstring& value) {
 
 std::string ItemEditor::add(std::wstring_view path, const std::wstring* value) {
     std::wstring_view named = path;
-    const std::optional<PiaItemType> type = takeTypeSuffix(named);
-    const ItemPlace there = findPlace(root_, named);
+    const std::optional<PiaItemType> type = piaTakeTypeSuffix(named);
+    const PiaPlace there = piaFindPlace(root_, named);
     if (!there.items.empty()) {
         const PiaItemType present = there.items.front()->type;
         if (value == nullptr && present == PiaItemType::Block) {

@@ -9,7 +9,6 @@
 #include "pia/json_writer.h"
 #include "tools/platen/commands.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/item_path.h"
 
 namespace platen {
 namespace {
@@ -18,16 +17,11 @@ std::wstring valueText(const PiaItem& item) {
     switch (item.type) {
         case PiaItemType::Bool:
             return static_cast<const PiaBool&>(item).value ? L"TRUE" : L"FALSE";
-        case PiaItemType::Str:
-            return static_cast<const PiaStr&>(item).value;
-        case PiaItemType::Num:
-            return static_cast<const PiaNum&>(item).value;
-        case PiaItemType::Bin:
-            return static_cast<const PiaBin&>(item).value;
         case PiaItemType::Block:
-            break;
+            return {};
+        default:
+            return static_cast<const PiaTextItem&>(item).value;
     }
-    return {};
 }
 
 std::unique_ptr<PiaItem> copyValue(const PiaItem& item) {
@@ -83,7 +77,7 @@ ExitCode printItem(const GetOptions& options, const PiaItem& item, const Console
 ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string& path,
                    const Console& console) {
     const std::string subject = options.file + ": " + path;
-    const std::vector<const PiaItem*> found = findItems(root, ut::decodePath(path));
+    const std::vector<const PiaItem*> found = piaFindItems(root, ut::decodePath(path));
     if (found.empty()) {
         fail(console, subject, "there is no such item; platen get without a path shows them all");
         return ExitCode::Difference;
@@ -94,7 +88,7 @@ ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string&
     }
     std::string reason = "several items have this name and the first was printed; add a type:";
     for (const PiaItem* item : found) {
-        reason += ' ' + ut::encodeUtf8(typeSuffix(item->type));
+        reason += ' ' + ut::encodeUtf8(piaTypeSuffix(item->type));
     }
     return worse(printed, warn(console, subject, reason));
 }
