@@ -5,7 +5,6 @@
 #include <utility>
 
 #include <platen/utcore.h>
-#include "edit/paths.h"
 #include "edit/refusal.h"
 
 namespace platen {
@@ -189,16 +188,10 @@ EditResult ItemEditor::setValue(PiaItem& item, const std::wstring& value) {
             flag.value = wanted;
             break;
         }
-        case PiaItemType::Str:
-            setText(static_cast<PiaStr&>(item).value);
-            break;
-        case PiaItemType::Num:
-            setText(static_cast<PiaNum&>(item).value);
-            break;
-        case PiaItemType::Bin:
-            setText(static_cast<PiaBin&>(item).value);
-            break;
         case PiaItemType::Block:
+            break;
+        default:
+            setText(static_cast<PiaTextItem&>(item).value);
             break;
     }
     return {};

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <platen/utcore.h>
 #include "inspect/rewriting.h"
@@ -16,6 +17,15 @@ namespace {
 /// A line in front that is not ASCII makes the reader take the careful way.
 constexpr std::string_view carefulLine = "\xC3\xA9=\"\n";
 
+/// The lines that the items have below such a line.
+std::vector<std::uint32_t> linesBelow(const PiaBlock& root) {
+    std::vector<std::uint32_t> lines{1};
+    for (const std::uint32_t line : linesOf(root)) {
+        lines.push_back(line + 1);
+    }
+    return lines;
+}
+
 void requireSameWithCare(std::string_view text, const PiaInput& plain) {
     PiaInput careful;
     const bool done = careful.openBody(std::string(carefulLine).append(text));
@@ -25,6 +35,7 @@ void requireSameWithCare(std::string_view text, const PiaInput& plain) {
     }
     const bool same = done ? std::string(carefulLine).append(piaBodyText(*plain.root())) ==
                                      piaBodyText(*careful.root()) &&
+                                 linesBelow(*plain.root()) == linesOf(*careful.root()) &&
                                  plain.report().warningCount() == careful.report().warningCount()
                            : failure->code == careful.report().failure()->code &&
                                  failure->path == careful.report().failure()->path &&
@@ -38,7 +49,7 @@ void requireSameWithCare(std::string_view text, const PiaInput& plain) {
 void requireSameEntries(std::string_view text, const PiaInput& whole) {
     EntryRecorder whileReading(L"l");
     PiaInput input;
-    if (input.openBody(text, {}, &whileReading) != (whole.root() != nullptr)) {
+    if (whileReading.openBody(input, text) != (whole.root() != nullptr)) {
         std::abort();
     }
     if (whole.root() == nullptr) {

@@ -28,20 +28,6 @@ std::optional<PropertyKey> keyOf(const PiaItem& item) {
     return PropertyKey{static_cast<const PiaStr&>(*items[0]).value, items[1]->type};
 }
 
-struct Level {
-    const PiaBlock* before;
-    const PiaBlock* after;
-    std::size_t next;
-};
-
-/// The key of an item in the innermost of `levels`, when that is the list of properties.
-std::optional<PropertyKey> propertyAt(const std::vector<Level>& levels, const PiaItem& item) {
-    constexpr std::size_t propertyLevel = 2;
-    const bool isList =
-        levels.size() == propertyLevel && levels.back().before->name == propertyList;
-    return isList ? keyOf(item) : std::nullopt;
-}
-
 /// Finds the items of one tree in another.
 class Counterparts {
 public:
@@ -71,38 +57,30 @@ private:
     std::map<PropertyKey, const PiaItem*> properties_;
 };
 
-std::wstring pathOf(const std::vector<Level>& levels, std::wstring_view name) {
-    std::wstring path;
-    for (const Level& level : levels) {
-        if (!level.before->name.empty()) {
-            path.append(level.before->name.view()).append(1, L'/');
-        }
-    }
-    return path.append(name);
-}
-
 }  // namespace
 
 std::vector<std::wstring> droppedItems(const PiaBlock& before, const PiaBlock& after) {
     std::vector<std::wstring> dropped;
     const Counterparts counterparts(after);
-    // Blocks on the way to the item that is looked at: no recursion on depth.
-    std::vector<Level> levels{{&before, &after, 0}};
-    while (!levels.empty() && dropped.size() < mostDroppedItems) {
-        Level& level = levels.back();
-        if (level.next == level.before->items.size()) {
-            levels.pop_back();
+    // What the blocks on the way to the item have become.
+    std::vector<const PiaBlock*> afters{&after};
+    for (PiaWalk walk(before); walk.next() && dropped.size() < mostDroppedItems;) {
+        if (walk.isEnd()) {
+            afters.pop_back();
             continue;
         }
-        const PiaItem* item = level.before->items[level.next++];
-        const std::optional<PropertyKey> key = propertyAt(levels, *item);
-        const PiaItem* kept = counterparts.of(*item, key, *level.after);
+        const PiaItem& item = walk.item();
+        const bool isProperty = walk.depth() == 1 && walk.parent().name == propertyList;
+        const std::optional<PropertyKey> key = isProperty ? keyOf(item) : std::nullopt;
+        const PiaItem* kept = counterparts.of(item, key, *afters.back());
         if (kept == nullptr) {
             // A number says little about a property.
-            dropped.push_back(pathOf(levels, item->name) + (key ? L" (" + key->first + L")" : L""));
-        } else if (item->type == PiaItemType::Block && !key) {
-            levels.push_back(
-                {static_cast<const PiaBlock*>(item), static_cast<const PiaBlock*>(kept), 0});
+            dropped.push_back(walk.path() + (key ? L" (" + key->first + L")" : L""));
+        }
+        if (kept == nullptr || key) {
+            walk.skip();
+        } else if (item.type == PiaItemType::Block) {
+            afters.push_back(static_cast<const PiaBlock*>(kept));
         }
     }
     return dropped;

@@ -1,10 +1,10 @@
 #include "inspect/finding_list.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include <platen/utcore.h>
-#include "inspect/item_lines.h"
 
 namespace platen {
 namespace {
@@ -40,16 +40,11 @@ void FindingList::addWarnings(const PiaReport& report) {
 }
 
 void FindingList::locate(const PiaInput& input) {
-    ItemLines lines;
-    for (const Finding& finding : result_.findings) {
-        if (hasOnlyPath(finding)) {
-            lines.want(finding.path);
-        }
-    }
-    lines.find(input);
     for (Finding& finding : result_.findings) {
         if (hasOnlyPath(finding)) {
-            finding.line = lines.of(finding.path);
+            if (const std::uint32_t line = piaLineOf(*input.root(), finding.path)) {
+                finding.line = line;
+            }
         }
     }
 }

@@ -7,6 +7,7 @@
 
 #include <platen/inspect.h>
 #include <platen/utcore.h>
+#include "pia/access.h"
 #include "plotcfg/document_keys.h"
 #include "pmp/pmp_keys.h"
 
@@ -74,7 +75,7 @@ private:
     template <class Scan>
     void takeNumber(std::wstring_view key, Scan scan) {
         const PiaItem* item = take(key, PiaItemType::Num);
-        if (item != nullptr && !static_cast<const PiaNum*>(item)->value.read(scan)) {
+        if (item != nullptr && !PiaAccess::read(static_cast<const PiaNum*>(item)->value, scan)) {
             unreadable_.insert(item);
         }
     }
@@ -135,56 +136,42 @@ std::map<std::wstring, PiaCode> reportedIn(const PiaReport& report) {
     return reported;
 }
 
-/// Walks the tree without recursion on its depth.
-class LostWalk {
-public:
-    LostWalk(const CarriedItems& carried, const PiaReport& report)
-        : carried_(carried), reported_(reportedIn(report)) {}
-
-    std::vector<LostItem> of(const PiaBlock& root) {
-        levels_.push_back({&root, L"", false, 0});
-        while (!levels_.empty() && lost_.size() < mostLostItems) {
-            Level& level = levels_.back();
-            if (level.next == level.block->items.size()) {
-                levels_.pop_back();
-            } else {
-                look(*level.block->items[level.next++], level.path, level.partlyRead);
-            }
-        }
-        return std::move(lost_);
-    }
-
-private:
-    struct Level {
-        const PiaBlock* block;
-        /// Ends with "/" but for the root.
-        std::wstring path;
-        bool partlyRead;
-        std::size_t next;
+/// What was not carried, in the order of the tree.
+std::vector<LostItem> lostOf(const PiaBlock& root, const CarriedItems& carried,
+                             const PiaReport& report) {
+    const std::map<std::wstring, PiaCode> reported = reportedIn(report);
+    const auto wasDropped = [&](const std::wstring& path) {
+        const auto found = reported.find(path);
+        return found != reported.end() && found->second == PiaCode::BlockDropped;
     };
-
-    void look(const PiaItem& item, const std::wstring& blockPath, bool partlyRead) {
-        std::wstring path = blockPath;
-        path += item.name.view();
-        const auto reported = reported_.find(path);
-        const bool spokenOf = reported != reported_.end();
-        if (!carried_.carries(&item)) {
-            if (!spokenOf || reported->second != PiaCode::BlockDropped) {
-                lost_.push_back({Reason::NotCarried, std::move(path), {}});
+    // The first fault of an entry that was read in part was spoken of.
+    const auto isInPart = [&](const PiaWalk& walk, const std::wstring& path) {
+        return walk.depth() > 0 &&
+               reported.contains(path.substr(0, path.size() - walk.item().name.size() - 1));
+    };
+    std::vector<LostItem> lost;
+    for (PiaWalk walk(root); walk.next() && lost.size() < mostLostItems;) {
+        const PiaItem& item = walk.item();
+        if (walk.isEnd()) {
+            continue;
+        }
+        const bool isCarried = carried.carries(&item);
+        if (isCarried && carried.couldRead(&item)) {
+            continue;
+        }
+        std::wstring path = walk.path();
+        if (!isCarried) {
+            walk.skip();
+            if (!wasDropped(path)) {
+                lost.push_back({Reason::NotCarried, std::move(path), {}});
             }
-        } else if (item.type == PiaItemType::Block) {
-            levels_.push_back({static_cast<const PiaBlock*>(&item), path + L'/', spokenOf, 0});
-        } else if (!partlyRead && !carried_.couldRead(&item)) {
-            lost_.push_back({Reason::Unreadable, std::move(path),
-                             static_cast<const PiaNum&>(item).value.str()});
+        } else if (!isInPart(walk, path)) {
+            lost.push_back(
+                {Reason::Unreadable, std::move(path), static_cast<const PiaNum&>(item).value});
         }
     }
-
-    const CarriedItems& carried_;
-    std::map<std::wstring, PiaCode> reported_;
-    std::vector<Level> levels_;
-    std::vector<LostItem> lost_;
-};
+    return lost;
+}
 
 }  // namespace
 
@@ -197,14 +184,14 @@ std::vector<LostItem> lostItems(const PiaBlock& root, const CPlotCfg3& document,
     if (custom != nullptr && document.custom) {
         carryProperties(*custom, carried);
     }
-    return LostWalk(carried, report).of(root);
+    return lostOf(root, carried, report);
 }
 
 std::vector<LostItem> lostItems(const PiaBlock& root, const PlotModelParam& document,
                                 const PiaReport& report) {
     CarriedItems carried(root);
     node_keys::show(document, carried);
-    return LostWalk(carried, report).of(root);
+    return lostOf(root, carried, report);
 }
 
 }  // namespace platen

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <memory_resource>
-#include <new>
 #include <string_view>
 #include <utility>
 
 #include <platen/pia.h>
+#include "pia/access.h"
 
 class PiaArena {
 public:
@@ -15,14 +15,14 @@ public:
     /// by the block that it is added to.
     template <class Item, class... Args>
     Item* make(PiaKey name, Args&&... args) {
-        void* memory = memory_.allocate(sizeof(Item), alignof(Item));
-        return new (memory) Item(PiaItem::InArena(), name, std::forward<Args>(args)...);
+        return PiaAccess::makeAt<Item>(memory_.allocate(sizeof(Item), alignof(Item)), name,
+                                       std::forward<Args>(args)...);
     }
 
     /// Makes an item whose value lies in the arena, or outlives it.
     template <class Item>
     Item* makeBorrowing(PiaKey name, std::string_view ascii) {
-        return make<Item>(name, PiaText(ascii));
+        return make<Item>(name, PiaAccess::borrowing(ascii));
     }
     /// Makes an item whose value is copied into the arena.
     template <class Item, class Char>
@@ -32,7 +32,7 @@ public:
         } else if (isAscii(text)) {
             return makeBorrowing<Item>(name, copyAs<char>(text));
         } else {
-            return make<Item>(name, PiaText(PiaText::Borrow(), copy(text)));
+            return make<Item>(name, PiaAccess::borrowing(copy(text)));
         }
     }
 
@@ -41,7 +41,7 @@ public:
     /// A key whose text lives as long as the arena. `Char` may be `char` for ASCII.
     template <class Char>
     PiaKey copyName(std::basic_string_view<Char> text) {
-        return PiaKey(copyAs<wchar_t>(text));
+        return PiaAccess::key(copyAs<wchar_t>(text));
     }
 
     /// Room for a list of `count` children.
@@ -49,9 +49,6 @@ public:
         return static_cast<PiaItem**>(
             memory_.allocate(count * sizeof(PiaItem*), alignof(PiaItem*)));
     }
-
-    /// A key for text that an arena holds.
-    static PiaKey keyOf(std::wstring_view stored) { return PiaKey(stored); }
 
 private:
     static constexpr std::size_t firstPiece = 16384;

@@ -92,7 +92,7 @@ bool isWord(std::string_view text, std::string_view word) {
     return true;
 }
 
-/// True when `text`, which begins with a digit, is `number` in decimal.
+/// True when `text`, which is not empty, is `number` in decimal.
 bool spells(std::string_view text, std::size_t number) {
     if (text.size() > std::numeric_limits<std::size_t>::digits10 ||
         (text.front() == '0' && text.size() > 1)) {
@@ -143,21 +143,18 @@ bool PiaBodyReader::takePlainLine() {
 }
 
 /// Gives an item another value; false when the value is not of its type.
-inline bool PiaBodyReader::refill(PiaItem& item, PiaItemType type, std::string_view value) {
+inline bool PiaBodyReader::refill(PiaItem& item, PiaItemType type, std::string_view value,
+                                  std::uint64_t line) {
     if (typeOf(value) != type) {
         return false;
     }
-    switch (type) {
-        case PiaItemType::Str:
-            static_cast<PiaStr&>(item).value.borrow(value.substr(1));
-            break;
-        case PiaItemType::Bool:
-            static_cast<PiaBool&>(item).value = (value.front() | ' ') == 't';
-            break;
-        default:
-            static_cast<PiaNum&>(item).value.borrow(value);
-            break;
+    if (type == PiaItemType::Bool) {
+        static_cast<PiaBool&>(item).value = (value.front() | ' ') == 't';
+    } else {
+        PiaAccess::borrow(static_cast<PiaTextItem&>(item).value,
+                          type == PiaItemType::Str ? value.substr(1) : value);
     }
+    PiaAccess::setLine(item, line);
     return true;
 }
 
@@ -167,11 +164,11 @@ bool PiaBodyReader::refillItems(Level& current) {
         std::min(current.sibling.size() - current.next, limits_.items - itemCount_);
     const SeenLine* const first = current.sibling.data() + current.next;
     const SeenLine* line = first;
-    PiaItem* const* item = current.block->itemsToRefill();
+    PiaItem* const* item = PiaAccess::itemsToRefill(*current.block);
+    std::uint64_t number = lines_.line();
     const char* const end = lines_.end();
     const char* last = nullptr;
     const char* start = lines_.position();
-    std::uint64_t nameClasses = 0;
     for (; line != first + left; ++line, ++item) {
         if (line->type == PiaItemType::Block || !isLine(start, end, line->beginning)) {
             break;
@@ -185,15 +182,14 @@ bool PiaBodyReader::refillItems(Level& current) {
         const char* valueEnd = feed != value && feed[-1] == '\r' ? feed - 1 : feed;
         const std::string_view text(value, static_cast<std::size_t>(valueEnd - value));
         assert((*item)->name.c_str() == line->name.c_str() && (*item)->type == line->type);
-        if (text.empty() || !refill(**item, line->type, text)) {
+        if (text.empty() || !refill(**item, line->type, text, ++number)) {
             break;
         }
-        nameClasses |= line->nameClass;
         last = std::exchange(start, feed + 1);
     }
     const auto taken = static_cast<std::size_t>(line - first);
     if (taken > 0) {
-        current.block->refilled(taken, nameClasses);
+        PiaAccess::refilled(*current.block, taken);
         current.next += taken;
         itemCount_ += taken;
         lines_.takeLines(taken, last, start);
@@ -207,7 +203,7 @@ bool PiaBodyReader::takeLikeSibling(Level& current) {
     if (!isLine(start, lines_.end(), line.beginning)) {
         return false;
     }
-    const SeenLine same{{start, line.beginning.size()}, line.type, line.name, line.nameClass};
+    const SeenLine same{{start, line.beginning.size()}, line.type, line.name};
     return line.type == PiaItemType::Block
                ? takeOpening(current, same, Known::FollowsSibling)
                : takeItem(current, start + line.beginning.size(), same, Known::FollowsSibling);
@@ -242,14 +238,12 @@ bool PiaBodyReader::takeNamedLine(Level& current) {
     if (nameText.size() > PiaBodyLines::readSize) {
         return false;
     }
-    // Numbers name the entries of lists: they hardly repeat.
-    const bool isNumber = *name >= '0' && *name <= '9';
-    const PiaKey key = isNumber ? arena_.copyName(nameText) : names_.intern(nameText);
+    const PiaKey key = arena_.copyName(nameText);
     const std::string_view beginning(start, static_cast<std::size_t>(stop + 1 - start));
-    current.counts = current.counts && isNumber && spells(nameText, current.block->items.size());
+    current.counts = current.counts && spells(nameText, current.block->items.size());
     const Known known = current.counts ? Known::IsNew : Known::Nothing;
-    return *stop == '=' ? takeItem(current, stop + 1, {beginning, PiaItemType::Num, key, 0}, known)
-                        : takeOpening(current, {beginning, PiaItemType::Block, key, 0}, known);
+    return *stop == '=' ? takeItem(current, stop + 1, {beginning, PiaItemType::Num, key}, known)
+                        : takeOpening(current, {beginning, PiaItemType::Block, key}, known);
 }
 
 bool PiaBodyReader::takeItem(Level& current, const char* value, const SeenLine& line, Known known) {
@@ -294,21 +288,21 @@ bool PiaBodyReader::takeOpening(Level& current, const SeenLine& line, Known know
 /// Adds an item to the current block; false when it may not be added.
 bool PiaBodyReader::append(Level& current, const SeenLine& line, PiaItem* item, Known known) {
     if (known == Known::FollowsSibling) {
-        current.block->append(item, line.nameClass);
+        PiaAccess::append(*current.block, item);
         ++current.next;
         current.counts = false;
     } else if (known == Known::IsNew) {
-        current.block->append(item, PiaBlock::classOf(line.name.text(), line.type));
+        PiaAccess::append(*current.block, item);
         current.records = false;
     } else {
         if (!current.block->addItem(item)) {
             return false;
         }
         if (current.records && current.seen.size() < mostSeenLines) {
-            current.seen.push_back({line.beginning, line.type, line.name,
-                                    PiaBlock::classOf(line.name.text(), line.type)});
+            current.seen.push_back(line);
         }
     }
+    PiaAccess::setLine(*item, lines_.line() + 1);
     ++itemCount_;
     return true;
 }

@@ -44,11 +44,11 @@ PiaBodyReader::PiaBodyReader(std::string_view body, bool isAscii, PiaEncoding en
       decoder_(encoding),
       asciiBody_(isAscii),
       limits_(limits),
-      arena_(tree.arena()),
+      arena_(PiaAccess::arenaOf(tree)),
       report_(report),
-      names_(tree.arena()),
       entries_(entries) {
     levels_.emplace_back().block = &tree.root();
+    PiaAccess::setLine(tree.root(), 1);
 }
 
 bool PiaBodyReader::read() {
@@ -126,7 +126,7 @@ bool PiaBodyReader::readItem(Text<Char> line, std::size_t equals) {
     if (value.empty()) {
         return fail(PiaCode::ValueEmpty, line);
     }
-    const PiaKey name = names_.intern(nameText);
+    const PiaKey name = arena_.copyName(nameText);
     if (value.front() == as<Char>('\\')) {
         return readBin(name, value.substr(1));
     }
@@ -145,6 +145,7 @@ bool PiaBodyReader::readItem(Text<Char> line, std::size_t equals) {
 
 template <class Char>
 bool PiaBodyReader::readBin(PiaKey name, Text<Char> begin) {
+    const std::uint64_t line = lines_.line();
     std::wstring value;
     // True when `text` ends the value.
     const auto take = [&](auto text) {
@@ -170,7 +171,7 @@ bool PiaBodyReader::readBin(PiaKey name, Text<Char> begin) {
         }
         ended = isPlain(piece) ? take(piece) : take(std::wstring_view(decoded(piece)));
     }
-    return add(arena_.makeCopying<PiaBin>(name, std::wstring_view(value)));
+    return add(arena_.makeCopying<PiaBin>(name, std::wstring_view(value)), line);
 }
 
 template <class Char>
@@ -186,7 +187,7 @@ bool PiaBodyReader::openBlock(Text<Char> line, std::size_t brace) {
         report_.warn(here(PiaCode::TextIgnored));
     }
     warnOfSplit();
-    PiaBlock* block = arena_.makeBlock(names_.intern(nameText));
+    PiaBlock* block = arena_.makeBlock(arena_.copyName(nameText));
     if (!add(block)) {
         return false;
     }
@@ -203,7 +204,8 @@ void PiaBodyReader::closeBlock(Text<Char> line) {
     leave();
 }
 
-bool PiaBodyReader::add(PiaItem* item) {
+bool PiaBodyReader::add(PiaItem* item, std::uint64_t line) {
+    PiaAccess::setLine(*item, line);
     if (!level().block->addItem(item)) {
         // The arena keeps the memory of the item, and nothing in it has to be freed.
         PiaFinding finding = here(PiaCode::Duplicate);
@@ -242,7 +244,7 @@ void PiaBodyReader::enterList(Level& entered) {
             levels_[entryDepth].sibling.clear();
         }
     } else if (depth_ == entryDepth && insideList_) {
-        entered.block->takeList(entryItems_);
+        PiaAccess::takeList(*entered.block, entryItems_);
         entered.refills = true;
         entryHoldsBlocks_ = false;
     } else {
@@ -252,7 +254,7 @@ void PiaBodyReader::enterList(Level& entered) {
 
 void PiaBodyReader::handOver(PiaBlock& entry) {
     entries_->take(entry);
-    entryItems_ = entry.giveList(entryHoldsBlocks_);
+    entryItems_ = PiaAccess::giveList(entry, entryHoldsBlocks_);
 }
 
 void PiaBodyReader::leave() {
@@ -292,7 +294,7 @@ void PiaBodyReader::warnOfSplit() {
 std::wstring PiaBodyReader::pathOf(std::wstring_view name) const {
     std::wstring path;
     for (std::size_t depth = 1; depth <= depth_; ++depth) {
-        path.append(levels_[depth].block->name.view()).append(L"/");
+        path.append(levels_[depth].block->name).append(L"/");
     }
     path.append(name);
     if (name.empty() && !path.empty()) {

@@ -8,7 +8,6 @@
 #include <platen/pia.h>
 #include "pia/body_lines.h"
 #include "pia/entry_taker.h"
-#include "pia/name_table.h"
 
 class PiaBodyReader {
 public:
@@ -27,7 +26,6 @@ private:
         std::string_view beginning;
         PiaItemType type;
         PiaKey name;
-        std::uint64_t nameClass;
     };
 
     /// A block that is being read, and what the block before it at the same depth looked like.
@@ -58,7 +56,7 @@ private:
     bool takeItem(Level& level, const char* value, const SeenLine& line, Known known);
     bool takeOpening(Level& level, const SeenLine& line, Known known);
     bool append(Level& level, const SeenLine& line, PiaItem* item, Known known);
-    static bool refill(PiaItem& item, PiaItemType type, std::string_view value);
+    static bool refill(PiaItem& item, PiaItemType type, std::string_view value, std::uint64_t line);
     PiaItem* makePlain(PiaKey name, PiaItemType type, std::string_view value);
     static void stopFollowing(Level& level);
 
@@ -76,7 +74,9 @@ private:
     /// The name in front of a "=" or "{": empty when it is invalid, which is noted.
     template <class Char>
     std::basic_string_view<Char> nameIn(std::basic_string_view<Char> text);
-    bool add(PiaItem* item);
+    /// Adds an item that began at `line`.
+    bool add(PiaItem* item, std::uint64_t line);
+    bool add(PiaItem* item) { return add(item, lines_.line()); }
     bool mayAddItem();
 
     Level& level() { return levels_[depth_]; }
@@ -104,7 +104,6 @@ private:
     const PiaLimits limits_;
     PiaArena& arena_;
     PiaReport& report_;
-    PiaNameTable names_;
     /// From the root to the block that is being read, and deeper ones that were left.
     std::vector<Level> levels_;
     std::size_t depth_ = 0;

@@ -100,17 +100,12 @@ PiaInput& PiaInput::operator=(PiaInput&&) noexcept = default;
 bool PiaInput::open(const wchar_t* path) { return open(path, PiaReadOptions()); }
 
 bool PiaInput::open(const wchar_t* path, const PiaReadOptions& options) {
-    return open(path, options, nullptr);
-}
-
-bool PiaInput::open(const wchar_t* path, const PiaReadOptions& options, PiaEntryTaker* entries) {
     reset();
     ut::ByteBuffer file;
-    return piaReadFile(path, options, file, report_) && openBytes(file.view(), options, entries);
+    return piaReadFile(path, options, file, report_) && openBytes(file.view(), options);
 }
 
-bool PiaInput::openBytes(std::string_view file, const PiaReadOptions& options,
-                         PiaEntryTaker* entries) {
+bool PiaInput::openBytes(std::string_view file, const PiaReadOptions& options) {
     reset();
     const bool isVersion2 = file.size() > pia_header::versionOffset &&
                             file[pia_header::versionOffset] == pia_header::version2Digit;
@@ -119,14 +114,13 @@ bool PiaInput::openBytes(std::string_view file, const PiaReadOptions& options,
     } else {
         impl_ = std::make_unique<Pia3InputImpl>();
     }
-    return keepIf(impl_->parse(file, options, entries, container_, report_));
+    return keepIf(impl_->parse(file, options, entries_, container_, report_));
 }
 
-bool PiaInput::openBody(std::string_view body, const PiaReadOptions& options,
-                        PiaEntryTaker* entries) {
+bool PiaInput::openBody(std::string_view body, const PiaReadOptions& options) {
     reset();
     auto impl = std::make_unique<Pia2InputImpl>();
-    const bool done = impl->parseBody(body, options, entries, container_, report_);
+    const bool done = impl->parseBody(body, options, entries_, container_, report_);
     impl_ = std::move(impl);
     return keepIf(done);
 }

@@ -1,31 +1,34 @@
 #include "pia/json_reader.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include <platen/utcore.h>
 #include "pia/arena.h"
-#include "pia/name_table.h"
 
 namespace {
 
 constexpr std::string_view dataMember = "data";
 /// Beside a text named "value" it says that the value is binary.
 constexpr std::string_view voidMember = "voidprop";
-constexpr std::string_view valueMember = "value";
+constexpr std::wstring_view valueName = L"value";
+
+/// More of a path says no more.
+constexpr std::size_t longestPath = 4096;
 
 /// Receives the parser's events and builds the blocks as they come; the parser itself keeps one
-/// bit for each open object.
+/// bit for each open object. Of members of one name the last counts, which shows at the end of the
+/// object only: until then its members wait in a list.
 class JsonTree final : public nlohmann::json_sax<nlohmann::json> {
 public:
     JsonTree(std::uint64_t textOffset, const PiaLimits& limits, PiaTree& tree, PiaReport& report)
         : textOffset_(textOffset),
           limits_(limits),
           tree_(tree),
-          report_(report),
-          names_(tree.arena()) {}
+          arena_(PiaAccess::arenaOf(tree)),
+          report_(report) {}
 
     bool foundData() const { return foundData_; }
 
@@ -33,67 +36,48 @@ public:
     bool binary(binary_t&) override { return skip(); }
 
     bool boolean(bool flag) override {
-        if (!inBlock()) {
-            return true;
+        if (inBlock() && key_ == voidMember) {
+            return add(copyKey(), nullptr, flag);
         }
-        if (key_ == voidMember) {
-            levels_.back().isVoid = flag;
-            return true;
-        }
-        return mayAdd(tree_.arena().make<PiaBool>(internKey(), flag));
+        return addValue([&](PiaKey name) { return arena_.make<PiaBool>(name, flag); });
     }
 
     bool number_integer(number_integer_t number) override {
-        return addNumber(std::to_wstring(number));
+        return addText<PiaNum>(std::to_wstring(number));
     }
 
     bool number_unsigned(number_unsigned_t number) override {
-        return addNumber(std::to_wstring(number));
+        return addText<PiaNum>(std::to_wstring(number));
     }
 
     bool number_float(number_float_t number, const string_t& text) override {
         if (text.find_first_of(".eE") == string_t::npos) {
             return fail(PiaCode::JsonNumberRange, text);
         }
-        return addNumber(ut::formatFixed(number, 6));
+        return addText<PiaNum>(ut::formatFixed(number, 6));
     }
 
     bool string(string_t& text) override {
-        if (!inBlock()) {
-            return true;
-        }
         std::wstring value;
-        if (!ut::decodeUtf8(text, value)) {
+        if (inBlock() && !ut::decodeUtf8(text, value)) {
             return fail(PiaCode::JsonSyntax, text);
         }
-        Level& level = levels_.back();
-        if (key_ == valueMember) {
-            if (level.value) {
-                return fail(PiaCode::Duplicate, {});
-            }
-            // Whether it is binary shows at the end of the object only.
-            level.value = std::move(value);
-            return true;
-        }
-        return add<PiaStr>(value);
+        return addText<PiaStr>(value);
     }
 
     bool start_object(std::size_t) override {
         Level level;
         if (levels_.empty()) {
             level.isTop = true;
-        } else if (levels_.back().isTop && key_ == dataMember) {
-            if (foundData_) {
-                return fail(PiaCode::Duplicate, {});
-            }
-            foundData_ = true;
-            level.block = &tree_.root();
         } else if (inBlock()) {
-            PiaBlock* block = tree_.arena().makeBlock(internKey());
-            if (!mayAdd(block)) {
+            const PiaKey name = copyKey();
+            level.block = arena_.makeBlock(name);
+            if (!add(name, level.block)) {
                 return false;
             }
-            level.block = block;
+        } else if (beginsData()) {
+            foundData_ = true;
+            level.block = &tree_.root();
         }
         return enter(std::move(level));
     }
@@ -107,14 +91,7 @@ public:
     bool end_object() override {
         Level& level = levels_.back();
         if (level.block != nullptr) {
-            if (level.value) {
-                key_ = valueMember;
-                std::wstring value = std::move(*level.value);
-                if (level.isVoid ? !add<PiaBin>(value) : !add<PiaStr>(value)) {
-                    return false;
-                }
-            }
-            level.block->sortItems();
+            fill(level);
         }
         levels_.pop_back();
         return true;
@@ -131,17 +108,24 @@ public:
                      const nlohmann::detail::exception&) override {
         return report_.fail({.code = PiaCode::JsonSyntax,
                              .offset = textOffset_ + position,
-                             .path = path(),
+                             .path = path(ut::decodePath(key_)),
                              .found = ut::decodePath(token)});
     }
 
 private:
+    struct Member {
+        PiaKey name;
+        /// Null for what is no item.
+        PiaItem* item;
+        /// Of the member that says that "value" is binary.
+        bool isVoid;
+    };
+
     struct Level {
         /// Null in what is not converted.
         PiaBlock* block = nullptr;
         bool isTop = false;
-        bool isVoid = false;
-        std::optional<std::wstring> value;
+        std::vector<Member> members{};
     };
 
     bool inBlock() const { return !levels_.empty() && levels_.back().block != nullptr; }
@@ -155,69 +139,135 @@ private:
         return true;
     }
 
-    bool skip() {
-        if (inBlock()) {
-            report_.warn({.code = PiaCode::JsonMemberSkipped, .path = path()});
+    /// True when the value of the "data" of the top object comes, which undoes an earlier one.
+    bool beginsData() {
+        if (levels_.empty() || !levels_.back().isTop || key_ != dataMember) {
+            return false;
         }
+        if (seenData_) {
+            warnOfTwo(std::wstring(dataMember.begin(), dataMember.end()));
+            PiaAccess::clear(tree_.root());
+        }
+        seenData_ = true;
+        foundData_ = false;
         return true;
     }
 
-    bool addNumber(const std::wstring& text) { return !inBlock() || add<PiaNum>(text); }
-
-    template <class Item>
-    bool add(std::wstring_view text) {
-        return mayAdd(tree_.arena().makeCopying<Item>(internKey(), text));
+    bool skip() {
+        if (!inBlock()) {
+            beginsData();
+            return true;
+        }
+        report_.warn({.code = PiaCode::JsonMemberSkipped, .path = path(ut::decodePath(key_))});
+        return add(copyKey(), nullptr);
     }
 
-    PiaKey internKey() {
+    template <class Make>
+    bool addValue(Make make) {
+        if (!inBlock()) {
+            beginsData();
+            return true;
+        }
+        const PiaKey name = copyKey();
+        return add(name, make(name));
+    }
+
+    template <class Item>
+    bool addText(std::wstring_view text) {
+        return addValue([&](PiaKey name) { return arena_.makeCopying<Item>(name, text); });
+    }
+
+    /// Adds a member to the object.
+    bool add(PiaKey name, PiaItem* item, bool isVoid = false) {
+        if (++itemCount_ > limits_.items) {
+            return fail(PiaCode::TooManyItems, {});
+        }
+        levels_.back().members.push_back({name, item, isVoid});
+        return true;
+    }
+
+    PiaKey copyKey() {
         if (ut::isAscii(key_)) {
-            return names_.intern(std::string_view(key_));
+            return arena_.copyName(std::string_view(key_));
         }
         std::wstring wide;
         if (!ut::decodeUtf8(key_, wide)) {
             wide = ut::decodePath(key_);
         }
-        return names_.intern(std::wstring_view(wide));
+        return arena_.copyName(std::wstring_view(wide));
     }
 
-    /// Adds an item of the arena, which keeps what is refused. A name may stand once in an object,
-    /// whatever its type.
-    bool mayAdd(PiaItem* item) {
-        if (++itemCount_ > limits_.items) {
-            return fail(PiaCode::TooManyItems, {});
+    /// Gives a block its members in ascending order.
+    void fill(Level& level) {
+        std::vector<Member>& members = level.members;
+        std::stable_sort(members.begin(), members.end(),
+                         [](const Member& one, const Member& other) {
+                             return ut::compareOrdinal(one.name.text(), other.name.text()) < 0;
+                         });
+        const auto counts = [&](std::size_t index) {
+            return index + 1 == members.size() ||
+                   members[index].name.text() != members[index + 1].name.text();
+        };
+        bool valueIsBin = false;
+        for (std::size_t index = 0; index < members.size(); ++index) {
+            valueIsBin = valueIsBin || (members[index].isVoid && counts(index));
         }
-        PiaBlock& block = *levels_.back().block;
-        for (const PiaItemType type :
-             {PiaItemType::Block, PiaItemType::Bool, PiaItemType::Str, PiaItemType::Num}) {
-            if (block.findItem(item->name, type) != nullptr) {
-                return fail(PiaCode::Duplicate, {});
+        for (std::size_t index = 0; index < members.size(); ++index) {
+            const Member& member = members[index];
+            if (!counts(index)) {
+                warnOfTwo(member.name.text());
+            } else if (member.item != nullptr) {
+                append(*level.block, member, valueIsBin);
+                continue;
+            }
+            if (member.item != nullptr) {
+                PiaAccess::destroy(member.item);
             }
         }
-        return block.addItem(item);
     }
 
-    std::wstring path() const {
+    void append(PiaBlock& block, const Member& member, bool valueIsBin) {
+        PiaItem* item = member.item;
+        if (valueIsBin && item->type == PiaItemType::Str && item->name == valueName) {
+            const std::wstring value = static_cast<PiaStr*>(item)->value;
+            item = arena_.makeCopying<PiaBin>(member.name, std::wstring_view(value));
+        }
+        PiaAccess::append(block, item);
+    }
+
+    void warnOfTwo(std::wstring_view name) {
+        report_.warn({.code = PiaCode::Duplicate,
+                      .path = path(name),
+                      .found = L"another member of this name; the last one counts"});
+    }
+
+    std::wstring path(std::wstring_view name) const {
         std::wstring text;
         for (const Level& level : levels_) {
             if (level.block != nullptr && !level.block->name.empty()) {
-                text.append(level.block->name.view()).append(L"/");
+                text.append(level.block->name, 0, longestPath).append(L"/");
+            }
+            if (text.size() >= longestPath) {
+                break;
             }
         }
-        return text.append(ut::decodePath(key_));
+        return text.append(name, 0, longestPath);
     }
 
     bool fail(PiaCode code, std::string_view found) {
-        return report_.fail({.code = code, .path = path(), .found = ut::decodePath(found)});
+        return report_.fail(
+            {.code = code, .path = path(ut::decodePath(key_)), .found = ut::decodePath(found)});
     }
 
     const std::uint64_t textOffset_;
     const PiaLimits limits_;
     PiaTree& tree_;
+    PiaArena& arena_;
     PiaReport& report_;
-    PiaNameTable names_;
     std::string key_;
     std::vector<Level> levels_;
     std::size_t itemCount_ = 0;
+    bool seenData_ = false;
     bool foundData_ = false;
 };
 

@@ -2,9 +2,10 @@
 #include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <utility>
+#include <vector>
 
 #include <platen/utcore.h>
-#include "pia/node_keys.h"
 
 namespace {
 
@@ -26,83 +27,92 @@ class JsonBody {
 public:
     explicit JsonBody(PiaReport& report) : report_(report) {}
 
-    bool write(const PiaBlock& block, const PiaPath& path, std::size_t depth, json& object) {
-        if (depth > depthLimit) {
-            return report_.fail({.code = PiaCode::TooDeep, .path = path.join({})});
-        }
-        for (const PiaItem* item : block.items) {
-            if (item->type == PiaItemType::Block) {
-                json child = json::object();
-                if (!write(static_cast<const PiaBlock&>(*item), {&path, item->name}, depth + 1,
-                           child)) {
-                    return false;
-                }
-                put(object, *item, path, std::move(child));
-            } else if (item->type == PiaItemType::Bin) {
-                putBin(object, block, static_cast<const PiaBin&>(*item), path);
+    bool write(const PiaBlock& data, json& object) {
+        std::vector<json> open;
+        open.push_back(json::object());
+        for (PiaWalk walk(data); walk.next();) {
+            const PiaItem& item = walk.item();
+            if (walk.isEnd()) {
+                json child = std::move(open.back());
+                open.pop_back();
+                put(open.back(), walk, std::move(child));
+            } else if (item.type != PiaItemType::Block) {
+                putValue(open.back(), walk);
+            } else if (walk.depth() == depthLimit) {
+                return report_.fail({.code = PiaCode::TooDeep, .path = walk.path()});
             } else {
-                putScalar(object, *item, path);
+                open.push_back(json::object());
             }
         }
+        object = std::move(open.front());
         return true;
     }
 
 private:
-    void warn(const PiaItem& item, const PiaPath& path, const wchar_t* found) {
-        report_.warn({.code = PiaCode::NotReadBack, .path = path.join(item.name), .found = found});
+    void warn(const PiaWalk& at, const wchar_t* found) {
+        report_.warn({.code = PiaCode::NotReadBack, .path = at.path(), .found = found});
     }
 
-    void put(json& object, const PiaItem& item, const PiaPath& path, json value) {
-        if (!object.emplace(ut::encodeUtf8(item.name), std::move(value)).second) {
-            warn(item, path, L"another item of this name; it is left out");
+    void put(json& object, const PiaWalk& at, json value) {
+        if (!object.emplace(ut::encodeUtf8(at.item().name), std::move(value)).second) {
+            warn(at, L"another item of this name; it is left out");
         }
     }
 
-    void putBin(json& object, const PiaBlock& block, const PiaBin& item, const PiaPath& path) {
-        const bool stands = item.name == valueName &&
+    void putBin(json& object, const PiaWalk& at) {
+        const PiaBlock& block = at.parent();
+        json value = textOf(at.item());
+        const bool stands = at.item().name == valueName &&
                             block.findItem(voidName, PiaItemType::Bool) == nullptr &&
                             block.findItem(valueName, PiaItemType::Str) == nullptr;
         if (stands) {
             object[voidMember] = true;
-            put(object, item, path, ut::encodeUtf8(item.value.str()));
+            put(object, at, std::move(value));
             return;
         }
-        warn(item, path, L"a binary value, which reads as a block");
-        put(object, item, path, {{voidMember, true}, {"value", ut::encodeUtf8(item.value.str())}});
+        warn(at, L"a binary value, which reads as a block");
+        put(object, at, {{voidMember, true}, {"value", std::move(value)}});
     }
 
-    void putScalar(json& object, const PiaItem& item, const PiaPath& path) {
+    void putValue(json& object, const PiaWalk& at) {
+        const PiaItem& item = at.item();
         if (item.type == PiaItemType::Bool) {
             if (item.name == voidName) {
-                warn(item, path, L"a reserved name; the item is not read");
+                warn(at, L"a reserved name; the item is not read");
             }
-            put(object, item, path, static_cast<const PiaBool&>(item).value);
+            put(object, at, static_cast<const PiaBool&>(item).value);
         } else if (item.type == PiaItemType::Num) {
-            putNumber(object, static_cast<const PiaNum&>(item), path);
+            putNumber(object, at);
+        } else if (item.type == PiaItemType::Bin) {
+            putBin(object, at);
         } else {
-            put(object, item, path, ut::encodeUtf8(static_cast<const PiaStr&>(item).value.str()));
+            put(object, at, textOf(item));
         }
     }
 
-    void putNumber(json& object, const PiaNum& item, const PiaPath& path) {
-        const std::string text = ut::encodeUtf8(item.value.str());
+    static std::string textOf(const PiaItem& item) {
+        return ut::encodeUtf8(static_cast<const PiaTextItem&>(item).value.str());
+    }
+
+    void putNumber(json& object, const PiaWalk& at) {
+        const std::string text = textOf(at.item());
         std::int64_t integer = 0;
         std::uint64_t large = 0;
         double real = 0;
         const char* end = text.data() + text.size();
         if (spellsInteger(text, integer)) {
-            put(object, item, path, integer);
+            put(object, at, integer);
         } else if (spellsInteger(text, large)) {
-            put(object, item, path, large);
+            put(object, at, large);
         } else if (const auto scanned = std::from_chars(text.data(), end, real);
                    scanned.ec == std::errc() && scanned.ptr == end && std::isfinite(real)) {
-            if (!(item.value == ut::formatFixed(real, 6))) {
-                warn(item, path, L"a number that is read with six decimals");
+            if (text != ut::formatFixedAscii(real, 6)) {
+                warn(at, L"a number that is read with six decimals");
             }
-            put(object, item, path, real);
+            put(object, at, real);
         } else {
-            warn(item, path, L"no number; it is read as a text");
-            put(object, item, path, text);
+            warn(at, L"no number; it is read as a text");
+            put(object, at, text);
         }
     }
 
@@ -113,7 +123,7 @@ private:
 
 bool piaWriteJson(const PiaBlock& data, std::string& text, PiaReport& report) {
     json object = json::object();
-    if (!JsonBody(report).write(data, {}, 0, object)) {
+    if (!JsonBody(report).write(data, object)) {
         return false;
     }
     text = json{{"data", std::move(object)}}.dump(2).append("\n");

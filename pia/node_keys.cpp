@@ -1,5 +1,7 @@
 #include "pia/node_keys.h"
 
+#include <algorithm>
+
 std::wstring PiaPath::join(std::wstring_view key) const {
     std::wstring text(key);
     for (const PiaPath* step = this; step != nullptr; step = step->parent) {
@@ -31,9 +33,17 @@ const wchar_t* nameOf(PiaItemType type) {
     return L"";
 }
 
+/// An item of that name of whatever type, otherwise the block.
+const PiaItem& nearest(const PiaBlock& block, std::wstring_view name) {
+    const auto* found = std::find_if(block.items.begin(), block.items.end(),
+                                     [&](const PiaItem* item) { return item->name == name; });
+    return found == block.items.end() ? static_cast<const PiaItem&>(block) : **found;
+}
+
 void reportWithReason(PiaReport& report, PiaCode code, const PiaPath& path, const PiaReport& why) {
     PiaFinding finding;
     finding.code = code;
+    finding.line = known(path.line);
     finding.path = path.join({});
     if (const auto& reason = why.failure()) {
         const std::string_view word = piaCodeWord(reason->code);
@@ -46,12 +56,12 @@ void reportWithReason(PiaReport& report, PiaCode code, const PiaPath& path, cons
 }  // namespace
 
 bool reportUnreadable(PiaReport& report, const PiaBlock& block, const PiaPath& path,
-                      std::wstring_view key, PiaItemType type) {
+                      std::wstring_view key, PiaItemType type, const PiaItem* item) {
     PiaFinding finding;
-    finding.path = path.join(key);
-    finding.expected = nameOf(type);
-    const PiaItem* item = block.findItem(key, type);
     finding.code = item == nullptr ? PiaCode::KeyMissing : PiaCode::ValueInvalid;
+    finding.line = known((item == nullptr ? nearest(block, key) : *item).line());
+    finding.path = path.join(item == nullptr ? key : item->name.view());
+    finding.expected = nameOf(type);
     if (item != nullptr && type == PiaItemType::Num) {
         finding.found = static_cast<const PiaNum*>(item)->value.str();
     }

@@ -20,11 +20,14 @@
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
+#include "pia/access.h"
 
 /// Where a block stands in the tree: a chain on the stack, joined only when a fault is reported.
 struct PiaPath {
     const PiaPath* parent = nullptr;
     std::wstring_view name;
+    /// See `PiaItem::line`.
+    std::uint32_t line = 0;
 
     /// "plot_style/3/color" for this path and the key "color"; an empty key gives the path itself.
     std::wstring join(std::wstring_view key) const;
@@ -78,9 +81,15 @@ struct NodeKey {
 
 namespace node_keys {
 
-/// Notes that a key of the block at `path` is missing or does not convert; false.
+/// A line as findings have it.
+inline std::optional<std::uint64_t> known(std::uint32_t line) {
+    return line == 0 ? std::nullopt : std::optional<std::uint64_t>(line);
+}
+
+/// Notes that a key of the block at `path` is missing, when `item` is null, or that its item does
+/// not convert; false. A key may be missing because an item of its name has another type.
 bool reportUnreadable(PiaReport& report, const PiaBlock& block, const PiaPath& path,
-                      std::wstring_view key, PiaItemType type);
+                      std::wstring_view key, PiaItemType type, const PiaItem* item);
 /// Notes that an optional block was dropped, with the reason that `why` holds.
 void reportDropped(PiaReport& report, const PiaPath& path, const PiaReport& why);
 /// Notes that an entry of a list was read up to the fault that `why` holds.
@@ -191,11 +200,11 @@ private:
                 item = block.findItem(key.options.alias->text(), key.type);
             }
         }
-        if (item != nullptr && key.read(*item, node, {&path, name}, report)) {
+        if (item != nullptr && key.read(*item, node, {&path, item->name, item->line()}, report)) {
             return true;
         }
         if constexpr (key.options.presence == KeyPresence::Required) {
-            return node_keys::reportUnreadable(report, block, path, name, key.type);
+            return node_keys::reportUnreadable(report, block, path, name, key.type, item);
         }
         if constexpr (key.options.whenAbsent != nullptr) {
             key.options.whenAbsent(node);
@@ -229,8 +238,8 @@ struct NodeValue<std::int32_t> {
     static constexpr PiaItemType type = PiaItemType::Num;
 
     static bool read(const PiaItem& item, std::int32_t& value, const PiaPath&, PiaReport&) {
-        return static_cast<const PiaNum&>(item).value.read(
-            [&](auto text) { return ut::scanInt(text, value); });
+        return PiaAccess::read(static_cast<const PiaNum&>(item).value,
+                               [&](auto text) { return ut::scanInt(text, value); });
     }
     static bool write(PiaKey name, std::int32_t value, PiaSink& block, int) {
         return block.addInt(name, value);
@@ -245,8 +254,8 @@ struct NodeValue<double> {
     static constexpr PiaItemType type = PiaItemType::Num;
 
     static bool read(const PiaItem& item, double& value, const PiaPath&, PiaReport&) {
-        return static_cast<const PiaNum&>(item).value.read(
-            [&](auto text) { return ut::scanDouble(text, value); });
+        return PiaAccess::read(static_cast<const PiaNum&>(item).value,
+                               [&](auto text) { return ut::scanDouble(text, value); });
     }
     static bool write(PiaKey name, double value, PiaSink& block, int precision) {
         return block.addDouble(name, value, precision);
@@ -277,7 +286,7 @@ struct NodeValue<std::wstring> {
     static constexpr PiaItemType type = PiaItemType::Str;
 
     static bool read(const PiaItem& item, std::wstring& value, const PiaPath&, PiaReport&) {
-        static_cast<const PiaStr&>(item).value.copyTo(value);
+        PiaAccess::copy(static_cast<const PiaStr&>(item).value, value);
         return true;
     }
     static bool write(PiaKey name, const std::wstring& value, PiaSink& block, int) {
@@ -341,7 +350,7 @@ struct NodeListCodec {
                 continue;
             }
             PiaReport why;
-            const PiaPath entryPath{&path, item->name.view()};
+            const PiaPath entryPath{&path, item->name, item->line()};
             if (!NodeCodec<Entry>::read(static_cast<const PiaBlock&>(*item),
                                         (list.*Entries).emplace_back(), entryPath, why, places)) {
                 node_keys::reportPartlyRead(report, entryPath, why);

@@ -1,5 +1,6 @@
 #include <iterator>
 
+#include <platen/pia_paths.h>
 #include <platen/utcore.h>
 #include "pia/report_table.h"
 
@@ -66,3 +67,17 @@ bool PiaReport::fail(PiaFinding finding) {
 }
 
 void PiaReport::clear() { *this = {}; }
+
+void PiaReport::locate(const PiaBlock& root) {
+    const auto locateOne = [&](PiaFinding& finding) {
+        if (!finding.line && !finding.offset && !finding.path.empty()) {
+            if (const std::uint32_t line = piaLineOf(root, finding.path); line != 0) {
+                finding.line = line;
+            }
+        }
+    };
+    if (failure_) {
+        locateOne(*failure_);
+    }
+    std::for_each(warnings_.begin(), warnings_.end(), locateOne);
+}

@@ -64,9 +64,10 @@ bool NodeCodec<CCustomNode>::read(const PiaBlock& block, CCustomNode& node, cons
             continue;
         }
         const auto& property = static_cast<const PiaBlock&>(*item);
-        const PiaPath place{&path, property.name.view()};
+        const PiaPath place{&path, property.name, property.line()};
         const auto fail = [&](std::wstring expected) {
             return report.fail({.code = PiaCode::ValueInvalid,
+                                .line = node_keys::known(place.line),
                                 .path = place.join({}),
                                 .expected = std::move(expected)});
         };

@@ -65,6 +65,9 @@ CPlotCfg3* CPlotCfg3::read(const wchar_t* path, bool& printerChanged, PiaReport*
     if (config && !config->meta.userDefinedModelPathname.empty()) {
         config->readPmp(path, input.report());
     }
+    if (const PiaBlock* root = input.root()) {
+        input.report().locate(*root);
+    }
     if (report != nullptr) {
         *report = std::move(input.report());
     }

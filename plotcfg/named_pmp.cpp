@@ -37,6 +37,9 @@ bool attachNamedPmp(CPlotCfg3& config, const std::wstring& path, PiaReport& repo
     }
     NamedPmp found = readNamedPmp(config.meta.userDefinedModelPathname, path);
     const auto warnOfName = [&](PiaFinding finding) {
+        // What it says of a place is about the other file.
+        finding.offset.reset();
+        finding.line.reset();
         finding.path = L"meta/user_defined_model_pathname";
         report.warn(std::move(finding));
     };

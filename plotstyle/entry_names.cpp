@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <platen/utcore.h>
+#include "pia/access.h"
 #include "pia/name_hash.h"
 
 namespace plot_style {
@@ -32,7 +33,7 @@ std::uint64_t foldedHash(std::basic_string_view<Char> text) {
 }  // namespace
 
 void EntryNames::set(std::size_t entry, const PiaText& name) {
-    const std::uint64_t hash = name.read([](auto text) { return foldedHash(text); });
+    const std::uint64_t hash = PiaAccess::read(name, [](auto text) { return foldedHash(text); });
     std::uint16_t& first = first_[hash % buckets];
     entries_[entry] = {.name = &name, .hash = hash, .next = first};
     first = static_cast<std::uint16_t>(entry);
@@ -46,9 +47,9 @@ bool EntryNames::isName(const Entry& entry, std::uint64_t hash, std::wstring_vie
         const auto wide = static_cast<wchar_t>(one);
         return wide == other || ut::toLower(wide) == ut::toLower(other);
     };
-    return entry.hash == hash && entry.name->read([&](auto text) {
-        return std::equal(text.begin(), text.end(), name.begin(), name.end(), sameFolded);
-    });
+    return entry.hash == hash && PiaAccess::read(*entry.name, [&](auto text) {
+               return std::equal(text.begin(), text.end(), name.begin(), name.end(), sameFolded);
+           });
 }
 
 }  // namespace plot_style

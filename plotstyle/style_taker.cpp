@@ -10,7 +10,8 @@ void StyleTaker::take(const PiaBlock& entry) {
     }
     const PiaPath list{.parent = nullptr, .name = this->list().text()};
     StylePtr style = memory_.make();
-    if (NodeCodec<CPlotStyle>::read(entry, *style, {.parent = &list, .name = entry.name.view()},
+    if (NodeCodec<CPlotStyle>::read(entry, *style,
+                                    {.parent = &list, .name = entry.name, .line = entry.line()},
                                     why_, keyPlaces_)) {
         styles_.push_back(std::move(style));
     }

@@ -15,10 +15,11 @@
 
 namespace {
 
-bool fail(PiaReport& report, PiaCode code, std::wstring path, std::wstring expected,
-          std::wstring_view found) {
+bool fail(PiaReport& report, PiaCode code, const PiaItem& place, std::wstring path,
+          std::wstring expected, std::wstring_view found) {
     PiaFinding finding;
     finding.code = code;
+    finding.line = node_keys::known(place.line());
     finding.path = std::move(path);
     finding.expected = std::move(expected);
     finding.found = found;
@@ -31,7 +32,7 @@ public:
     /// `count` is the number of places; all children are of `type`, in words `typeName`.
     NumberedBlock(const PiaBlock& block, std::size_t count, PiaItemType type,
                   const wchar_t* typeName, PiaReport& report)
-        : path_{.parent = nullptr, .name = block.name.view()},
+        : path_{.parent = nullptr, .name = block.name},
           block_(block),
           count_(count),
           type_(type),
@@ -42,24 +43,24 @@ public:
 
     bool isFull() const {
         return block_.items.size() == count_ ||
-               fail(report_, PiaCode::CountWrong, path_.join({}), std::to_wstring(count_),
+               fail(report_, PiaCode::CountWrong, block_, path_.join({}), std::to_wstring(count_),
                     std::to_wstring(block_.items.size()));
     }
 
     /// Takes the place of a child; false unless it has the type and its name is a number in range.
     bool placeOf(const PiaItem& item, std::size_t& place) const {
         if (item.type != type_) {
-            return fail(report_, PiaCode::ValueInvalid, path_.join(item.name), typeName_, {});
+            return fail(report_, PiaCode::ValueInvalid, item, path_.join(item.name), typeName_, {});
         }
         return plot_style::parseIndex(item.name, count_, place) ||
-               fail(report_, PiaCode::IndexInvalid, path_.join(item.name),
+               fail(report_, PiaCode::IndexInvalid, item, path_.join(item.name),
                     L"a number below " + std::to_wstring(count_), item.name);
     }
 
     /// Two names can spell one number: "1" and "01".
     bool failTaken(const PiaItem& item) const {
-        return fail(report_, PiaCode::IndexInvalid, path_.join(item.name), L"a number not used yet",
-                    item.name);
+        return fail(report_, PiaCode::IndexInvalid, item, path_.join(item.name),
+                    L"a number not used yet", item.name);
     }
 
 private:
@@ -77,12 +78,25 @@ const PiaBlock* findBlock(const PiaBlock& root, PiaKey key) {
 
 }  // namespace
 
+/// Fills a new table; after a failure it is of no use.
+struct CPlotStyleTable::Reader {
+    CPlotStyleTable& table;
+    PiaReport& report;
+
+    bool read(const PiaBlock& root, plot_style::StyleTaker& styles);
+    bool readStyles(const PiaBlock& block, plot_style::StyleTaker& styles);
+    bool readAci(const PiaBlock& block);
+    /// Gives entry i style i of `list`, as a table without an "aci_table" block means it.
+    bool readAciByPosition(const PiaBlock& list);
+    bool readLineWeights(const PiaBlock& block);
+};
+
 CPlotStyleTable* CPlotStyleTable::read(const wchar_t* path, PiaReport* report) {
     PiaInput input;
     auto table = std::make_unique<CPlotStyleTable>();
     plot_style::StyleTaker styles(table->styleMemory());
     const bool done =
-        input.open(path, {}, &styles) && table->initFrom(*input.root(), styles, input.report());
+        styles.open(input, path) && Reader{*table, input.report()}.read(*input.root(), styles);
     if (report != nullptr) {
         *report = std::move(input.report());
     }
@@ -92,12 +106,12 @@ CPlotStyleTable* CPlotStyleTable::read(const wchar_t* path, PiaReport* report) {
 bool CPlotStyleTable::init(PiaInput& input) {
     const PiaBlock* root = input.root();
     if (root == nullptr) {
-        return fail(input.report(), PiaCode::FileUnreadable, {}, L"an open file", {});
+        return input.report().fail({.code = PiaCode::FileUnreadable, .expected = L"an open file"});
     }
     CPlotStyleTable fresh;
     plot_style::StyleTaker styles(fresh.styleMemory());
     styles.takeAll(*root);
-    if (!fresh.initFrom(*root, styles, input.report())) {
+    if (!Reader{fresh, input.report()}.read(*root, styles)) {
         return false;
     }
     swap(fresh);
@@ -106,58 +120,56 @@ bool CPlotStyleTable::init(PiaInput& input) {
 
 bool CPlotStyleTable::initAci(const PiaBlock& block) {
     PiaReport unread;
-    return initAci(block, unread);
+    return Reader{*this, unread}.readAci(block);
 }
 
 bool CPlotStyleTable::initCLW(const PiaBlock& block) {
     PiaReport unread;
-    return initCLW(block, unread);
+    return Reader{*this, unread}.readLineWeights(block);
 }
 
-bool CPlotStyleTable::initFrom(const PiaBlock& root, plot_style::StyleTaker& styles,
-                               PiaReport& report) {
-    if (!node_keys::read(root, *this, {}, report)) {
+bool CPlotStyleTable::Reader::read(const PiaBlock& root, plot_style::StyleTaker& styles) {
+    if (!node_keys::read(root, table, {}, report)) {
         return false;
     }
     const PiaBlock* list = findBlock(root, PlotStyleTableKeys::styles);
     if (list == nullptr) {
-        return fail(report, PiaCode::KeyMissing, std::wstring(PlotStyleTableKeys::styles.text()),
-                    L"a block", {});
+        return fail(report, PiaCode::KeyMissing, root,
+                    std::wstring(PlotStyleTableKeys::styles.text()), L"a block", {});
     }
-    if (!initStyles(*list, styles, report)) {
+    if (!readStyles(*list, styles)) {
         return false;
     }
-    if (aciAvailable_) {
+    if (table.aciAvailable_) {
         const PiaBlock* aci = findBlock(root, PlotStyleTableKeys::aciTable);
-        if (aci != nullptr ? !initAci(*aci, report) : !initAciByPosition(report)) {
+        if (aci != nullptr ? !readAci(*aci) : !readAciByPosition(*list)) {
             return false;
         }
     }
     const PiaBlock* weights = findBlock(root, PlotStyleTableKeys::lineWeights);
-    return weights == nullptr || initCLW(*weights, report);
+    return weights == nullptr || readLineWeights(*weights);
 }
 
-bool CPlotStyleTable::initStyles(const PiaBlock& block, plot_style::StyleTaker& styles,
-                                 PiaReport& report) {
+bool CPlotStyleTable::Reader::readStyles(const PiaBlock& block, plot_style::StyleTaker& styles) {
     const NumberedBlock list(block, block.items.size(), PiaItemType::Block, L"a block", report);
-    styles_.resize(block.items.size());
+    table.styles_.resize(block.items.size());
     for (const PiaItem* item : block.items) {
         std::size_t place = 0;
         if (!list.placeOf(*item, place)) {
             return false;
         }
-        if (styles_[place]) {
+        if (table.styles_[place]) {
             return list.failTaken(*item);
         }
-        styles_[place] = styles.next(report);
-        if (!styles_[place]) {
+        table.styles_[place] = styles.next(report);
+        if (!table.styles_[place]) {
             return false;
         }
     }
     return true;
 }
 
-bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
+bool CPlotStyleTable::Reader::readAci(const PiaBlock& block) {
     const NumberedBlock entries(block, CAciTable::count, PiaItemType::Str, L"a text", report);
     if (!entries.isFull()) {
         return false;
@@ -177,7 +189,8 @@ bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
     }
 
     auto aci = std::make_unique<CAciTable>();
-    for (auto style = styles_.begin(); style != styles_.end() && names.waiting() > 0; ++style) {
+    for (auto style = table.styles_.begin(); style != table.styles_.end() && names.waiting() > 0;
+         ++style) {
         names.offer((*style)->name(),
                     [&](std::size_t entry) { aci->styles_[entry] = style->get(); });
     }
@@ -187,28 +200,30 @@ bool CPlotStyleTable::initAci(const PiaBlock& block, PiaReport& report) {
                 std::size_t place = 0;
                 return entries.placeOf(*item, place) && aci->at(place) == nullptr;
             });
-        return fail(report, PiaCode::StyleUnknown, entries.path().join((*nameless)->name),
-                    L"the name of a style", static_cast<const PiaStr*>(*nameless)->value.str());
+        return fail(report, PiaCode::StyleUnknown, **nameless,
+                    entries.path().join((*nameless)->name), L"the name of a style",
+                    static_cast<const PiaStr*>(*nameless)->value.str());
     }
-    aci_ = std::move(aci);
-    usesAci_ = true;
+    table.aci_ = std::move(aci);
+    table.usesAci_ = true;
     return true;
 }
 
-bool CPlotStyleTable::initAciByPosition(PiaReport& report) {
-    if (styles_.size() != CAciTable::count) {
-        return fail(report, PiaCode::CountWrong, std::wstring(PlotStyleTableKeys::styles.text()),
+bool CPlotStyleTable::Reader::readAciByPosition(const PiaBlock& list) {
+    if (table.styles_.size() != CAciTable::count) {
+        return fail(report, PiaCode::CountWrong, list,
+                    std::wstring(PlotStyleTableKeys::styles.text()),
                     std::to_wstring(CAciTable::count) + L", as there is no " +
                         PlotStyleTableKeys::aciTable.c_str(),
-                    std::to_wstring(styles_.size()));
+                    std::to_wstring(table.styles_.size()));
     }
-    aci_ = std::make_unique<CAciTable>();
-    std::transform(styles_.begin(), styles_.end(), aci_->styles_.begin(),
+    table.aci_ = std::make_unique<CAciTable>();
+    std::transform(table.styles_.begin(), table.styles_.end(), table.aci_->styles_.begin(),
                    [](const auto& style) { return style.get(); });
     return true;
 }
 
-bool CPlotStyleTable::initCLW(const PiaBlock& block, PiaReport& report) {
+bool CPlotStyleTable::Reader::readLineWeights(const PiaBlock& block) {
     const NumberedBlock weights(block, CCustomLineweightTable::count, PiaItemType::Num, L"a number",
                                 report);
     if (!weights.isFull()) {
@@ -222,10 +237,10 @@ bool CPlotStyleTable::initCLW(const PiaBlock& block, PiaReport& report) {
         }
         const std::wstring text = static_cast<const PiaNum*>(item)->value;
         if (!ut::scanDouble(text, read[place])) {
-            return fail(report, PiaCode::ValueInvalid, weights.path().join(item->name), L"a number",
-                        text);
+            return fail(report, PiaCode::ValueInvalid, *item, weights.path().join(item->name),
+                        L"a number", text);
         }
     }
-    customLineweights_ = read;
+    table.customLineweights_ = read;
     return true;
 }

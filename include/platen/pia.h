@@ -10,8 +10,10 @@
 #include <string_view>
 
 #include <platen/pia_items.h>
+#include <platen/pia_paths.h>
 #include <platen/pia_report.h>
 #include <platen/pia_text_forms.h>
+#include <platen/pia_tree.h>
 #include <platen/platen_api.h>
 
 class PiaEntryTaker;
@@ -134,16 +136,10 @@ public:
     /// unless the options ask for it.
     [[nodiscard]] bool open(const wchar_t* path);
     [[nodiscard]] bool open(const wchar_t* path, const PiaReadOptions& options);
-    /// The same for a document that takes the entries of a list as they are read; `entries` may be
-    /// null here and in the next two.
-    [[nodiscard]] bool open(const wchar_t* path, const PiaReadOptions& options,
-                            PiaEntryTaker* entries);
     /// The same with a file's bytes, which are borrowed for the call only.
-    [[nodiscard]] bool openBytes(std::string_view file, const PiaReadOptions& options = {},
-                                 PiaEntryTaker* entries = nullptr);
+    [[nodiscard]] bool openBytes(std::string_view file, const PiaReadOptions& options = {});
     /// Parses body text, as it stands inside a version-2 file.
-    [[nodiscard]] bool openBody(std::string_view body, const PiaReadOptions& options = {},
-                                PiaEntryTaker* entries = nullptr);
+    [[nodiscard]] bool openBody(std::string_view body, const PiaReadOptions& options = {});
 
     /// The tree, owned by this object; null before a successful `open`.
     PiaBlock* root();
@@ -158,6 +154,7 @@ public:
     std::string_view body() const;
 
 private:
+    friend class PiaEntryTaker;
     class Impl;
     class Pia2InputImpl;
     class Pia3InputImpl;
@@ -167,6 +164,8 @@ private:
     bool keepIf(bool done);
 
     std::unique_ptr<Impl> impl_;
+    /// Is handed the entries of its list while a file is read; usually none.
+    PiaEntryTaker* entries_ = nullptr;
     PiaContainer container_;
     PiaReport report_;
 };

@@ -10,6 +10,8 @@
 
 #include <platen/platen_api.h>
 
+class PiaBlock;
+
 /// Everything that can be found. Each has a word that stays the same from release to release
 /// (`piaCodeWord`), a sentence and a remedy.
 enum class PiaCode {
@@ -135,6 +137,9 @@ public:
     /// Notes why it failed, the first reason winning, and returns false.
     bool fail(PiaFinding finding);
     void clear();
+    /// Gives the findings that have a path alone the line that it leads to in the tree, or as near
+    /// as it leads; see `piaLineOf`.
+    void locate(const PiaBlock& root);
 
 private:
     std::optional<PiaFinding> failure_;

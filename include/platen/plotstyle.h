@@ -24,7 +24,6 @@ class COBinStream;
 
 namespace plot_style {
 class StyleMemory;
-class StyleTaker;
 }  // namespace plot_style
 
 /// One plot style: the pen settings that a plotter applies to objects that use the style.
@@ -253,17 +252,11 @@ private:
     friend struct NodeKeys;
     friend PLATEN_API CPlotStyleTable* ctb2stb(const CPlotStyleTable& source,
                                                const wchar_t* prefix);
+    struct Reader;
 
-    /// Fills a new table; after a failure it is of no use.
-    bool initFrom(const PiaBlock& root, plot_style::StyleTaker& styles, PiaReport& report);
     bool writeTo(PiaSink& root) const;
     bool addAciEntry(PiaSink& block, std::size_t index) const;
     bool addLineWeight(PiaSink& block, std::size_t index) const;
-    bool initStyles(const PiaBlock& block, plot_style::StyleTaker& styles, PiaReport& report);
-    bool initAci(const PiaBlock& block, PiaReport& report);
-    /// Gives entry i style i, as a table without an "aci_table" block means it.
-    bool initAciByPosition(PiaReport& report);
-    bool initCLW(const PiaBlock& block, PiaReport& report);
 
     plot_style::StyleMemory& styleMemory();
     void swap(CPlotStyleTable& other) noexcept;

@@ -63,7 +63,7 @@ TEST(BodyReader, HandsOverTheEntriesOfAList) {
             }
             EntryRecorder whileReading(L"list");
             PiaInput input;
-            ASSERT_TRUE(input.openBody(body, {}, &whileReading));
+            ASSERT_TRUE(whileReading.openBody(input, body));
             const auto* left =
                 static_cast<const PiaBlock*>(input.root()->findItem(L"list", PiaItemType::Block));
             EXPECT_EQ(left->items.size(), number + 2);
@@ -81,7 +81,7 @@ TEST(BodyReader, HandsOverTheEntriesOfAList) {
                               "list{\n 0{\n  a=1\n }\n 1{\n  a=1\n  a=2\n }\n}\n"}) {
         EntryRecorder recorder(L"list");
         PiaInput input;
-        EXPECT_FALSE(input.openBody(twice, {}, &recorder));
+        EXPECT_FALSE(recorder.openBody(input, twice));
         EXPECT_EQ(input.report().failure()->code, PiaCode::Duplicate);
     }
 }
@@ -122,6 +122,29 @@ TEST(BodyReader, AcceptsItemsAndBlocks) {
         ASSERT_TRUE(input.openBody(test.body)) << input.report().failure()->describe();
         EXPECT_EQ(piaBodyText(*input.root()), test.meaning);
     }
+}
+
+// Blank lines, pieces of long lines and binary values that go on count as the lines they are.
+TEST(BodyReader, ItemsKnowTheirLines) {
+    const std::string blocks = "a=1\n\nb{\n\n c=\"x\n d{\n }\n}\nb2{\n c=\"y\n d{\n }\n}\nlong=\"" +
+                               std::string(508, 'x') + "rest=1\nlast=\\AF\nBF\\\r\nend=2\n";
+    const std::vector<std::uint32_t> expected{1, 3, 5, 6, 9, 10, 11, 14, 14, 15, 17};
+    for (const std::uint32_t before : {0U, 1U}) {
+        // A line that is not ASCII makes the reader take the careful way.
+        PiaInput input;
+        ASSERT_TRUE(input.openBody((before == 1 ? "\xC3\xA9=1\n" : "") + blocks));
+        std::vector<std::uint32_t> lines = linesOf(*input.root());
+        lines.erase(lines.begin(), lines.begin() + before);
+        for (std::uint32_t& line : lines) {
+            line -= before;
+        }
+        EXPECT_EQ(lines, expected);
+        EXPECT_EQ(input.root()->line(), 1U);
+    }
+    PiaInput json;
+    ASSERT_TRUE(json.openBytes("{\"data\":{\"a\":{\"b\":1}}}"));
+    EXPECT_EQ(linesOf(*json.root()), (std::vector<std::uint32_t>{0, 0}));
+    EXPECT_EQ(PiaNum(L"made", 1).line(), 0U);
 }
 
 TEST(BodyReader, RejectsWithTheReasonAndThePlace) {
@@ -356,7 +379,7 @@ TEST(BodyWriter, WarnsOfWhatDoesNotReadBack) {
                 return new PiaNum(name, value);
         }
     };
-    using enum PiaItemType;
+    using enum PiaItemType::Value;
     const struct {
         const char* what;
         PiaItemType type;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include <platen/pia.h>
 #include "tests/support/trees.h"
@@ -53,10 +54,8 @@ TEST(JsonReader, RejectsWithTheReason) {
         {R"({"data":{"a":18446744073709551616}})", PiaCode::JsonNumberRange},
         {R"({"data":{"a":-10000000000000000000}})", PiaCode::JsonNumberRange},
         {R"({"data":{"a":1e999}})", PiaCode::JsonSyntax},
-        {R"({"data":{"a":1,"a":"x"}})", PiaCode::Duplicate},
-        {R"({"data":{"value":"x","value":"y"}})", PiaCode::Duplicate},
-        {R"({"data":{"value":{},"value":"y"}})", PiaCode::Duplicate},
-        {R"({"data":{},"data":{}})", PiaCode::Duplicate},
+        {R"({"data":{},"data":5})", PiaCode::JsonNoData},
+        {R"({"data":{"a":1},"data":[]})", PiaCode::JsonNoData},
     };
     for (const auto& test : cases) {
         SCOPED_TRACE(test.text);
@@ -65,6 +64,81 @@ TEST(JsonReader, RejectsWithTheReason) {
         EXPECT_EQ(input.root(), nullptr);
         ASSERT_TRUE(input.report().failure());
         EXPECT_STREQ(piaCodeWord(input.report().failure()->code), piaCodeWord(test.code));
+    }
+}
+
+TEST(JsonReader, OfMembersOfOneNameTheLastCounts) {
+    const struct {
+        std::string text;
+        std::string meaning;
+        std::vector<std::wstring> paths;
+    } cases[] = {
+        {R"({"data":{"a":1,"b":2,"a":"x"}})", "a=\"x\nb=2\n", {L"a"}},
+        {R"({"data":{"a":{"x":1,"y":{}},"a":{"z":2}}})", "a{\n z=2\n}\n", {L"a"}},
+        {R"({"data":{"a":{"x":1},"a":5}})", "a=5\n", {L"a"}},
+        {R"({"data":{"a":5,"a":{"x":1,"x":2}}})", "a{\n x=2\n}\n", {L"a/x", L"a"}},
+        {R"({"data":{"a":true,"a":false,"a":true}})", "a=TRUE\n", {L"a", L"a"}},
+        // What is no item replaces one, and is replaced by one.
+        {R"({"data":{"a":1,"a":null}})", "", {L"a", L"a"}},
+        {R"({"data":{"a":[1],"a":1}})", "a=1\n", {L"a", L"a"}},
+        {R"({"data":{"value":"x","value":"y"}})", "value=\"y\n", {L"value"}},
+        {R"({"data":{"value":{},"value":"y","voidprop":true}})", "value=\\y\\\n", {L"value"}},
+        {R"({"data":{"value":"y","value":3,"voidprop":true}})", "value=3\n", {L"value"}},
+        {R"({"data":{"voidprop":true,"value":"y","voidprop":false}})",
+         "value=\"y\n",
+         {L"voidprop"}},
+        {R"({"data":{"voidprop":true,"value":"y","voidprop":"z"}})",
+         "value=\"y\nvoidprop=\"z\n",
+         {L"voidprop"}},
+        {R"({"data":{"voidprop":"z","value":"y","voidprop":true}})",
+         "value=\\y\\\n",
+         {L"voidprop"}},
+        {R"({"data":{"a":1,"b":{"c":{}}},"data":{"b":2}})", "b=2\n", {L"data"}},
+        {R"({"data":5,"data":{"a":1}})", "a=1\n", {L"data"}},
+        {R"({"a":1,"a":2,"data":{}})", "", {}},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.text);
+        PiaInput input;
+        ASSERT_TRUE(input.openBytes(test.text));
+        EXPECT_EQ(piaBodyText(*input.root()), test.meaning);
+        std::vector<std::wstring> paths;
+        for (const PiaFinding& finding : input.report().warnings()) {
+            paths.push_back(finding.path);
+        }
+        EXPECT_EQ(paths, test.paths);
+    }
+}
+
+// With a look at all members for each one, this would take hours.
+TEST(JsonReader, TakesRepetitionInOnePass) {
+    constexpr int count = 100000;
+    std::string once;
+    std::string twice;
+    for (int number = 0; number < count; ++number) {
+        const std::string name = "\"" + std::to_string(number) + "\":";
+        once += name + "1,";
+        twice += name + "{},";
+    }
+    std::string same;
+    std::string data;
+    for (int number = 0; number < count; ++number) {
+        same += "\"a\":{\"x\":" + std::to_string(number) + "},";
+        data += "\"data\":{\"x\":" + std::to_string(number) + "},";
+    }
+    const std::string longName(1000000, 'n');
+    PiaInput input;
+    ASSERT_TRUE(input.openBytes("{" + data + "\"data\":{\"" + longName + "\":{" + once + twice +
+                                same + "\"last\":1}}}"));
+    const auto* block = static_cast<const PiaBlock*>(input.root()->items.at(0));
+    EXPECT_EQ(block->items.size(), count + 2U);
+    const auto* last = static_cast<const PiaBlock*>(block->findItem(L"a", PiaItemType::Block));
+    ASSERT_NE(last, nullptr);
+    EXPECT_EQ(static_cast<const PiaNum*>(last->items.at(0))->value, std::to_wstring(count - 1));
+    EXPECT_EQ(input.report().warningCount(), 3U * count - 1);
+    EXPECT_EQ(input.report().warnings().size(), PiaReport::maxWarnings);
+    for (const PiaFinding& finding : input.report().warnings()) {
+        ASSERT_LE(finding.path.size(), 10000U);
     }
 }
 

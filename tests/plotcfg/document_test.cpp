@@ -97,6 +97,7 @@ TEST_F(PlotConfigurationFile, RefusedFilesSaySo) {
     EXPECT_FALSE(printerChanged_);
     EXPECT_EQ(read(put("a.pc3", edited(bareConfiguration, "\nio{", "\nIO{"))), nullptr);
     EXPECT_EQ(report_.failure()->path, L"io");
+    EXPECT_EQ(report_.failure()->line, 1U);
     PiaInput closed;
     EXPECT_EQ(CPlotCfg3::fromInput(closed, printerChanged_), nullptr);
     EXPECT_EQ(takeMessages(), Texts());
@@ -160,6 +161,7 @@ TEST_F(PlotConfigurationFile, DefaultPrinterTakesItsPlace) {
     EXPECT_EQ(read(path), nullptr);
     EXPECT_FALSE(printerChanged_);
     EXPECT_EQ(report_.failure()->path, L"meta/default_system_cfg");
+    EXPECT_TRUE(namesItsLine(marked, *report_.failure()));
     EXPECT_EQ(takeMessages(),
               (Texts{"W:Failed to open Gone.",
                      "E:Failed to create plot configuration for default printer Gone."}));
@@ -243,6 +245,7 @@ TEST_F(PlotConfigurationFile, ReadsItsPmp) {
     EXPECT_EQ(takeMessages(), Texts{"E:Failed to read file 'C:\\lost.pmp'."});
     ASSERT_EQ(report_.warnings().size(), 1u);
     EXPECT_EQ(report_.warnings()[0].path, L"meta/user_defined_model_pathname");
+    EXPECT_TRUE(namesItsLine(bareConfiguration, report_.warnings()[0]));
     EXPECT_NE(report_.warnings()[0].expected.find(folder_.wide("setting")), std::wstring::npos);
 
     EXPECT_NE(named(""), nullptr);

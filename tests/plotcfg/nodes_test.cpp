@@ -145,6 +145,8 @@ TEST(PlotConfiguration, CustomBlocks) {
         EXPECT_EQ(report.warningCount(), *entry.fault == '\0' ? 0u : 1u);
         if (report.warningCount() > 0) {
             EXPECT_EQ(report.warnings()[0].code, PiaCode::BlockDropped);
+            EXPECT_TRUE(
+                namesItsLine(head + property("custom", entry.content), report.warnings()[0]));
             EXPECT_EQ(ut::encodeUtf8(report.warnings()[0].found),
                       std::string("value-invalid at custom/") + entry.fault);
         }

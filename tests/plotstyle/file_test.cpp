@@ -86,6 +86,7 @@ std::string faultOf(const std::string& text, CPlotStyleTable& table) {
         return {};
     }
     const auto& failure = input.report().failure();
+    EXPECT_TRUE(failure && namesItsLine(text, *failure)) << failure->describe();
     return failure ? piaCodeWord(failure->code) + (' ' + ut::encodeUtf8(failure->path)) : "?";
 }
 

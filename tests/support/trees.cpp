@@ -7,41 +7,70 @@
 
 namespace {
 
-template <class Item>
-bool equalValues(const PiaItem& left, const PiaItem& right) {
-    return static_cast<const Item&>(left).value == static_cast<const Item&>(right).value;
-}
-
-bool equalItems(const PiaItem* left, const PiaItem* right) {
-    if (left->type != right->type || left->name != right->name.view()) {
+bool equalItems(const PiaItem& left, const PiaItem& right) {
+    if (left.type != right.type || left.name != right.name) {
         return false;
     }
-    switch (left->type) {
-        case PiaItemType::Bin:
-            return equalValues<PiaBin>(*left, *right);
+    switch (left.type) {
         case PiaItemType::Block:
-            return equalTrees(static_cast<const PiaBlock&>(*left),
-                              static_cast<const PiaBlock&>(*right));
+            return true;
         case PiaItemType::Bool:
-            return equalValues<PiaBool>(*left, *right);
-        case PiaItemType::Str:
-            return equalValues<PiaStr>(*left, *right);
-        case PiaItemType::Num:
-            return equalValues<PiaNum>(*left, *right);
+            return static_cast<const PiaBool&>(left).value ==
+                   static_cast<const PiaBool&>(right).value;
+        default:
+            return static_cast<const PiaTextItem&>(left).value ==
+                   static_cast<const PiaTextItem&>(right).value;
     }
-    return false;
 }
 
 }  // namespace
 
 bool equalTrees(const PiaBlock& left, const PiaBlock& right) {
-    return std::equal(left.items.begin(), left.items.end(), right.items.begin(), right.items.end(),
-                      equalItems);
+    PiaWalk walk(left);
+    PiaWalk other(right);
+    while (walk.next()) {
+        if (!other.next() || walk.isEnd() != other.isEnd() ||
+            !equalItems(walk.item(), other.item())) {
+            return false;
+        }
+    }
+    return !other.next();
+}
+
+std::vector<std::uint32_t> linesOf(const PiaBlock& block) {
+    std::vector<std::uint32_t> lines;
+    for (PiaWalk walk(block); walk.next();) {
+        if (!walk.isEnd()) {
+            lines.push_back(walk.item().line());
+        }
+    }
+    return lines;
+}
+
+bool namesItsLine(std::string_view body, const PiaFinding& finding) {
+    std::string path = ut::encodeUtf8(finding.path);
+    if (finding.code == PiaCode::KeyMissing) {
+        path.resize(path.find('/') == std::string::npos ? 0 : path.rfind('/'));
+    }
+    if (path.empty()) {
+        return finding.line == 1U;
+    }
+    for (std::uint64_t line = 1; line < finding.line.value_or(0); ++line) {
+        body.remove_prefix(std::min(body.find('\n'), body.size() - 1) + 1);
+    }
+    body.remove_prefix(std::min(body.find_first_not_of(' '), body.size()));
+    const std::string name = path.substr(path.rfind('/') + 1);
+    return finding.line && body.starts_with(name) &&
+           (body.substr(name.size()).starts_with('=') || body.substr(name.size()).starts_with('{'));
 }
 
 void EntryRecorder::take(const PiaBlock& entry) {
     text += ut::encodeUtf8(entry.name) + '{' + std::to_string(entry.items.size()) + '\n';
-    text += piaBodyText(entry) + "}\n";
+    text += piaBodyText(entry) + "}\n" + std::to_string(entry.line());
+    for (const std::uint32_t line : linesOf(entry)) {
+        text += ' ' + std::to_string(line);
+    }
+    text += '\n';
     // Lookups keep what they learn in the block, which the next entry must not find.
     for (const PiaItem* item : entry.items) {
         if (entry.findItem(item->name, item->type) != item) {

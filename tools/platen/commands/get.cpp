@@ -10,7 +10,6 @@
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/item_path.h"
 
 namespace cli::commands {
 namespace {
@@ -37,16 +36,11 @@ std::wstring valueText(const PiaItem& item) {
     switch (item.type) {
         case PiaItemType::Bool:
             return static_cast<const PiaBool&>(item).value ? L"TRUE" : L"FALSE";
-        case PiaItemType::Str:
-            return static_cast<const PiaStr&>(item).value;
-        case PiaItemType::Num:
-            return static_cast<const PiaNum&>(item).value;
-        case PiaItemType::Bin:
-            return static_cast<const PiaBin&>(item).value;
         case PiaItemType::Block:
-            break;
+            return {};
+        default:
+            return static_cast<const PiaTextItem&>(item).value;
     }
-    return {};
 }
 
 std::unique_ptr<PiaItem> copyValue(const PiaItem& item) {
@@ -102,7 +96,7 @@ ExitCode printItem(const GetOptions& options, const PiaItem& item, const Console
 ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string& path,
                    const Console& console) {
     const std::string subject = options.file + ": " + path;
-    const std::vector<const PiaItem*> found = platen::findItems(root, ut::decodePath(path));
+    const std::vector<const PiaItem*> found = piaFindItems(root, ut::decodePath(path));
     if (found.empty()) {
         fail(console, subject, "there is no such item; platen get without a path shows them all");
         return ExitCode::Difference;
@@ -113,7 +107,7 @@ ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string&
     }
     std::string reason = "several items have this name and the first was printed; add a type:";
     for (const PiaItem* item : found) {
-        reason += ' ' + ut::encodeUtf8(platen::typeSuffix(item->type));
+        reason += ' ' + ut::encodeUtf8(piaTypeSuffix(item->type));
     }
     return worse(printed, warn(console, subject, reason));
 }

@@ -1,0 +1,192 @@
+// Items used as a program uses them that takes a name or value for the `std::wstring` it looks
+// like.
+
+#include <gtest/gtest.h>
+#include <platen/pia.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace {
+
+std::size_t lengthOf(const std::wstring& text) { return text.length(); }
+
+/// Every form that a constant text has.
+template <class Text>
+void useAsText(const Text& text, const std::wstring& expected) {
+    std::wstring copy = text;
+    const std::wstring& bound = text;
+    const std::wstring_view view = text;
+    EXPECT_EQ(copy, expected);
+    EXPECT_EQ(bound, expected);
+    EXPECT_EQ(view, expected);
+    copy = L"";
+    copy = text;
+    copy += text;
+    EXPECT_EQ(copy, expected + expected);
+    EXPECT_EQ(lengthOf(text), expected.size());
+    EXPECT_EQ(text.size(), expected.size());
+    EXPECT_EQ(text.length(), expected.size());
+    EXPECT_EQ(text.empty(), expected.empty());
+    EXPECT_EQ(std::wcslen(text.c_str()), expected.size());
+    EXPECT_EQ(text.data()[expected.size()], L'\0');
+    EXPECT_EQ(text[expected.size()], L'\0');
+    EXPECT_THROW((void)text.at(expected.size()), std::out_of_range);
+    EXPECT_THROW((void)text.substr(expected.size() + 1), std::out_of_range);
+    EXPECT_EQ(std::wstring(text.begin(), text.end()), expected);
+    EXPECT_EQ(std::wstring(text.rbegin(), text.rend()),
+              std::wstring(expected.rbegin(), expected.rend()));
+    std::wstring each;
+    for (const wchar_t character : text) {
+        each += character;
+    }
+    EXPECT_EQ(each, expected);
+
+    EXPECT_TRUE(text == expected && expected == text && text == expected.c_str() && text == view);
+    EXPECT_TRUE(text == text && !(text != text) && text != L"other" && L"other" != text);
+    EXPECT_TRUE(text < L"\uFFFD" && L" " < text && text <= expected && expected >= text);
+    EXPECT_EQ(text <=> expected, std::strong_ordering::equal);
+
+    EXPECT_EQ(L"a" + text, L"a" + expected);
+    EXPECT_EQ(text + L"z", expected + L"z");
+    EXPECT_EQ(std::wstring(L"a") + text + L"z" + text, L"a" + expected + L"z" + expected);
+    EXPECT_EQ(text + text, expected + expected);
+    EXPECT_EQ(L'a' + text + L'z', L'a' + expected + L'z');
+    EXPECT_EQ(text + std::wstring_view(L"z"), expected + L"z");
+
+    std::wostringstream out;
+    out << text << L'|';
+    EXPECT_EQ(out.str(), expected + L'|');
+    std::map<std::wstring, int> ordered;
+    ordered[text] = 7;
+    EXPECT_EQ(ordered.count(expected), 1U);
+    EXPECT_EQ(ordered.at(text), 7);
+    EXPECT_EQ(std::hash<Text>()(text), std::hash<std::wstring>()(expected));
+    EXPECT_EQ(std::unordered_set<std::wstring>{expected}.count(text), 1U);
+}
+
+TEST(ItemsAsCallersWrite, NamesAndValuesReadAsWideStrings) {
+    // Values that lie in the body as ASCII, wide ones in the tree's memory, and a caller's own.
+    PiaInput input;
+    ASSERT_TRUE(
+        input.openBody("name=\"12 ab\nnumber=12.50\nbin=\\0AFF\\\nwide=\"\xC3\xA9t\xC3\xA9\n"));
+    ASSERT_TRUE(input.root()->addItem(new PiaStr(L"own", L"mine")));
+    const std::wstring expected[] = {L"12 ab", L"12.50", L"0AFF", L"\u00E9t\u00E9", L"mine"};
+    const std::wstring names[] = {L"name", L"number", L"bin", L"wide", L"own"};
+    const auto& items = input.root()->items;
+    ASSERT_EQ(items.size(), std::size(expected));
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        useAsText(items[index]->name, names[index]);
+        useAsText(static_cast<const PiaTextItem*>(items[index])->value, expected[index]);
+    }
+    const auto* item = static_cast<const PiaStr*>(items.front());
+    EXPECT_TRUE(item->value.front() == L'1' && item->value.back() == L'b' &&
+                item->value[1] == L'2' && item->value.at(2) == L' ');
+    EXPECT_EQ(item->value.substr(3), L"ab");
+    EXPECT_EQ(item->value.substr(0, 2), L"12");
+    EXPECT_EQ(item->value.find(L"ab"), 3U);
+    EXPECT_EQ(item->value.find(L'b', 1), 4U);
+    EXPECT_EQ(item->value.find(item->name), std::wstring::npos);
+    EXPECT_EQ(item->value.rfind(L' '), 2U);
+    EXPECT_EQ(item->value.find_first_of(L"ba"), 3U);
+    EXPECT_EQ(item->value.find_last_of(std::wstring(L"1a")), 3U);
+    EXPECT_EQ(item->value.find_first_not_of(L"0123456789"), 2U);
+    EXPECT_EQ(item->value.find_last_not_of(L"ab"), 2U);
+    EXPECT_LT(item->value.compare(L"2"), 0);
+    EXPECT_EQ(item->value.compare(0, 2, L"12"), 0);
+    EXPECT_TRUE(item->value.starts_with(L"12") && item->value.ends_with(L'b'));
+    EXPECT_TRUE(item->name < items[1]->name && items[1]->name > item->value);
+    double scanned = 0;
+    const auto* number = static_cast<const PiaNum*>(items[1]);
+    EXPECT_EQ(std::swscanf(number->value.c_str(), L"%lf", &scanned), 1);
+    EXPECT_EQ(scanned, 12.5);
+    EXPECT_EQ(std::stod(number->value), 12.5);
+    const auto name = item->name;
+    const auto value = item->value;
+    input = PiaInput();
+    EXPECT_EQ(name + value, L"name12 ab") << "copies own their text";
+}
+
+TEST(ItemsAsCallersWrite, ValuesAreAssigned) {
+    PiaInput input;
+    ASSERT_TRUE(input.openBody("a=\"one\nb=\"two\nc=3\n"));
+    auto* one = static_cast<PiaStr*>(input.root()->items[0]);
+    const auto* two = static_cast<const PiaStr*>(input.root()->items[1]);
+    auto* number = static_cast<PiaNum*>(input.root()->items[2]);
+    one->value = two->value;
+    EXPECT_EQ(one->value, L"two");
+    one->value = one->value.c_str() + 1;
+    EXPECT_EQ(one->value, L"wo");
+    one->value += L"rd";
+    one->value += L's';
+    one->value += one->value;
+    EXPECT_EQ(one->value, L"wordswords");
+    one->value = std::wstring(L"x") + number->value;
+    EXPECT_EQ(one->value, L"x3");
+    number->value = input.root()->items[1]->name;
+    EXPECT_EQ(number->value, L"b");
+    const PiaText& same = one->value;
+    one->value = same;
+    EXPECT_EQ(one->value, L"x3");
+    one->value.clear();
+    EXPECT_TRUE(one->value.empty());
+    EXPECT_EQ(two->value, L"two");
+}
+
+TEST(ItemsAsCallersWrite, ItemsAreASequence) {
+    PiaBlock block(L"");
+    EXPECT_THROW((void)block.items.at(0), std::out_of_range);
+    for (const wchar_t* name : {L"c", L"a", L"b"}) {
+        ASSERT_TRUE(block.addItem(new PiaBool(name, true)));
+    }
+    EXPECT_EQ(block.items.at(1), block.items[1]);
+    EXPECT_THROW((void)block.items.at(3), std::out_of_range);
+    EXPECT_EQ(block.items.front()->name + block.items.back()->name, L"cb");
+    std::wstring backwards;
+    std::for_each(block.items.rbegin(), block.items.rend(),
+                  [&](const PiaItem* item) { backwards += item->name; });
+    EXPECT_EQ(backwards, L"bac");
+    EXPECT_EQ((*(block.items.end() - 2))->name, L"a");
+    const std::vector<PiaItem*> copy(block.items.begin(), block.items.end());
+    EXPECT_EQ(copy.size(), 3U);
+}
+
+TEST(ItemsAsCallersWrite, TypesAreTheirNumbers) {
+    const PiaItemType types[] = {0, 1, 2, 3, 4};
+    EXPECT_TRUE(types[0] == PiaItemType::Bin && types[1] == PiaItemType::Block &&
+                types[2] == PiaItemType::Bool && PiaItemType::Str == types[3] &&
+                types[4] == PiaItemType::Num);
+    PiaBlock block(L"");
+    ASSERT_TRUE(block.addItem(new PiaNum(L"x", 1)));
+    const PiaItem* item = block.findItem(L"x", 4);
+    ASSERT_NE(item, nullptr);
+    EXPECT_TRUE(item->type == 4 && item->type != 3 && item->type == types[4]);
+    EXPECT_EQ(block.findItem(L"x", static_cast<PiaItemType>(3)), nullptr);
+    const std::int32_t number = item->type;
+    EXPECT_EQ(number, 4);
+    switch (item->type) {
+        case PiaItemType::Num:
+            break;
+        default:
+            FAIL();
+    }
+}
+
+TEST(ItemsAsCallersWrite, NumbersNeedAPrecisionUnlessTheyAreWhole) {
+    static_assert(!std::is_constructible_v<PiaNum, const wchar_t*, double>);
+    static_assert(!std::is_constructible_v<PiaNum, std::wstring, float>);
+    EXPECT_EQ(PiaNum(L"n", -17).value, L"-17");
+    EXPECT_EQ(PiaNum(L"n", std::size_t{17}).value, L"17");
+    EXPECT_EQ(PiaNum(L"n", 4294967296LL).value, L"4294967296");
+    EXPECT_EQ(PiaNum(L"n", short{-3}).value, L"-3");
+    EXPECT_EQ(PiaNum(std::wstring(L"n"), L"1e5").value, L"1e5");
+    EXPECT_EQ(PiaNum(L"n", 2, 1).value, L"2.0");
+}
+
+}  // namespace
