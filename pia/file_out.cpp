@@ -1,5 +1,3 @@
-#include <zlib.h>
-
 #include <limits>
 
 #include <platen/utcore.h>
@@ -9,8 +7,6 @@
 namespace {
 constexpr int fileSystemFailure = -2;
 constexpr int compressionLevel = 6;
-/// Bytes that a plot style table takes, the longest of the usual documents.
-constexpr std::size_t usualBody = 96 * 1024;
 /// The header's lengths have 32 bits.
 constexpr std::size_t longestBody = std::numeric_limits<std::uint32_t>::max();
 }  // namespace
@@ -20,7 +16,6 @@ bool PiaFileOut::encodeParts(const std::function<bool(std::string&)>& fill, std:
     status_ = 0;
     report_.clear();
     std::string body;
-    body.reserve(usualBody);
     if (!fill(body)) {
         status_ = fileSystemFailure;
         return false;

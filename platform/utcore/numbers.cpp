@@ -205,52 +205,11 @@ bool scanDouble(std::wstring_view text, double& value) { return scanRealIn(text,
 bool scanDouble(std::string_view text, double& value) { return scanRealIn(text, value); }
 bool scanFloat(std::wstring_view text, float& value) { return scanRealIn(text, value); }
 
-namespace {
-
-/// Appends fixed notation when it is certain: false when the digits behind the last one are too
-/// near to a half, or too many, to be rounded by one multiplication.
-bool formatShort(double value, unsigned digits, std::string& text) {
-    constexpr std::array<std::uint32_t, 7> powers{1, 10, 100, 1000, 10000, 100000, 1000000};
-    if (digits >= powers.size() || !(std::abs(value) < 1e6)) {
-        return false;
-    }
-    // Below 1e12, so that the rounding of the product is far below the margin to a half.
-    const double scaled = std::abs(value) * powers[digits];
-    const double rounded = std::round(scaled);
-    if (std::abs(scaled - rounded) > 0.49) {
-        return false;
-    }
-    const auto number = static_cast<std::uint64_t>(rounded);
-    char characters[24];
-    char* end = characters;
-    if (std::signbit(value)) {
-        *end++ = '-';
-    }
-    end = std::to_chars(end, std::end(characters), number / powers[digits]).ptr;
-    if (digits > 0) {
-        *end = '.';
-        auto fraction = static_cast<std::uint32_t>(number % powers[digits]);
-        for (unsigned place = digits; place > 0; --place) {
-            end[place] = static_cast<char>('0' + fraction % 10);
-            fraction /= 10;
-        }
-        end += digits + 1;
-    }
-    text.assign(characters, end);
-    return true;
-}
-
-}  // namespace
-
 std::string formatFixedAscii(double value, int precision) {
     if (std::isnan(value)) {
         return "nan";
     }
     const int digits = precision < 0 ? 6 : precision;
-    std::string text;
-    if (formatShort(value, static_cast<unsigned>(digits), text)) {
-        return text;
-    }
     // A sign, the point and the longest integer part.
     constexpr std::size_t longest = std::numeric_limits<double>::max_exponent10 + 3;
     char usual[longest + 32];

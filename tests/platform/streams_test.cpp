@@ -28,6 +28,17 @@ std::string compressed(const std::string& text, int level = 6) {
     return std::string(packed.view());
 }
 
+/// What `decompress` gives.
+struct Inflated {
+    Inflated(std::string_view stream, std::uint64_t hint, std::uint64_t limit)
+        : result(ut::ZlibEngine::decompress(stream, target, hint, limit, consumed, stop)) {}
+
+    ut::ByteBuffer target;
+    std::size_t consumed = 7;
+    Stop stop = Stop::TooLarge;
+    int result;
+};
+
 /// The same from zlib itself.
 std::string compressedByZlib(const std::string& text, int level) {
     uLong length = compressBound(static_cast<uLong>(text.size()));
@@ -50,16 +61,13 @@ TEST(Zlib, SizesAndHintsOfEveryKind) {
                   std::uint64_t{size + 1}, std::uint64_t{1} << 28, most}) {
                 for (const std::uint64_t limit :
                      {std::uint64_t{size}, std::uint64_t{1} << 28, most}) {
-                    ut::ByteBuffer target;
-                    std::size_t consumed = 0;
-                    Stop stop = Stop::Corrupt;
-                    ASSERT_EQ(
-                        ut::ZlibEngine::decompress(stream, target, hint, limit, consumed, stop), 0);
-                    EXPECT_EQ(stop, Stop::None);
-                    EXPECT_EQ(consumed, stream.size() - 6);
-                    EXPECT_TRUE(target.view() == text);
+                    const Inflated got(stream, hint, limit);
+                    ASSERT_EQ(got.result, 0);
+                    EXPECT_EQ(got.stop, Stop::None);
+                    EXPECT_EQ(got.consumed, stream.size() - 6);
+                    EXPECT_TRUE(got.target.view() == text);
                     // What is claimed must not cost memory that such a stream rarely fills.
-                    EXPECT_LE(target.capacity(),
+                    EXPECT_LE(got.target.capacity(),
                               std::max({std::size_t{4097}, stream.size() * 128 + 1, 2 * size}));
                 }
             }
@@ -96,12 +104,10 @@ TEST(Zlib, AgreesWithTheLibrary) {
 
             const std::string expected = compressedByZlib(text, level);
             EXPECT_LE(packed.size(), expected.size() + expected.size() / 20 + 11);
-            ut::ByteBuffer target;
-            std::size_t consumed = 0;
-            Stop stop = Stop::Corrupt;
-            EXPECT_EQ(ut::ZlibEngine::decompress(expected, target, size, size, consumed, stop), 0);
-            EXPECT_TRUE(target.view() == text);
-            EXPECT_EQ(consumed, expected.size());
+            const Inflated got(expected, size, size);
+            EXPECT_EQ(got.result, 0);
+            EXPECT_TRUE(got.target.view() == text);
+            EXPECT_EQ(got.consumed, expected.size());
         }
         for (const char filling : {'\0', '\xFF', 'a'}) {
             text.append(size, filling);
@@ -118,13 +124,11 @@ TEST(Zlib, AgreesWithTheLibrary) {
 TEST(Zlib, StopsAtTheLimit) {
     const std::string bomb = compressed(std::string(std::size_t{8} << 20, '\0'));
     for (const std::uint64_t limit : {0u, 1u, 4096u, 100000u, (8u << 20) - 1}) {
-        ut::ByteBuffer target;
-        std::size_t consumed = 0;
-        Stop stop = Stop::None;
-        EXPECT_NE(ut::ZlibEngine::decompress(bomb, target, 0, limit, consumed, stop), 0);
-        EXPECT_EQ(stop, Stop::TooLarge);
-        EXPECT_LE(target.capacity(), limit + 1);
-        EXPECT_EQ(target.size(), limit);
+        const Inflated got(bomb, 0, limit);
+        EXPECT_NE(got.result, 0);
+        EXPECT_EQ(got.stop, Stop::TooLarge);
+        EXPECT_LE(got.target.capacity(), limit + 1);
+        EXPECT_EQ(got.target.size(), limit);
     }
 }
 
@@ -135,15 +139,11 @@ TEST(Zlib, EveryTruncationIsSeen) {
             // In memory of its own, so that reading beyond it is seen as well.
             const std::unique_ptr<char[]> cut = std::make_unique<char[]>(size);
             std::copy_n(stream.data(), size, cut.get());
-            ut::ByteBuffer target;
-            std::size_t consumed = 0;
-            Stop stop = Stop::None;
-            ASSERT_EQ(ut::ZlibEngine::decompress({cut.get(), size}, target, 9000, 1 << 20, consumed,
-                                                 stop),
-                      Z_BUF_ERROR);
-            ASSERT_EQ(stop, Stop::Truncated) << size;
-            ASSERT_EQ(consumed, size);
-            ASSERT_TRUE(text.starts_with(target.view()));
+            const Inflated got({cut.get(), size}, 9000, 1 << 20);
+            ASSERT_EQ(got.result, Z_BUF_ERROR);
+            ASSERT_EQ(got.stop, Stop::Truncated) << size;
+            ASSERT_EQ(got.consumed, size);
+            ASSERT_TRUE(text.starts_with(got.target.view()));
         }
     }
 }
@@ -164,14 +164,11 @@ TEST(Zlib, CorruptStreams) {
         {std::string("\x78\x9C\x00\x01\x00\xFE\xFF!\x01\x01\x00\xFE\xFE!", 14), 13, "!"},
     };
     for (const auto& test : cases) {
-        ut::ByteBuffer target;
-        std::size_t consumed = 0;
-        Stop stop = Stop::None;
-        EXPECT_EQ(ut::ZlibEngine::decompress(test.stream, target, 0, 1000, consumed, stop),
-                  Z_DATA_ERROR);
-        EXPECT_EQ(stop, Stop::Corrupt);
-        EXPECT_EQ(consumed, test.consumed);
-        EXPECT_EQ(target.view(), test.before);
+        const Inflated got(test.stream, 0, 1000);
+        EXPECT_EQ(got.result, Z_DATA_ERROR);
+        EXPECT_EQ(got.stop, Stop::Corrupt);
+        EXPECT_EQ(got.consumed, test.consumed);
+        EXPECT_EQ(got.target.view(), test.before);
     }
 }
 
