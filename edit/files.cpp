@@ -6,8 +6,7 @@
 #include <utility>
 
 #include <platen/inspect.h>
-#include "pia/body_writer.h"
-#include "pia/json_writer.h"
+#include <platen/pia_text_forms.h>
 
 namespace platen {
 namespace {

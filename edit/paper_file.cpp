@@ -3,9 +3,9 @@
 
 #include <platen/edit_papers.h>
 #include <platen/inspect.h>
+#include <platen/pia_text_forms.h>
 #include <platen/utcore.h>
 #include "edit/refusal.h"
-#include "pia/body_writer.h"
 #include "plotcfg/named_pmp.h"
 #include "plotcfg/save_pmp.h"
 
@@ -40,6 +40,7 @@ std::size_t papersIn(const PlotModelParam& pmp) {
 }  // namespace
 
 EditResult PaperFile::open(const std::wstring& path, Purpose purpose, PiaReport& report) {
+    *this = PaperFile();
     path_ = path;
     PiaInput input;
     if (!input.open(path.c_str())) {
@@ -181,6 +182,7 @@ SavedPapers PaperFile::save() {
     }
     saved.configuration->papers =
         config_->media.customPapers ? config_->media.customPapers->papers.size() : 0;
+    configBefore_ = {bodyOf(*config_), compressedVersion, {}};
     return saved;
 }
 
@@ -219,7 +221,8 @@ EditResult PaperFile::saveParameters(SavedPapers& saved) {
     }
     saved.parameters->papers = papersIn(pmp);
     saved.namesOtherParameters = !isPmp_ && config_->meta.userDefinedModelPathname != before;
-    saved.normalised = normalised_;
+    saved.normalised = std::exchange(normalised_, {});
+    pmpBefore_ = {bodyOf(pmp), compressedVersion, {}};
     return {};
 }
 

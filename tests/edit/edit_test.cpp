@@ -195,6 +195,8 @@ TEST_F(EditPapers, SavingSaysWhatBecameOfEachDocument) {
     ASSERT_TRUE(saved.parameters && saved.configuration && saved.namesOtherParameters);
     EXPECT_EQ(saved.parameters->path, folder_.wide("a.pmp"));
     EXPECT_EQ(saved.parameters->papers, 1U);
+    const platen::SavedPapers again = file_.save();
+    EXPECT_FALSE(again.parameters || again.configuration || again.refusal);
 
     // What documents do not know is lost, what readers take for usual is made so.
     platen::SourceFile raw;

@@ -17,6 +17,16 @@ std::string countInWords(std::size_t papers) {
     return std::to_string(papers) + (papers == 1 ? " custom paper" : " custom papers");
 }
 
+/// The path of a document in the folder of `file`, or below it, as `file` was given.
+std::string shownBeside(const std::string& file, const std::wstring& path) {
+    const std::wstring given = ut::decodePath(file);
+    const std::wstring full = ut::fullPath(given);
+    const std::wstring folder = ut::joinPath(ut::folderOf(full), L"");
+    return ut::encodePath(path.starts_with(folder)
+                              ? ut::joinPath(ut::folderOf(given), path.substr(folder.size()))
+                              : path);
+}
+
 /// What writing over the old file cost.
 ExitCode warnOfRewriting(const SavedPapers::Document& document, const std::string& file,
                          const Console& console) {
@@ -27,15 +37,16 @@ ExitCode warnOfRewriting(const SavedPapers::Document& document, const std::strin
                       "it was a version-3 file (JSON) and is a compressed version-2 file now");
 }
 
-ExitCode tellOfParameters(const SavedPapers& saved, const Console& console) {
+ExitCode tellOfParameters(const std::string& file, const SavedPapers& saved,
+                          const Console& console) {
     if (saved.ownParameters) {
-        tell(saved.ownParameters->result, ut::encodePath(saved.ownParameters->path), console);
+        tell(saved.ownParameters->result, shownBeside(file, saved.ownParameters->path), console);
     }
     if (!saved.parameters) {
         return ExitCode::Ok;
     }
     const SavedPapers::Document& document = *saved.parameters;
-    const std::string path = ut::encodePath(document.path);
+    const std::string path = shownBeside(file, document.path);
     ExitCode worst = tell(document.result, path, console);
     if (worst == ExitCode::Error) {
         return worst;
@@ -77,7 +88,7 @@ ExitCode tellOfConfiguration(const std::string& file, const SavedPapers& saved,
 ExitCode tellOfRefusal(const std::string& file, const SavedPapers& saved, const Console& console) {
     const platen::EditRefusal& refusal = *saved.refusal;
     if (refusal.fault == EditFault::FileOfOthers) {
-        const std::string path = ut::encodePath(refusal.wanted);
+        const std::string path = shownBeside(file, refusal.wanted);
         return fail(console, path,
                     refusal.reason + "; move it away, or attach it with platen set " + file +
                         " meta/user_defined_model_pathname=" + path +
@@ -118,7 +129,7 @@ ExitCode openPapers(const std::string& file, platen::PaperFile& papers,
 
 ExitCode savePapers(const std::string& file, platen::PaperFile& papers, const Console& console) {
     const SavedPapers saved = papers.save();
-    ExitCode worst = tellOfParameters(saved, console);
+    ExitCode worst = tellOfParameters(file, saved, console);
     if (saved.configuration) {
         worst = worse(worst, tellOfConfiguration(file, saved, papers, console));
     }
