@@ -7,20 +7,25 @@ namespace wut {
 
 namespace {
 
-constinit std::atomic<LogTarget> logTarget = nullptr;
+/// In a structure, since the type of a list of arguments has attributes on Windows, which are lost
+/// where it is a template's argument.
+struct Registered {
+    LogTarget target = nullptr;
+};
+constinit std::atomic<Registered> registered = Registered{};
 
 /// The place that records name is the GUI utilities' own: what filters and readers of logs know
 /// these messages by. It stays, wherever these functions move.
 void log(LogLevel level, int line, const char* function, const wchar_t* format,
          std::va_list arguments) {
-    if (const LogTarget target = logTarget) {
+    if (const LogTarget target = registered.load().target) {
         target(level, {"src/gui/wxutils/imp/wut_gui", line, function}, format, arguments);
     }
 }
 
 }  // namespace
 
-LogTarget registerLogTarget(LogTarget target) { return logTarget.exchange(target); }
+LogTarget registerLogTarget(LogTarget target) { return registered.exchange({target}).target; }
 
 void logError(const wchar_t* format, ...) {
     std::va_list arguments;
