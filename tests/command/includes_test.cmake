@@ -11,9 +11,6 @@ set(below_commands commands printers files words arguments console)
 set(below_ ${below_commands})
 
 file(GLOB_RECURSE sources RELATIVE "${COMMAND}" "${COMMAND}/*.h" "${COMMAND}/*.cpp")
-# These are on their way into the library.
-list(FILTER sources EXCLUDE REGEX
-    "^(item_lines|json_lines|lost_items|paper_rules|recognise|table_rules)\\.cpp$")
 if(NOT "command_line.cpp" IN_LIST sources)
     message(FATAL_ERROR "there is no command in ${COMMAND}")
 endif()

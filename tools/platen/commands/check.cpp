@@ -9,9 +9,9 @@
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/console/remedies.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/printers/installed_printers.h"
-#include "tools/platen/remedies.h"
 
 namespace cli::commands {
 namespace {
@@ -66,7 +66,7 @@ ExitCode checkFile(const std::string& file, const CheckOptions& options, const C
         .printers = options.printers ? printers::installedPrinters() : nullptr};
     platen::CheckResult result = platen::check(ut::decodePath(file), settings);
     for (platen::Finding& finding : result.findings) {
-        finding.remedy = remedyOf(finding.code);
+        finding.remedy = console::remedyOf(finding.code);
     }
     if (options.json) {
         console.out << platen::checkJson(file, result) << '\n';

@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include <platen/pia.h>
-#include "tools/platen/remedies.h"
+#include "tools/platen/console/remedies.h"
 
 namespace cli::console {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <platen/pia_report.h>
 
-namespace cli {
+namespace cli::console {
 
 /// The library's remedy, but for what is an option or a command here, or fixed.
 inline const char* remedyOf(PiaCode code) {
@@ -21,4 +21,4 @@ inline const char* remedyOf(PiaCode code) {
     }
 }
 
-}  // namespace cli
+}  // namespace cli::console
