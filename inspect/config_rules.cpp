@@ -18,10 +18,19 @@ namespace {
 
 void checkPmp(const Content& content, FindingList& findings) {
     const PiaReport& report = content.pmpReport;
+    const std::wstring path = L"meta/user_defined_model_pathname";
+    for (const PiaFinding& warning : report.warnings()) {
+        // The others are about the PMP itself, which is checked by itself.
+        if (warning.code == PiaCode::NameAmbiguous) {
+            findings.warn({.code = warning.code,
+                           .path = path,
+                           .expected = warning.expected,
+                           .found = warning.found});
+        }
+    }
     if (!report.failure()) {
         return;
     }
-    const std::wstring path = L"meta/user_defined_model_pathname";
     if (content.pmpPath.empty()) {
         findings.warn({.code = PiaCode::PmpMissing,
                        .path = path,

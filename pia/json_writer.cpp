@@ -1,10 +1,10 @@
-
 #include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
 
+#include <platen/pia.h>
 #include <platen/utcore.h>
 
 namespace {

@@ -285,6 +285,17 @@ TEST(CheckDocuments, ThePmpOfAConfigurationIsLookedFor) {
     EXPECT_EQ(foundIn(check(edited(narrow, "\"ISO_A4_(210.00_x_297.00_MM)",
                                    "\"UserDefinedMetric (100.00 x 200.00MM)"))),
               "");
+
+    // A relative name counts from the configuration, wherever the program runs.
+    std::filesystem::create_directory(folder.path("b"));
+    for (const char* name : {"own.pmp", "b/own.pmp"}) {
+        writeBytes(folder.path(name), fileAround(fullParameters, PiaKind::Pc3));
+    }
+    const CurrentFolder b(folder.path("b"));
+    const std::string relative = edited(narrow, "C:\\x\\own.pmp", "own.pmp");
+    EXPECT_EQ(foundIn(check(relative), relative),
+              "warning name-ambiguous meta/user_defined_model_pathname|"
+              " user_defined_model_pathname=\"own.pmp");
 }
 
 }  // namespace
