@@ -15,9 +15,7 @@ if(PLATEN_LIBDEFLATE)
             DESTINATION "${CMAKE_CURRENT_BINARY_DIR}/libdeflate")
         target_include_directories(platen_codec SYSTEM INTERFACE
             "${CMAKE_CURRENT_BINARY_DIR}/libdeflate")
-        # Our shared library exports nothing of it.
-        target_link_libraries(platen_codec INTERFACE
-            "${PLATEN_LIBDEFLATE_LIBRARY}" -Wl,--exclude-libs,libdeflate.a)
+        target_link_libraries(platen_codec INTERFACE "${PLATEN_LIBDEFLATE_LIBRARY}")
     else()
         message(STATUS "libdeflate not found: zlib compresses")
     endif()

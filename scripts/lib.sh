@@ -6,14 +6,18 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 # --- Packages ------------------------------------------------------------------------------------
 
-packages_build=(g++ cmake ninja-build ccache libwxgtk3.2-dev zlib1g-dev libdeflate-dev
-    nlohmann-json3-dev libcli11-dev)
+# What the command is built with, and what everything is.
+packages_command=(g++ cmake ninja-build zlib1g-dev libdeflate-dev nlohmann-json3-dev libcli11-dev)
+packages_build=("${packages_command[@]}" ccache libwxgtk3.2-dev)
 packages_bench=(libbenchmark-dev rapidjson-dev)
 packages_test=(libgtest-dev libgmock-dev)
 packages_sanitize=(clang libclang-rt-14-dev llvm)
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache
     wine wine64 xz-utils bzip2)
+# WebAssembly: clang's own libraries, WASI's C library, and Node, which runs the module.
+packages_wasm=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32
+    wasi-libc cmake ninja-build nlohmann-json3-dev xz-utils)
 
 # --- Messages: always on stderr, stdout belongs to the program that is run -----------------------
 
@@ -119,10 +123,18 @@ windows_prefix() {
     printf '%s/windows-%s\n' "$cache_folder" "${hash:0:16}"
 }
 
+# The folder of the libraries for WebAssembly, named in the same way.
+wasm_prefix() {
+    local hash
+    hash=$(cat "$root/scripts/wasm-deps.sh" "$root/cmake/toolchain-wasm.cmake" \
+        "$root/cmake/zlib.cmake" "$root/cmake/libdeflate.cmake" | sha256sum)
+    printf '%s/wasm-%s\n' "$cache_folder" "${hash:0:16}"
+}
+
 # --- Building ------------------------------------------------------------------------------------
 
-# Configures a preset when it is new or when the presets or the Windows libraries have changed; CMake
-# itself notices everything else.
+# Configures a preset when it is new or when the presets or the libraries of a cross build have changed;
+# CMake itself notices everything else.
 # configure_preset PRESET
 configure_preset() {
     local preset=$1 folder=$root/build/$1 made_from
@@ -132,6 +144,10 @@ configure_preset() {
         [[ -d $PLATEN_WINDOWS_PREFIX ]] || "$root/scripts/windows-deps.sh" >/dev/null || return
         export PLATEN_WINDOWS_PREFIX
         made_from+=" $PLATEN_WINDOWS_PREFIX"
+    elif [[ $preset == wasm ]]; then
+        PLATEN_WASM_PREFIX=$("$root/scripts/wasm-deps.sh") || return
+        export PLATEN_WASM_PREFIX
+        made_from+=" $PLATEN_WASM_PREFIX"
     fi
     mkdir -p "$folder"
     [[ $(cat "$folder/made-from" 2>/dev/null || true) != "$made_from" ]] || return 0

@@ -1,0 +1,10 @@
+// Runs a WebAssembly program with this machine's files: node run.mjs PROGRAM.wasm ARGUMENTS...
+import { readFile } from 'node:fs/promises';
+import { WASI } from 'node:wasi';
+
+const [program, ...args] = process.argv.slice(2);
+const wasi = new WASI({
+    version: 'preview1', args: [program, ...args], preopens: { '/': '/' }, returnOnExit: true,
+});
+const module = await WebAssembly.compile(await readFile(program));
+process.exitCode = wasi.start(await WebAssembly.instantiate(module, wasi.getImportObject()));
