@@ -9,14 +9,14 @@
 packages_lint=(clang clang-format clang-tidy libclang-rt-14-dev llvm git python3)
 
 # The commit that changes are counted from: the argument, where the branch left its upstream, or, on
-# the upstream itself, twenty commits ago.
+# the upstream itself, the one before.
 # lint_base [COMMIT]
 lint_base() {
     local base=${1:-}
     if [[ -z $base ]]; then
         base=$(git -C "$root" merge-base HEAD '@{upstream}' 2>/dev/null || true)
         [[ -n $base && $base != $(git -C "$root" rev-parse HEAD) ]] ||
-            base=$(git -C "$root" rev-list --first-parent --max-count=21 HEAD | tail -n 1)
+            base=$(git -C "$root" rev-list --first-parent --max-count=2 HEAD | tail -n 1)
     fi
     git -C "$root" rev-parse --verify --quiet "$base^{commit}" || die "no such commit: $base"
 }

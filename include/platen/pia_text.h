@@ -40,6 +40,13 @@ template <class Text>
 concept PiaRuntimeName =
     std::convertible_to<const Text&, std::wstring_view> && !std::is_array_v<Text>;
 
+template <class Self>
+class PiaReadsAsText;
+/// Text that is not an item's own.
+template <class Text>
+concept PiaOtherText = std::convertible_to<const Text&, std::wstring_view> &&
+    !std::derived_from<Text, PiaReadsAsText<Text>>;
+
 /// The members of `const std::wstring` for a class that has `view()`, of a text that a NUL follows.
 template <class Self>
 class PiaReadsAsText {
@@ -115,53 +122,38 @@ public:
         return text().find_last_not_of(arguments...);
     }
 
+    // Found only for texts of items, so that nobody else's operators are looked for here.
+    template <std::convertible_to<std::wstring_view> Right>
+    friend bool operator==(const Self& left, const Right& right) {
+        return left.view() == std::wstring_view(right);
+    }
+    template <std::convertible_to<std::wstring_view> Right>
+    friend std::strong_ordering operator<=>(const Self& left, const Right& right) {
+        return left.view() <=> std::wstring_view(right);
+    }
+    template <std::convertible_to<std::wstring_view> Right>
+    friend std::wstring operator+(const Self& left, const Right& right) {
+        return left.str().append(std::wstring_view(right));
+    }
+    template <PiaOtherText Left>
+    friend std::wstring operator+(const Left& left, const Self& right) {
+        return std::wstring(left).append(right.view());
+    }
+    template <std::same_as<wchar_t> Character>
+    friend std::wstring operator+(const Self& left, Character right) {
+        return left.str().append(1, right);
+    }
+    template <std::same_as<wchar_t> Character>
+    friend std::wstring operator+(Character left, const Self& right) {
+        return std::wstring(1, left).append(right.view());
+    }
+    friend std::wostream& operator<<(std::wostream& out, const Self& text) {
+        return out << text.view();
+    }
+
 private:
     const Self& self() const { return static_cast<const Self&>(*this); }
     std::wstring_view text() const { return self().view(); }
-};
-
-/// `PiaName` and `PiaText`.
-template <class Text>
-concept PiaTextLike = std::derived_from<Text, PiaReadsAsText<Text>>;
-template <class Text>
-concept PiaOtherText = std::convertible_to<const Text&, std::wstring_view> && !PiaTextLike<Text>;
-
-template <PiaTextLike Left, std::convertible_to<std::wstring_view> Right>
-bool operator==(const Left& left, const Right& right) {
-    return left.view() == std::wstring_view(right);
-}
-template <PiaTextLike Left, std::convertible_to<std::wstring_view> Right>
-std::strong_ordering operator<=>(const Left& left, const Right& right) {
-    return left.view() <=> std::wstring_view(right);
-}
-
-template <PiaTextLike Left, std::convertible_to<std::wstring_view> Right>
-std::wstring operator+(const Left& left, const Right& right) {
-    return left.str().append(std::wstring_view(right));
-}
-template <PiaOtherText Left, PiaTextLike Right>
-std::wstring operator+(const Left& left, const Right& right) {
-    return std::wstring(left).append(right.view());
-}
-template <PiaTextLike Left, std::same_as<wchar_t> Character>
-std::wstring operator+(const Left& left, Character right) {
-    return left.str().append(1, right);
-}
-template <std::same_as<wchar_t> Character, PiaTextLike Right>
-std::wstring operator+(Character left, const Right& right) {
-    return std::wstring(1, left).append(right.view());
-}
-
-template <PiaTextLike Text>
-std::wostream& operator<<(std::wostream& out, const Text& text) {
-    return out << text.view();
-}
-
-template <PiaTextLike Text>
-struct std::hash<Text> {
-    std::size_t operator()(const Text& text) const {
-        return std::hash<std::wstring_view>()(text.view());
-    }
 };
 
 /// The name of an item: immutable wide text that is usually shared, since names repeat by the
@@ -239,4 +231,17 @@ private:
 
     mutable const void* characters_;
     mutable std::size_t lengthAndForm_;
+};
+
+template <>
+struct std::hash<PiaName> {
+    std::size_t operator()(const PiaName& name) const {
+        return std::hash<std::wstring_view>()(name.view());
+    }
+};
+template <>
+struct std::hash<PiaText> {
+    std::size_t operator()(const PiaText& text) const {
+        return std::hash<std::wstring_view>()(text.view());
+    }
 };
