@@ -2,15 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cassert>
 #include <cstring>
 #include <limits>
 #include <utility>
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 #include "pia/arena.h"
 #include "pia/body_reader.h"
@@ -35,20 +30,8 @@ std::uint64_t load8(const char* bytes) {
     return value;
 }
 
-/// The next line feed, or null. Values are short, so that a call of memchr would cost more than its
-/// search.
-inline const char* findFeed(const char* from, const char* end) {
-#ifdef __SSE2__
-    constexpr std::ptrdiff_t step = sizeof(__m128i);
-    const __m128i feeds = _mm_set1_epi8('\n');
-    for (; end - from >= step; from += step) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-        const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, feeds));
-        if (found != 0) {
-            return from + std::countr_zero(static_cast<unsigned>(found));
-        }
-    }
-#endif
+/// The next line feed, or null.
+const char* findFeed(const char* from, const char* end) {
     return static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));
 }
 
