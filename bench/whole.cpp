@@ -1,5 +1,5 @@
 /// Does one thing with whole files as often as asked and says how long each time took.
-/// `platen_whole read|write|config COUNT`
+/// `platen_whole read|write|check|config COUNT`
 
 #include <algorithm>
 #include <array>
@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include <platen/inspect.h>
 #include "bench/configuration.h"
 
 namespace {
@@ -24,6 +25,11 @@ bool writeTable() {
     return sample.table->write(path.c_str());
 }
 
+bool checkTable() {
+    const bench::Sample& sample = bench::sample(bench::Size::Small);
+    return platen::check(sample.name).verdict != platen::Verdict::Errors;
+}
+
 bool readConfiguration() {
     static const std::wstring name = bench::configuration(500).name();
     bool printerChanged = false;
@@ -35,9 +41,10 @@ struct Task {
     std::string_view name;
     bool (*run)();
 };
-constexpr std::array<Task, 3> tasks{{
+constexpr std::array<Task, 4> tasks{{
     {"read", readTable},
     {"write", writeTable},
+    {"check", checkTable},
     {"config", readConfiguration},
 }};
 
@@ -55,7 +62,7 @@ int main(int argc, char** argv) {
     const int count = task == tasks.end() ? 0 : std::stoi(argv[2]);
     // The first time makes the files and fills caches.
     if (count < 1 || !task->run()) {
-        std::cerr << "platen_whole read|write|config COUNT\n";
+        std::cerr << "platen_whole read|write|check|config COUNT\n";
         return 1;
     }
     const double start = microseconds();
