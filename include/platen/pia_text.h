@@ -17,6 +17,8 @@
 
 struct PiaAccess;
 class PiaItem;
+class PiaName;
+class PiaText;
 
 /// A key with static storage: an item named by one refers to its text instead of copying it.
 class PiaKey {
@@ -120,9 +122,9 @@ private:
     std::wstring_view text() const { return self().view(); }
 };
 
-/// `PiaName` and `PiaText`.
+/// Asked of every class that is compared anywhere, so that it must need no complete one.
 template <class Text>
-concept PiaTextLike = std::derived_from<Text, PiaReadsAsText<Text>>;
+concept PiaTextLike = std::same_as<Text, PiaName> || std::same_as<Text, PiaText>;
 template <class Text>
 concept PiaOtherText = std::convertible_to<const Text&, std::wstring_view> && !PiaTextLike<Text>;
 

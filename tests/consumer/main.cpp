@@ -50,7 +50,7 @@ int main() {
         std::puts(platen::describe(finding).c_str());
     }
     if (result.findings.size() != 1 || result.findings[0].code != PiaCode::StyleScreenRange ||
-        result.findings[0].line != 111U) {
+        result.findings[0].line != 374U) {
         std::puts("the screening that is no percentage was not found in its line");
         return 1;
     }
