@@ -4,11 +4,9 @@
 #include <platen/wx_layer.h>
 
 #include <gtest/gtest.h>
-#include <wx/dynlib.h>
 #include <wx/init.h>
 #include <wx/log.h>
 #include <wx/thread.h>
-#include <wx/translation.h>
 
 #include <ctime>
 #include <memory>
@@ -16,6 +14,8 @@
 #include <string_view>
 #include <thread>
 #include <vector>
+
+#include "tests/log/translations.h"
 
 namespace {
 
@@ -120,44 +120,6 @@ TEST_F(Log, GoesNowhereWithoutTheLayer) {
     EXPECT_TRUE(collector_.records.empty());
 }
 
-/// A catalogue that has another text for two: as compilers of translations write it.
-class TwoTexts : public wxTranslationsLoader {
-public:
-    wxMsgCatalog* LoadCatalog(const wxString& domain, const wxString&) override {
-        std::string heads("\xDE\x12\x04\x95\0\0\0\0\3\0\0\0\x1C\0\0\0\x34\0\0\0\0\0\0\0\0\0\0\0",
-                          28);
-        std::string texts;
-        for (const std::string_view text :
-             {"", "Built-in direct output to PDF", "Color",
-              "Content-Type: text/plain; charset=UTF-8\n", "Eingebaute Ausgabe als PDF", "Farbe"}) {
-            for (const std::size_t number : {text.size(), 76 + texts.size()}) {
-                heads += {static_cast<char>(number), static_cast<char>(number >> 8), '\0', '\0'};
-            }
-            texts.append(text).push_back('\0');
-        }
-        const std::string file = heads + texts;
-        return wxMsgCatalog::CreateFromData(
-            wxScopedCharBuffer::CreateNonOwned(file.data(), file.size()), domain);
-    }
-    wxArrayString GetAvailableTranslations(const wxString&) const override {
-        return wxArrayString(1, {wxString("de")});
-    }
-};
-
-class Translations : public testing::Test {
-protected:
-    void SetUp() override {
-        auto* translations = new wxTranslations;
-        wxTranslations::Set(translations);
-        translations->SetLoader(new TwoTexts);
-        translations->SetLanguage("de");
-        ASSERT_TRUE(translations->AddCatalog("application"));
-    }
-    void TearDown() override { wxTranslations::Set(nullptr); }
-
-    wxInitializer library_;
-};
-
 TEST_F(Translations, AreThoseOfTheLayer) {
     const auto firstStyle = [] {
         return std::wstring(std::unique_ptr<CPlotStyleTable>(CPlotStyleTable::create(true, nullptr))
@@ -169,18 +131,6 @@ TEST_F(Translations, AreThoseOfTheLayer) {
     EXPECT_EQ(firstStyle(), L"Farbe 1");
     wut::unregisterWxLayer();
     EXPECT_EQ(firstStyle(), L"Color 1");
-}
-
-TEST_F(Translations, OfDevicesAreMadeWhenTheLibraryIsLoaded) {
-    wxDynamicLibrary library(PLATEN_LIBRARY);
-    ASSERT_TRUE(library.IsLoaded());
-    const auto* devices = reinterpret_cast<const std::vector<BuiltInPlotDevice>*>(
-        library.GetSymbol("_ZN17BuiltInPlotDevice21s_cBuiltInPlotDevicesE"));
-    ASSERT_NE(devices, nullptr);
-    EXPECT_EQ(devices->front().description.text(), L"Eingebaute Ausgabe als PDF");
-    // This program has a table of its own, which was made without the layer.
-    EXPECT_EQ(BuiltInPlotDevice::s_cBuiltInPlotDevices.front().description.text(),
-              L"Built-in direct output to PDF");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <platen/print.h>
+#include <platen/wx_layer.h>
 #include "tests/support/fake_spooler.h"
 
 namespace {
@@ -28,12 +29,15 @@ protected:
 class NativeData : public testing::Test {
 protected:
     NativeData() {
+        // Warnings go through the library's log.
+        wut::registerWxLayer();
         wut::registerPrintFactory();
         data_.emplace();
     }
     ~NativeData() override {
         data_.reset();
         wut::unRegisterPrintFactory();
+        wut::unregisterWxLayer();
         wxLog::SetActiveTarget(logBefore_);
     }
 
