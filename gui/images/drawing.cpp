@@ -183,8 +183,8 @@ wxBitmap drawOnBitmap(const wxBitmap& bottom, const wxBitmap& top, const wxSize&
         const wxSize shown(std::max(1, wxRound(top.GetWidth() * scale)),
                            std::max(1, wxRound(top.GetHeight() * scale)));
         // At whole pixels: a top in its own size stays sharp.
-        context->DrawBitmap(scaled(top, shown), (size.x - shown.x) / 2, (size.y - shown.y) / 2,
-                            shown.x, shown.y);
+        const wxSize corner = (size - shown) / 2;
+        context->DrawBitmap(scaled(top, shown), corner.x, corner.y, shown.x, shown.y);
     }
     context.reset();
     return wxBitmap(picture);
