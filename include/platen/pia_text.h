@@ -85,41 +85,49 @@ public:
     std::wstring substr(std::size_t from = 0, std::size_t count = npos) const {
         return std::wstring(text().substr(from, count));
     }
-    template <class... Arguments>
-    int compare(const Arguments&... arguments) const {
-        return text().compare(arguments...);
+    int compare(std::wstring_view other) const { return text().compare(other); }
+    int compare(std::size_t from, std::size_t count, std::wstring_view other) const {
+        return text().compare(from, count, other);
     }
-    template <class Part>
-    bool starts_with(const Part& part) const {
-        return text().starts_with(part);
+    bool starts_with(std::wstring_view part) const { return text().starts_with(part); }
+    bool starts_with(wchar_t character) const { return text().starts_with(character); }
+    bool ends_with(std::wstring_view part) const { return text().ends_with(part); }
+    bool ends_with(wchar_t character) const { return text().ends_with(character); }
+    std::size_t find(std::wstring_view part, std::size_t from = 0) const {
+        return text().find(part, from);
     }
-    template <class Part>
-    bool ends_with(const Part& part) const {
-        return text().ends_with(part);
+    std::size_t find(wchar_t character, std::size_t from = 0) const {
+        return text().find(character, from);
     }
-    template <class... Arguments>
-    std::size_t find(const Arguments&... arguments) const {
-        return text().find(arguments...);
+    std::size_t rfind(std::wstring_view part, std::size_t from = npos) const {
+        return text().rfind(part, from);
     }
-    template <class... Arguments>
-    std::size_t rfind(const Arguments&... arguments) const {
-        return text().rfind(arguments...);
+    std::size_t rfind(wchar_t character, std::size_t from = npos) const {
+        return text().rfind(character, from);
     }
-    template <class... Arguments>
-    std::size_t find_first_of(const Arguments&... arguments) const {
-        return text().find_first_of(arguments...);
+    std::size_t find_first_of(std::wstring_view characters, std::size_t from = 0) const {
+        return text().find_first_of(characters, from);
     }
-    template <class... Arguments>
-    std::size_t find_last_of(const Arguments&... arguments) const {
-        return text().find_last_of(arguments...);
+    std::size_t find_first_of(wchar_t character, std::size_t from = 0) const {
+        return text().find_first_of(character, from);
     }
-    template <class... Arguments>
-    std::size_t find_first_not_of(const Arguments&... arguments) const {
-        return text().find_first_not_of(arguments...);
+    std::size_t find_last_of(std::wstring_view characters, std::size_t from = npos) const {
+        return text().find_last_of(characters, from);
     }
-    template <class... Arguments>
-    std::size_t find_last_not_of(const Arguments&... arguments) const {
-        return text().find_last_not_of(arguments...);
+    std::size_t find_last_of(wchar_t character, std::size_t from = npos) const {
+        return text().find_last_of(character, from);
+    }
+    std::size_t find_first_not_of(std::wstring_view characters, std::size_t from = 0) const {
+        return text().find_first_not_of(characters, from);
+    }
+    std::size_t find_first_not_of(wchar_t character, std::size_t from = 0) const {
+        return text().find_first_not_of(character, from);
+    }
+    std::size_t find_last_not_of(std::wstring_view characters, std::size_t from = npos) const {
+        return text().find_last_not_of(characters, from);
+    }
+    std::size_t find_last_not_of(wchar_t character, std::size_t from = npos) const {
+        return text().find_last_not_of(character, from);
     }
 
     // Found only for texts of items, so that nobody else's operators are looked for here.
