@@ -122,11 +122,12 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
     // Windows that are not there are not loaded.
     const BoxCatcher catcher;
     wxPanel unborn;
-    EXPECT_FALSE(
-        wut::loadDialog(nullptr, &parent_, L"dialog") |
-        wut::loadWizard(nullptr, &parent_, L"wizard") |
-        wut::loadFrame(nullptr, &parent_, L"frame") | wut::loadPanel(nullptr, &parent_, L"panel") |
-        wut::loadPanel(&unborn, nullptr, L"panel") | wut::loadDialog(&dialog, nullptr, nullptr));
+    EXPECT_FALSE(wut::loadDialog(nullptr, &parent_, L"dialog") ||
+                 wut::loadWizard(nullptr, &parent_, L"wizard") ||
+                 wut::loadFrame(nullptr, &parent_, L"frame") ||
+                 wut::loadPanel(nullptr, &parent_, L"panel") ||
+                 wut::loadPanel(&unborn, nullptr, L"panel") ||
+                 wut::loadDialog(&dialog, nullptr, nullptr));
     EXPECT_EQ(wut::loadPanel(nullptr, L"panel"), nullptr);
     EXPECT_EQ(catcher.boxes.size(), 7u);
     for (const wxPanel* panel : {given, made}) {
