@@ -28,7 +28,7 @@ bool isHexadecimal(std::wstring_view text) {
 }
 
 /// Why an item of this type cannot have this value.
-EditResult valueFault(PiaItemType type, const std::wstring& value) {
+EditResult checkValue(PiaItemType type, const std::wstring& value) {
     const auto invalid = [](std::string reason) {
         return refuse(EditFault::ValueInvalid, std::move(reason));
     };
@@ -171,8 +171,8 @@ EditResult ItemEditor::set(std::wstring_view path, const std::wstring& value) {
 EditResult ItemEditor::addBlock(std::wstring_view path) { return add(path, nullptr); }
 
 EditResult ItemEditor::setValue(PiaItem& item, const std::wstring& value) {
-    if (EditResult fault = valueFault(item.type, value)) {
-        return fault;
+    if (EditResult done = checkValue(item.type, value); !done) {
+        return done;
     }
     const auto setText = [&](auto& text) {
         if (!(text == value)) {
@@ -228,8 +228,8 @@ EditResult ItemEditor::add(std::wstring_view path, const std::wstring* value) {
     if (value == nullptr && *type != PiaItemType::Block) {
         return refuse(EditFault::ValueInvalid, "a new item needs a value");
     }
-    if (EditResult fault = value == nullptr ? EditResult() : valueFault(*type, *value)) {
-        return fault;
+    if (EditResult done = value == nullptr ? EditResult() : checkValue(*type, *value); !done) {
+        return done;
     }
     std::unique_ptr<PiaItem> item =
         makeItem(parts.name, *type, value == nullptr ? std::wstring() : *value);

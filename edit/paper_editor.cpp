@@ -74,8 +74,8 @@ PaperEditor::PaperEditor(PaperFile& file) : file_(file) {
 }
 
 EditResult PaperEditor::add(const std::wstring& name, const PaperShape& shape) {
-    if (EditResult fault = freeName(name, list_.size())) {
-        return fault;
+    if (EditResult done = checkName(name, list_.size()); !done) {
+        return done;
     }
     CustomPaperSize paper;
     paper.source = 1;
@@ -83,8 +83,8 @@ EditResult PaperEditor::add(const std::wstring& name, const PaperShape& shape) {
     const bool raster = CPlotCfg3::isBuiltInImage(&file_.config());
     paper.units = shape.units.value_or(raster ? kPixels : kMillimeters);
     setLengths(paper, shape, paper.units);
-    if (EditResult fault = shapeFault(paper)) {
-        return fault;
+    if (EditResult done = checkShape(paper); !done) {
+        return done;
     }
     list_.push_back(paper);
     store(list_.size() - 1);
@@ -92,8 +92,8 @@ EditResult PaperEditor::add(const std::wstring& name, const PaperShape& shape) {
 }
 
 EditResult PaperEditor::remove(const std::wstring& name) {
-    if (EditResult fault = find(name)) {
-        return fault;
+    if (EditResult done = find(name); !done) {
+        return done;
     }
     paper_ = list_[found_];
     list_.erase(list_.begin() + static_cast<std::ptrdiff_t>(found_));
@@ -103,20 +103,20 @@ EditResult PaperEditor::remove(const std::wstring& name) {
 }
 
 EditResult PaperEditor::rename(const std::wstring& name, const std::wstring& newName) {
-    EditResult fault = find(name);
-    if (!fault) {
-        fault = freeName(newName, found_);
+    EditResult done = find(name);
+    if (done) {
+        done = checkName(newName, found_);
     }
-    if (!fault) {
+    if (done) {
         list_[found_].localName = newName;
         store(found_);
     }
-    return fault;
+    return done;
 }
 
 EditResult PaperEditor::resize(const std::wstring& name, const PaperShape& shape) {
-    if (EditResult fault = find(name)) {
-        return fault;
+    if (EditResult done = find(name); !done) {
+        return done;
     }
     CustomPaperSize paper = list_[found_];
     const bool known = paper.units == kInches || paper.units == kPixels;
@@ -124,8 +124,8 @@ EditResult PaperEditor::resize(const std::wstring& name, const PaperShape& shape
                shape.units ? *shape.units
                : known     ? paper.units
                            : std::int32_t{kMillimeters});
-    if (EditResult fault = shapeFault(paper)) {
-        return fault;
+    if (EditResult done = checkShape(paper); !done) {
+        return done;
     }
     paper_ = list_[found_];
     const bool current = isCurrent();
@@ -186,7 +186,7 @@ EditResult PaperEditor::find(const std::wstring& name) {
 
 /// Why the paper at `own` cannot have the name. Papers are found without regard to case: one of two
 /// that differ in case alone could not be reached.
-EditResult PaperEditor::freeName(const std::wstring& name, std::size_t own) const {
+EditResult PaperEditor::checkName(const std::wstring& name, std::size_t own) const {
     if (std::string fault = nameFault(name); !fault.empty()) {
         return refuse(EditFault::NameInvalid, std::move(fault), name);
     }
@@ -202,7 +202,7 @@ EditResult PaperEditor::freeName(const std::wstring& name, std::size_t own) cons
     return {};
 }
 
-EditResult PaperEditor::shapeFault(const CustomPaperSize& paper) const {
+EditResult PaperEditor::checkShape(const CustomPaperSize& paper) const {
     double width = 0;
     double height = 0;
     file_.largestPaper(width, height);

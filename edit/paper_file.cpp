@@ -49,24 +49,27 @@ EditResult PaperFile::open(const std::wstring& path, Purpose purpose, PiaReport&
     }
     const FileKind kind = recognise(input).kind;
     isPmp_ = kind == FileKind::Pmp;
-    EditResult refused;
+    EditResult done;
     if (isPmp_) {
-        refused = openParameters(input);
+        done = openParameters(input);
     } else if (kind == FileKind::Pc3) {
-        refused = openConfiguration(input, purpose);
+        done = openConfiguration(input, purpose);
     } else {
-        refused = refuse(EditFault::WrongKind,
-                         std::string("this is a ") + kindName(kind) +
-                             "; plot configurations and plot model parameters have custom papers");
+        done = refuse(EditFault::WrongKind,
+                      std::string("this is a ") + kindName(kind) +
+                          "; plot configurations and plot model parameters have custom papers");
+    }
+    if (const PiaBlock* root = input.root()) {
+        input.report().locate(*root);
     }
     report = std::move(input.report());
-    if (refused && refused->fault == EditFault::FileUnreadable) {
+    if (!done && done->fault == EditFault::FileUnreadable) {
         return unreadable(report);
     }
-    if (!refused) {
+    if (done) {
         rememberParameters();
     }
-    return refused;
+    return done;
 }
 
 EditResult PaperFile::openConfiguration(PiaInput& input, Purpose purpose) {
@@ -160,24 +163,24 @@ SavedPapers PaperFile::save() {
     SavedPapers saved;
     const PlotModelParam* pmp = config_->pmp();
     if (pmp != nullptr && bodyOf(*pmp) != pmpBefore_.body) {
-        saved.refusal = saveParameters(saved);
+        saved.done = saveParameters(saved);
     }
-    if (saved.refusal || isPmp_ || bodyOf(*config_) == configBefore_.body) {
+    if (!saved.done || isPmp_ || bodyOf(*config_) == configBefore_.body) {
         return saved;
     }
     PiaTree tree;
     if (!config_->writeToBlock(tree.root())) {
-        saved.refusal =
+        saved.done =
             refuse(EditFault::FileUnwritable, "the configuration cannot be written", path_);
         return saved;
     }
     saved.configuration = written(configBefore_, path_, tree.root());
     if (!saved.configuration->result) {
-        saved.refusal = refuse(EditFault::FileUnwritable,
-                               saved.namesOtherParameters
-                                   ? "it does not name the plot model parameters that were written"
-                                   : "the configuration cannot be written",
-                               path_);
+        saved.done = refuse(EditFault::FileUnwritable,
+                            saved.namesOtherParameters
+                                ? "it does not name the plot model parameters that were written"
+                                : "the configuration cannot be written",
+                            path_);
         return saved;
     }
     saved.configuration->papers =
@@ -203,21 +206,21 @@ EditResult PaperFile::saveParameters(SavedPapers& saved) {
         saved.parameters = written(pmpBefore_, path, tree.root());
         return static_cast<bool>(saved.parameters->result);
     };
-    EditResult refusal;
+    EditResult done;
     const auto mayGoTo = [&](const std::wstring& place) {
         if (!own.empty() && place == ut::fullPath(own)) {
             return false;
         }
         if (ut::fileExists(place)) {
-            refusal = refuse(EditFault::FileOfOthers,
-                             "a file of this name is there and is not the one that the "
-                             "configuration names",
-                             place);
+            done = refuse(EditFault::FileOfOthers,
+                          "a file of this name is there and is not the one that the "
+                          "configuration names",
+                          place);
         }
-        return !refusal;
+        return static_cast<bool>(done);
     };
     if (!(isPmp_ ? write(own) : plot_config::savePmp(*config_, path_, write, mayGoTo))) {
-        return refusal ? refusal : unwritable();
+        return done ? unwritable() : done;
     }
     saved.parameters->papers = papersIn(pmp);
     saved.namesOtherParameters = !isPmp_ && config_->meta.userDefinedModelPathname != before;

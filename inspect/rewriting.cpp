@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include <platen/pia_text_forms.h>
 #include <platen/utcore.h>
@@ -31,25 +30,11 @@ std::size_t restOfLine(const PiaItem& item) {
 
 /// Whether each line fits when it is indented by its depth, as writers do.
 bool linesFit(const PiaBlock& root) {
-    struct Level {
-        const PiaBlock* block;
-        std::size_t next;
-    };
-    std::vector<Level> levels{{&root, 0}};
-    while (!levels.empty()) {
-        Level& level = levels.back();
-        if (level.next == level.block->items.size()) {
-            levels.pop_back();
-            continue;
-        }
-        const PiaItem& item = *level.block->items[level.next++];
-        const std::size_t depth = levels.size() - 1;
-        if (depth >= pia_body::depthLimit ||
-            depth + item.name.size() + restOfLine(item) > pia_body::lineLimit) {
+    for (PiaWalk walk(root); walk.next();) {
+        if (!walk.isEnd() && (walk.depth() >= pia_body::depthLimit ||
+                              walk.depth() + walk.item().name.size() + restOfLine(walk.item()) >
+                                  pia_body::lineLimit)) {
             return false;
-        }
-        if (item.type == PiaItemType::Block) {
-            levels.push_back({static_cast<const PiaBlock*>(&item), 0});
         }
     }
     return true;

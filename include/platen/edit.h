@@ -3,7 +3,7 @@
 ///     platen::SourceFile file;
 ///     if (file.read(L"plan.pc3")) {
 ///         platen::ItemEditor editor(*file.input().root());
-///         if (!editor.set(L"media/number_of_copies", L"2")) {
+///         if (editor.set(L"media/number_of_copies", L"2")) {
 ///             file.write(L"plan.pc3");
 ///         }
 ///     }

@@ -30,8 +30,8 @@ struct PLATEN_API SavedPapers {
         bool wasJson = false;
     };
 
-    /// Why nothing more was written.
-    EditResult refusal;
+    /// False when not all that is different was written.
+    EditResult done;
     /// The PMP, when it was different from its file.
     std::optional<Document> parameters;
     /// The attempt to write it to its own file, when that failed and it went beside the
@@ -133,8 +133,8 @@ public:
 
 private:
     EditResult find(const std::wstring& name);
-    EditResult freeName(const std::wstring& name, std::size_t own) const;
-    EditResult shapeFault(const CustomPaperSize& paper) const;
+    EditResult checkName(const std::wstring& name, std::size_t own) const;
+    EditResult checkShape(const CustomPaperSize& paper) const;
     void store(std::size_t index);
 
     PaperFile& file_;

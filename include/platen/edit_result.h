@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace platen {
@@ -48,7 +49,21 @@ struct EditRefusal {
     std::vector<std::wstring> present{};
 };
 
-/// Empty when the change was made.
-using EditResult = std::optional<EditRefusal>;
+/// True when the change was made. Otherwise it points to the refusal.
+class [[nodiscard]] EditResult {
+public:
+    /// The change was made.
+    EditResult() = default;
+    EditResult(EditRefusal refusal) : refusal_(std::move(refusal)) {}
+
+    explicit operator bool() const { return !refusal_; }
+
+    /// Why it was not made; only then.
+    const EditRefusal& operator*() const { return *refusal_; }
+    const EditRefusal* operator->() const { return &*refusal_; }
+
+private:
+    std::optional<EditRefusal> refusal_;
+};
 
 }  // namespace platen

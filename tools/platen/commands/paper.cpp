@@ -68,15 +68,15 @@ std::string shapeOf(const PaperOptions& options, platen::PaperShape& shape) {
 }
 
 /// Why the change was refused, and what to do about it; empty when it was made.
-std::string reasonOf(const platen::EditResult& refused) {
-    if (!refused) {
+std::string reasonOf(const platen::EditResult& done) {
+    if (done) {
         return {};
     }
-    std::string reason = refused->reason;
-    if (refused->fault == platen::EditFault::NotFound) {
+    std::string reason = done->reason;
+    if (done->fault == platen::EditFault::NotFound) {
         reason += arguments::suggestion(
-            refused->wanted, refused->present,
-            refused->present.empty() ? "there are none" : "platen papers FILE lists them");
+            done->wanted, done->present,
+            done->present.empty() ? "there are none" : "platen papers FILE lists them");
     }
     return reason;
 }
@@ -101,9 +101,9 @@ std::string apply(const PaperOptions& options, platen::PaperEditor& editor) {
     if (options.action == PaperAction::Resize) {
         return reasonOf(editor.resize(name, shape));
     }
-    const platen::EditResult refused = editor.add(name, shape);
-    const bool taken = refused && refused->fault == platen::EditFault::NameTaken;
-    return reasonOf(refused) + (taken ? "; platen paper resize changes it" : "");
+    const platen::EditResult done = editor.add(name, shape);
+    const bool taken = !done && done->fault == platen::EditFault::NameTaken;
+    return reasonOf(done) + (taken ? "; platen paper resize changes it" : "");
 }
 
 /// Edits the custom papers of a configuration or of plot model parameters.

@@ -53,16 +53,15 @@ std::string usageFault(const SetOptions& options) {
 }
 
 /// Why a change was refused, and what to do about it; empty when it was made.
-std::string reasonOf(const platen::EditResult& refused) {
-    if (!refused) {
+std::string reasonOf(const platen::EditResult& done) {
+    if (done) {
         return {};
     }
     const auto withNames = [&](const char* remedy) {
-        return refused->reason + remedy +
-               arguments::suggestion(refused->wanted, refused->present,
-                                     "platen get shows what is there");
+        return done->reason + remedy +
+               arguments::suggestion(done->wanted, done->present, "platen get shows what is there");
     };
-    switch (refused->fault) {
+    switch (done->fault) {
         case platen::EditFault::NotFound:
             return withNames("");
         case platen::EditFault::BlockNotFound:
@@ -72,10 +71,9 @@ std::string reasonOf(const platen::EditResult& refused) {
                 "; a new item names its type behind the path: :str, :num, :bool, :bin "
                 "(hexadecimal) or :block");
         case platen::EditFault::TypeKept:
-            return refused->reason +
-                   "; delete it in the same command (--delete) to give it another";
+            return done->reason + "; delete it in the same command (--delete) to give it another";
         default:
-            return refused->reason;
+            return done->reason;
     }
 }
 

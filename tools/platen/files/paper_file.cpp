@@ -86,7 +86,7 @@ ExitCode tellOfConfiguration(const std::string& file, const SavedPapers& saved,
 
 /// The reason, unless what was written has told it already.
 ExitCode tellOfRefusal(const std::string& file, const SavedPapers& saved, const Console& console) {
-    const platen::EditRefusal& refusal = *saved.refusal;
+    const platen::EditRefusal& refusal = *saved.done;
     if (refusal.fault == EditFault::FileOfOthers) {
         const std::string path = shownBeside(file, refusal.wanted);
         return fail(console, path,
@@ -104,26 +104,25 @@ ExitCode tellOfRefusal(const std::string& file, const SavedPapers& saved, const 
 ExitCode openPapers(const std::string& file, platen::PaperFile& papers,
                     platen::PaperFile::Purpose purpose, const Console& console) {
     PiaReport report;
-    const platen::EditResult refused = papers.open(ut::decodePath(file), purpose, report);
-    if (!refused) {
+    const platen::EditResult opened = papers.open(ut::decodePath(file), purpose, report);
+    if (opened) {
         return warn(console, file, report);
     }
-    switch (refused->fault) {
+    switch (opened->fault) {
         case EditFault::FileUnreadable:
             return fail(console, file, report);
         case EditFault::StandsForDefaultPrinter:
-            return fail(
-                console, file,
-                refused->reason + "; make one for a device (meta/default_system_cfg=FALSE)");
+            return fail(console, file,
+                        opened->reason + "; make one for a device (meta/default_system_cfg=FALSE)");
         case EditFault::ParametersMissing:
             warn(console, file, report);
             return fail(console, file,
-                        refused->reason +
+                        opened->reason +
                             "; put the file beside the configuration, or give them up with "
                             "platen set " +
                             file + " meta/user_defined_model_pathname= --in-place");
         default:
-            return fail(console, file, refused->reason);
+            return fail(console, file, opened->reason);
     }
 }
 
@@ -133,7 +132,7 @@ ExitCode savePapers(const std::string& file, platen::PaperFile& papers, const Co
     if (saved.configuration) {
         worst = worse(worst, tellOfConfiguration(file, saved, papers, console));
     }
-    if (saved.refusal) {
+    if (!saved.done) {
         return tellOfRefusal(file, saved, console);
     }
     if (!saved.parameters && !saved.configuration) {
