@@ -180,6 +180,17 @@ TEST_F(EditPapers, RefusalsChangeNothing) {
     EXPECT_EQ(papers().size(), 1U);
 }
 
+TEST_F(EditPapers, AFileThatCannotBeReadSaysAtWhichLine) {
+    platen::SourceFile file;
+    ASSERT_TRUE(file.read(path_));
+    ASSERT_TRUE(platen::ItemEditor(*file.input().root()).remove(L"media/size/name"));
+    ASSERT_TRUE(file.write(path_));
+    EXPECT_EQ(open(path_)->fault, EditFault::FileUnreadable);
+    ASSERT_TRUE(report_.failure());
+    EXPECT_EQ(report_.failure()->path, L"media/size/name");
+    EXPECT_GT(report_.failure()->line, 0U);
+}
+
 TEST_F(EditPapers, SavingSaysWhatBecameOfEachDocument) {
     ASSERT_TRUE(open(path_));
     EXPECT_FALSE(file_.save().parameters);
