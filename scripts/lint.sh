@@ -98,7 +98,7 @@ lint() {
     export root cache_folder
     printf '%s\n' "${sources[@]}" |
         xargs -P "$(nproc)" -I '{}' bash -c 'set -uo pipefail; lint_one {} && echo "[done] {}"' |
-        awk -v all="${#sources[@]}" '/^\[done\]/ { print "[" ++n "/" all "] " $2; next } { print }' |
+        awk -v all="${#sources[@]}" '/^\[done\]/ { print "[" ++n "/" all "] " $2; fflush(); next } { print }' |
         condense "linting" "$log" || status=$?
     if ((status != 0)) || grep -q ': error:' "$log"; then
         say "error: clang-tidy found:"

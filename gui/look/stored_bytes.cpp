@@ -30,7 +30,10 @@ Bytes readLocation(const wxString& location) {
     }
     const auto size = static_cast<std::size_t>(length);
     Bytes bytes{std::make_unique_for_overwrite<unsigned char[]>(size), size};
-    return stream->ReadAll(bytes.data.get(), size) ? std::move(bytes) : Bytes{};
+    if (!stream->ReadAll(bytes.data.get(), size)) {
+        return {};
+    }
+    return bytes;
 }
 
 Bytes copyOf(std::span<const unsigned char> source) {

@@ -1,8 +1,8 @@
 #include <langinfo.h>
-#include <locale.h>
 
 #include <algorithm>
 #include <climits>
+#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>

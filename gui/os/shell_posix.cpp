@@ -1,6 +1,5 @@
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -9,6 +8,7 @@
 #include <wx/utils.h>
 
 #include <cerrno>
+#include <csignal>
 #include <string>
 #include <vector>
 
@@ -71,8 +71,8 @@ public:
     }
 
 private:
-    posix_spawnattr_t attributes_;
-    posix_spawn_file_actions_t actions_;
+    posix_spawnattr_t attributes_{};
+    posix_spawn_file_actions_t actions_{};
 };
 
 std::vector<std::string> wordsOf(const wchar_t* commandLine) {
