@@ -46,8 +46,9 @@ public:
 
     /// Room for a list of `count` children.
     PiaItem** makeList(std::size_t count) {
-        return static_cast<PiaItem**>(
-            memory_.allocate(count * sizeof(PiaItem*), alignof(PiaItem*)));
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): the list is one of pointers.
+        const std::size_t bytes = count * sizeof(PiaItem*);
+        return static_cast<PiaItem**>(memory_.allocate(bytes, alignof(PiaItem*)));
     }
 
 private:

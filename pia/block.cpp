@@ -24,7 +24,7 @@ public:
     std::string_view view() const { return {digits_, static_cast<std::size_t>(end_ - digits_)}; }
 
 private:
-    char digits_[12];
+    char digits_[12]{};
     const char* end_;
 };
 

@@ -49,7 +49,7 @@ private:
             return add(kept(key), PiaItemType::Num, text);
         }
         bool addInt(PiaKey key, int number) override {
-            std::array<char, 12> digits;
+            std::array<char, 12> digits{};
             const char* end =
                 std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
             return addFormatted(kept(key), PiaItemType::Num, {digits.data(), end});

@@ -59,6 +59,7 @@ inline constexpr std::array<bool, 128> specialInNames = marksOf("\n =}{");
 inline constexpr std::array<bool, 128> specialInValues = marksOf("\n\r");
 
 /// Collects lines that need no care: ASCII that fits and reads back as it is.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the room for lines is filled as needed.
 class PlainLines {
 public:
     /// Adds the line of an item; false, with nothing added, when it needs care.
@@ -143,7 +144,7 @@ private:
     struct KnownName {
         const wchar_t* text = nullptr;
         std::size_t size = 0;
-        std::array<char, slack> ascii;
+        std::array<char, slack> ascii{};
     };
 
     /// Not empty, and not to be taken for another type.
@@ -183,6 +184,7 @@ private:
     bool append(std::basic_string_view<Char> text, const std::array<bool, 128>& special) {
         char* end = end_;
         for (const Char character : text) {
+            // NOLINTNEXTLINE(bugprone-signed-char-misuse): a character as its own unsigned type.
             const auto code = static_cast<std::make_unsigned_t<Char>>(character);
             if (code >= special.size() || special[code]) {
                 return false;

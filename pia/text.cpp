@@ -36,7 +36,12 @@ PiaText& PiaText::operator=(std::wstring_view text) {
     return *this;
 }
 
-PiaText& PiaText::operator=(const PiaText& other) { return *this = other.view(); }
+PiaText& PiaText::operator=(const PiaText& other) {
+    if (this != &other) {
+        *this = other.view();
+    }
+    return *this;
+}
 
 std::wstring_view PiaText::view() const {
     if (form() == Form::Ascii) {

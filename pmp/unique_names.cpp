@@ -31,7 +31,7 @@ std::wstring UniqueNames::make(std::wstring_view name) {
     }
     Uses& wanted = same->second;
     for (;; ++wanted.nextNumber) {
-        const std::wstring candidate =
+        std::wstring candidate =
             std::wstring(name) + L"_" + std::to_wstring(wanted.nextNumber);
         const auto other = uses_.find(folded(candidate));
         if (other == uses_.end() || other->second.last <= wanted.first) {

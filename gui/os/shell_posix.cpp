@@ -112,6 +112,7 @@ unsigned long OsShell::executeCommand(const wchar_t*, const wchar_t* commandLine
         return ENOENT;
     }
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) {
         arguments.push_back(word.data());
     }

@@ -68,7 +68,7 @@ protected:
     /// The body of a table that the command makes.
     std::string createdBody(const std::string& kind) const {
         prepare({"create", kind, "-o", "@created"});
-        const std::string body = run({"get", "@created"}).out;
+        std::string body = run({"get", "@created"}).out;
         std::filesystem::remove(path("created"));
         return body;
     }
