@@ -31,8 +31,7 @@ std::wstring UniqueNames::make(std::wstring_view name) {
     }
     Uses& wanted = same->second;
     for (;; ++wanted.nextNumber) {
-        std::wstring candidate =
-            std::wstring(name) + L"_" + std::to_wstring(wanted.nextNumber);
+        std::wstring candidate = std::wstring(name) + L"_" + std::to_wstring(wanted.nextNumber);
         const auto other = uses_.find(folded(candidate));
         if (other == uses_.end() || other->second.last <= wanted.first) {
             note(candidate);
