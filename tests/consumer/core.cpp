@@ -1,23 +1,31 @@
-// A program of its own that uses the installed core, without wxWidgets: no log, no printers, no
-// library to load; the documents are all there.
+// A program of its own that uses the installed core, without wxWidgets: makes a table, edits it by
+// path, checks it and prints what is found, with lines.
+#include <platen/edit.h>
+#include <platen/inspect.h>
 #include <platen/log.h>
-#include <platen/plotcfg.h>
 
-#include <cstdio>
+#include <iostream>
 #include <memory>
 
 int main() {
-    const std::unique_ptr<CPlotCfg3> made(CPlotCfg3::create(BuiltInPlotDevice::pdfName));
-    if (!made || wut::registerLogTarget(nullptr) != nullptr ||
-        registerPrinterSystem(nullptr) != nullptr || !made->write(L"core.pc3")) {
-        std::puts("no configuration was written, or more than the core came along");
+    const std::wstring path = L"core.ctb";
+    const std::unique_ptr<CPlotStyleTable> made(CPlotStyleTable::create(true, L"Pens"));
+    platen::SourceFile file;
+    if (!made || !made->write(path.c_str()) || !file.read(path)) {
+        std::cout << "no table was written and read\n";
         return 1;
     }
-    bool printerChanged = false;
-    const std::unique_ptr<CPlotCfg3> read(CPlotCfg3::read(L"core.pc3", printerChanged));
-    if (!read || !CPlotCfg3::isBuiltInPDF(read.get())) {
-        std::puts("the configuration could not be read back");
+    const platen::EditResult done =
+        platen::ItemEditor(*file.input().root()).set(L"plot_style/6/screen", L"142");
+    if (!done || !file.write(path)) {
+        std::cout << (done ? "the table cannot be written" : done->reason) << '\n';
         return 1;
     }
-    return 0;
+    const platen::CheckResult result = platen::check(path);
+    for (const platen::Finding& finding : result.findings) {
+        std::cout << platen::describe(finding) << '\n';
+    }
+    // Nothing but the core came along.
+    const bool alone = wut::registerLogTarget(nullptr) == nullptr;
+    return alone && result.findings.size() == 1 && result.findings[0].line == 374U ? 0 : 1;
 }
