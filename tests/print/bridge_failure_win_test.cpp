@@ -77,7 +77,9 @@ TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
         EXPECT_FALSE(config.toPrintData(data)) << what;
     }
     wut::unRegisterPrintFactory();
-    wut::PrintData foreign;
+    wut::PrintData foreign(name);
+    EXPECT_TRUE(foreign.ResolveConflicts());
+    EXPECT_EQ(foreign.createPrinterDC(), nullptr);
     PiaReport report;
     EXPECT_FALSE(config_->toPrintData(foreign, &report));
     EXPECT_EQ(codeOf(report), PiaCode::PrintDataUnusable);
@@ -112,19 +114,17 @@ TEST_F(BridgeFailureTest, ANewDriverGetsTheSettingsAndNotTheOldOnesBytes) {
 }
 
 TEST_F(BridgeFailureTest, AVersion3FileAppliesNoPrivateData) {
-    PiaInput input;
-    std::string json;
-    PiaReport written;
+    PiaReport report;
     PiaTree tree;
-    ASSERT_TRUE(config_->writeToBlock(tree.root()));
-    ASSERT_TRUE(piaWriteJson(tree.root(), json, written));
-    ASSERT_TRUE(input.openBytes(json));
+    std::string json;
+    PiaInput input;
+    ASSERT_TRUE(config_->writeToBlock(tree.root()) && piaWriteJson(tree.root(), json, report) &&
+                input.openBytes(json));
     bool printerChanged = true;
     const auto config = CPlotCfg3::fromInput(input, printerChanged);
     ASSERT_NE(config, nullptr);
     wut::PrintData data(name);
     ASSERT_GT(data.GetPrivDataLen(), 0);
-    PiaReport report;
     EXPECT_TRUE(config->toPrintData(data, &report));
     EXPECT_EQ(data.GetPrivDataLen(), 0);
     EXPECT_THAT(warningsOf(report), HasSubstr("private-data-left-out custom/RawPrivateDeviceData"));

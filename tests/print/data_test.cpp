@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <platen/print.h>
-#include "tests/support/fake_spooler.h"
 
 namespace {
 
@@ -80,19 +79,6 @@ TEST_F(PrintDataTerms, PapersBringTheirSizeOrKeepTheirNumber) {
     EXPECT_EQ(wut::WindowsPrintNativeData::GetNativeData(data)->customWindowsPaperId, 0);
     data.setDmPaperSize(200, nullptr);
     EXPECT_EQ(data.GetPaperSize(), wxSize(0, 0));
-}
-
-TEST_F(PrintDataTerms, WithoutTheFactoryNothingIsInitialised) {
-    wut::unRegisterPrintFactory();
-    test_support::FakeSpooler fake;
-    fake.add(L"Plotter");
-    fake.defaultName = L"Plotter";
-    const wut::SpoolerForTest inPlace(fake);
-    wut::PrintData data(L"Plotter");
-    EXPECT_EQ(wut::WindowsPrintNativeData::GetNativeData(data), nullptr);
-    EXPECT_EQ(data.createPrinterDC(), nullptr);
-    EXPECT_TRUE(data.ResolveConflicts());
-    EXPECT_EQ(fake.calls["documentProperties"], 0);
 }
 
 }  // namespace

@@ -105,7 +105,9 @@ TEST_F(Printers, HelperTakesTheFirstOfANameAndThrowsBeyondTheLast) {
     EXPECT_EQ(helper.findPaperName(L"a4"), 0);
     EXPECT_EQ(helper.findPaperName(L"A4 "), -1);
     EXPECT_EQ(helper.getPaperId(2), 300);
+    EXPECT_EQ(helper.getPaperName(2), OdString(L"A4"));
     EXPECT_THROW(helper.getPaperId(3), OdError_InvalidIndex);
+    EXPECT_THROW(helper.getPaperName(3), OdError_InvalidIndex);
     EXPECT_EQ(CPrnHelper(nullptr).name(), L"");
 }
 

@@ -4,25 +4,23 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <string_view>
 #include <thread>
 
+#include <platen/pia_report.h>
 #include <platen/plotcfg.h>
-#include <platen/print.h>
+#include "tests/print/device_modes.h"
 #include "tests/spooler/support.h"
 #include "tests/support/files.h"
-#include "tests/support/postscript_page.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr double pointsPerMillimetre = 72 / 25.4;
-/// Half a millimetre, in points.
-constexpr double tolerance = 0.5 * pointsPerMillimetre;
 
 struct Settings {
     const wchar_t* printer;
@@ -33,20 +31,28 @@ struct Settings {
 
 class SpoolerPageTest : public SpoolerTest {
 protected:
-    /// A configuration for the printer takes the settings, is saved and read again.
+    /// A configuration for the printer, which is its defaults, takes the settings, is saved and
+    /// read again.
     std::unique_ptr<CPlotCfg3> configurationWith(const Settings& settings) {
         std::unique_ptr<CPlotCfg3> config(CPlotCfg3::create(settings.printer));
         CPrnHelper printer(settings.printer);
         const int paper = printer.findPaperName(settings.paper);
+        wut::PrintData defaults(settings.printer);
         wut::PrintData data(settings.printer);
-        if (!config || paper < 0 || !config->toPrintData(data)) {
+        PiaReport report;
+        if (!config || paper < 0 || !config->toPrintData(data, &report)) {
             return nullptr;
         }
+        EXPECT_EQ(report.warningCount(), 0U);
+        EXPECT_THAT(differences(deviceModeOf(defaults), deviceModeOf(data)), IsEmpty());
+        EXPECT_FALSE(config->media.emptyBounds());
+        EXPECT_GE(config->resColorMem.colorDepth, 1);
+        bool changed = true;
+        EXPECT_TRUE(config->fromPrintData(data, settings.printer, false, changed) && !changed);
         data.setDmPaperSize(static_cast<short>(printer.getPaperId(static_cast<unsigned>(paper))),
                             nullptr);
         data.SetOrientation(settings.orientation);
         data.SetNoCopies(settings.copies);
-        bool changed = false;
         EXPECT_TRUE(data.ResolveConflicts() &&
                     config->fromPrintData(data, settings.printer, false, changed) && changed);
         const std::wstring file = files_.wide("page.pc3");
@@ -55,18 +61,15 @@ protected:
         return moved ? nullptr : std::move(config);
     }
 
-    /// Prints a border around the printable area and a line of text as the configuration says.
+    /// Prints a line of text as the configuration says.
     static void print(const CPlotCfg3& config) {
         wut::PrintData data(config.meta.winDeviceName.c_str());
         ASSERT_TRUE(config.toPrintData(data));
         const std::unique_ptr<wxPrinterDC> dc(data.createPrinterDC());
         ASSERT_NE(dc, nullptr);
         ASSERT_TRUE(dc->IsOk());
-        ASSERT_TRUE(dc->StartDoc("Border"));
+        ASSERT_TRUE(dc->StartDoc("Text"));
         dc->StartPage();
-        dc->SetPen(*wxBLACK_PEN);
-        dc->SetBrush(*wxTRANSPARENT_BRUSH);
-        dc->DrawRectangle(wxPoint(0, 0), dc->GetSize());
         dc->DrawText("Sheet", 300, 300);
         dc->EndPage();
         dc->EndDoc();
@@ -111,11 +114,28 @@ protected:
         return hasCopies(attributes) ? attributes[attributes.find(name) + name.size() + 3] : 0;
     }
 
-    static void expectBorder(const PostScriptBox& border, const PostScriptBox& printable) {
-        EXPECT_NEAR(border.left, printable.left, tolerance);
-        EXPECT_NEAR(border.bottom, printable.bottom, tolerance);
-        EXPECT_NEAR(border.right, printable.right, tolerance);
-        EXPECT_NEAR(border.top, printable.top, tolerance);
+    /// What stands between two texts of one line, of each such line.
+    static std::vector<std::string> between(std::string_view start, const std::string& document,
+                                            std::string_view end) {
+        std::vector<std::string> found;
+        std::istringstream lines(document);
+        for (std::string line; std::getline(lines, line);) {
+            line += '\n';
+            const std::size_t at = line.find(start);
+            const std::size_t to = line.find(end, at);
+            if (at != std::string::npos && to != std::string::npos) {
+                found.push_back(line.substr(at + start.size(), to - at - start.size()));
+            }
+        }
+        return found;
+    }
+
+    /// One page with the text.
+    static void expectPage(const std::string& document, const char* orientation, const char* size) {
+        EXPECT_THAT(between("%%Orientation: ", document, "\n"), ElementsAre(orientation));
+        EXPECT_THAT(between("<</PageSize[", document, "]"), ElementsAre(size));
+        EXPECT_THAT(between("%%Page: ", document, "\n"), ElementsAre("1 1"));
+        EXPECT_THAT(between("/", document, " glyphshow\n"), ElementsAre("S", "h", "e", "e", "t"));
     }
 
 private:
@@ -129,16 +149,11 @@ TEST_F(SpoolerPageTest, APostScriptPrinterGetsThePageThatTheConfigurationSays) {
     ASSERT_NE(config, nullptr);
     EXPECT_EQ(config->media.size.name, L"A3");
     ASSERT_NO_FATAL_FAILURE(print(*config));
-    const PostScriptPage page = readPostScriptPage(arrived(printed, [](const std::string& content) {
+    const std::string page = arrived(printed, [](const std::string& content) {
         return content.find("\n%%EOF") != std::string::npos;
-    }));
-    EXPECT_EQ(page.orientation, "Landscape");
-    EXPECT_THAT(page.paperSizes, ElementsAre("842 1191"));
-    EXPECT_EQ(page.copies, 3);
-    EXPECT_EQ(page.pages, 1);
-    EXPECT_EQ(page.characters, "S h e e t");
-    // 12 points on each side are the margins that the queue's description has.
-    expectBorder(page.border, {12, 12, 830, 1179});
+    });
+    expectPage(page, "Landscape", "842 1191");
+    EXPECT_THAT(between("%RBIBeginNonPPDFeature: *NumCopies ", page, "\n"), ElementsAre("3"));
 }
 
 TEST_F(SpoolerPageTest, APlotterGetsAPaperOfItsOwnDriver) {
@@ -154,21 +169,17 @@ TEST_F(SpoolerPageTest, APlotterGetsAPaperOfItsOwnDriver) {
     EXPECT_THAT(plotted, HasSubstr("@PJL SET PAPERWIDTH=16840\r\n"));
     EXPECT_THAT(plotted, HasSubstr("@PJL SET PAPERLENGTH=23840\r\n"));
     EXPECT_EQ(copiesOf(newestJob()), 2);
-    const PostScriptPage page = readPostScriptPage(readBytes(newestJob()));
-    EXPECT_EQ(page.orientation, "Portrait");
-    EXPECT_THAT(page.paperSizes, ElementsAre("1684 2384"));
-    EXPECT_EQ(page.pages, 1);
-    EXPECT_EQ(page.characters, "S h e e t");
-    expectBorder(page.border, {14.4, 28.8, 1669.6, 2355.2});
-    // The configuration says the same: its upper bounds are the width and height of the area.
+    expectPage(readBytes(newestJob()), "Portrait", "1684 2384");
+    // The configuration says the same, with the margins that the queue's description has: its upper
+    // bounds are the width and height of the area.
     const auto& paper = config->media.size.mediaDescription;
-    constexpr double point = 1 / pointsPerMillimetre;
+    constexpr double point = 25.4 / 72;
     EXPECT_NEAR(paper.mediaBounds.urx, 1684 * point, 0.5);
     EXPECT_NEAR(paper.mediaBounds.ury, 2384 * point, 0.5);
-    EXPECT_NEAR(paper.printableBoundsLlx, page.border.left * point, 0.5);
-    EXPECT_NEAR(paper.printableBoundsLly, page.border.bottom * point, 0.5);
-    EXPECT_NEAR(paper.printableBoundsUrx, (page.border.right - page.border.left) * point, 0.5);
-    EXPECT_NEAR(paper.printableBoundsUry, (page.border.top - page.border.bottom) * point, 0.5);
+    EXPECT_NEAR(paper.printableBoundsLlx, 14.4 * point, 0.5);
+    EXPECT_NEAR(paper.printableBoundsLly, 28.8 * point, 0.5);
+    EXPECT_NEAR(paper.printableBoundsUrx, 1655.2 * point, 0.5);
+    EXPECT_NEAR(paper.printableBoundsUry, 2326.4 * point, 0.5);
 }
 
 }  // namespace

@@ -33,22 +33,4 @@ TEST_F(SpoolerPapersTest, AQueueHasThePapersOfItsDescription) {
     }
 }
 
-TEST_F(SpoolerPapersTest, PapersAreFoundByNameAndId) {
-    CPrnHelper printer(L"Plotter");
-    const int a4 = printer.findPaperName(L"a4");
-    ASSERT_GE(a4, 0);
-    EXPECT_EQ(printer.getPaperName(static_cast<unsigned>(a4)), OdString(L"A4"));
-    EXPECT_EQ(printer.getPaperId(static_cast<unsigned>(a4)), DMPAPER_A4);
-    EXPECT_EQ(printer.findPaperId(DMPAPER_A4), a4);
-    // A size that Windows has no number for.
-    const int roll = printer.findPaperName(L"A0D - 841x4756mm");
-    ASSERT_GE(roll, 0);
-    EXPECT_GE(printer.getPaperId(static_cast<unsigned>(roll)), DMPAPER_USER);
-    EXPECT_EQ(printer.findPaperName(L"A9"), -1);
-    EXPECT_EQ(printer.findPaperId(DMPAPER_ENV_DL), -1);
-    EXPECT_EQ(CPrnHelper(L"Office").findPaperName(L"A0D - 841x4756mm"), -1);
-    EXPECT_THROW(printer.getPaperName(static_cast<unsigned>(printer.paperCount())),
-                 OdError_InvalidIndex);
-}
-
 }  // namespace
