@@ -5,11 +5,9 @@
 
 #include <gtest/gtest.h>
 #include <wx/init.h>
-#include <wx/thread.h>
 
 #include <memory>
 #include <string>
-#include <thread>
 
 #include "tests/support/german.h"
 #include "tests/support/log_keeper.h"
@@ -49,31 +47,6 @@ TEST_F(Log, RecordsNameTheirPlace) {
         EXPECT_STREQ(info.func, expected[i].function);
         EXPECT_STREQ(info.component, wxLOG_COMPONENT);
     }
-}
-
-TEST_F(Log, DisabledLevelsStaySilent) {
-    wxLog::SetComponentLevel(wxLOG_COMPONENT, wxLOG_Warning);
-    wut::logMessage(L"unheard");
-    wut::logWarning(L"heard");
-    wxLog::SetComponentLevel(wxLOG_COMPONENT, wxLOG_FatalError);
-    wut::logError(L"unheard");
-    wxLog::SetComponentLevel(wxLOG_COMPONENT, wxLOG_Max);
-    ASSERT_EQ(log_.records.size(), 1u);
-    EXPECT_EQ(log_.records.front().text, L"heard");
-}
-
-TEST_F(Log, RecordsCarryTheCallersThread) {
-    wxThreadIdType caller{};
-    std::thread thread([&] {
-        caller = wxThread::GetCurrentId();
-        wut::logWarning(L"from a thread");
-    });
-    thread.join();
-    // Records of other threads wait until the main one takes them.
-    wxLog::FlushActive();
-    ASSERT_EQ(log_.records.size(), 1u);
-    EXPECT_EQ(log_.records.front().info.threadId, caller);
-    EXPECT_NE(log_.records.front().info.threadId, wxThread::GetCurrentId());
 }
 
 TEST_F(Log, GoesNowhereWithoutTheLayer) {

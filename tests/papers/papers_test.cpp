@@ -91,16 +91,15 @@ TEST(PaperCatalogue, NameOutsideTheTable) {
 }
 
 TEST(PaperCatalogue, Units) {
-    for (const int inches : {0, 1, 7, 14, 16, 26, 37, 41, 44, 46, 48, 54, 56, 59, 71, 75, 84, 92}) {
-        EXPECT_EQ(wut::getUnitsForDevice(static_cast<unsigned short>(inches)),
-                  OdDbPlotSettings::kInches)
-            << inches;
-    }
-    for (const int millimeters :
-         {8, 13, 15, 27, 36, 42, 47, 55, 57, 58, 60, 70, 76, 83, 88, 89, 93, 118, 119, 65535}) {
-        EXPECT_EQ(wut::getUnitsForDevice(static_cast<unsigned short>(millimeters)),
-                  OdDbPlotSettings::kMillimeters)
-            << millimeters;
+    // Each number begins a run of papers in the other unit; inches come first.
+    const std::set<int> changes = {0,  8,  14, 15, 16, 27, 37, 42, 44, 47, 48,
+                                   55, 56, 57, 59, 60, 71, 76, 84, 88, 90, 93};
+    bool inches = false;
+    for (int id = 0; id <= 65535; ++id) {
+        inches = changes.contains(id) != inches;
+        EXPECT_EQ(wut::getUnitsForDevice(static_cast<unsigned short>(id)),
+                  inches ? OdDbPlotSettings::kInches : OdDbPlotSettings::kMillimeters)
+            << id;
     }
 }
 
@@ -233,21 +232,18 @@ TEST(Collation, IsAStrictWeakOrdering) {
             text += L"0012aAb-"[random() % 8];
         }
     }
-    std::vector<std::vector<int>> orders;
-    for (const std::wstring& left : texts) {
-        auto& row = orders.emplace_back();
-        for (const std::wstring& right : texts) {
-            row.push_back(sign(ut::strCmpAlphanum(left.c_str(), right.c_str(), true)));
-        }
-    }
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        for (std::size_t j = 0; j < texts.size(); ++j) {
-            ASSERT_EQ(orders[i][j], -orders[j][i]);
-            for (std::size_t k = 0; k < texts.size(); ++k) {
+    const auto order = [](const std::wstring& left, const std::wstring& right) {
+        return sign(ut::strCmpAlphanum(left.c_str(), right.c_str(), true));
+    };
+    for (const std::wstring& a : texts) {
+        for (const std::wstring& b : texts) {
+            const int first = order(a, b);
+            ASSERT_EQ(first, -order(b, a));
+            for (const std::wstring& c : texts) {
                 // Through an equal text nothing changes; two steps down lead down.
-                if (orders[i][j] <= 0 && orders[j][k] <= 0) {
-                    ASSERT_EQ(orders[i][k], std::min(orders[i][j], orders[j][k]))
-                        << ut::encodeUtf8(texts[i] + L" " + texts[j] + L" " + texts[k]);
+                if (const int second = order(b, c); first <= 0 && second <= 0) {
+                    ASSERT_EQ(order(a, c), std::min(first, second))
+                        << ut::encodeUtf8(a + L" " + b + L" " + c);
                 }
             }
         }

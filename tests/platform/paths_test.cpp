@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include <platen/utcore.h>
+#include <platen/utcore_host.h>
 #include "tests/support/files.h"
 
 namespace {
@@ -48,14 +49,14 @@ TEST(Paths, ExistingFilesAndFolders) {
     const TemporaryFolder folder;
     writeBytes(folder.path("f"), "");
     const std::wstring file = folder.wide("f");
-    EXPECT_TRUE(ut::fileExists(file));
+    EXPECT_TRUE(ut::fileExists(file) && ut::FileName(file).exists());
     EXPECT_FALSE(ut::folderExists(file));
     const std::wstring here{ut::folderOf(file)};
     EXPECT_TRUE(ut::folderExists(here));
     EXPECT_FALSE(ut::fileExists(here));
     for (const std::wstring& none :
          {std::wstring(), folder.wide("g"), file + std::wstring(1, L'\0'), folder.wide("f/x")}) {
-        EXPECT_FALSE(ut::fileExists(none) || ut::folderExists(none));
+        EXPECT_FALSE(ut::fileExists(none) || ut::folderExists(none) || ut::FileName(none).exists());
     }
 }
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
+#include <utility>
 
 #include <platen/utcore.h>
 
@@ -19,10 +19,7 @@ std::wstring wide(char32_t character) {
 }
 
 TEST(Utf8, AcceptsTheEdgesOfEveryLength) {
-    const struct {
-        const char* bytes;
-        char32_t character;
-    } accepted[] = {
+    const std::pair<const char*, char32_t> accepted[] = {
         {"\x7F", 0x7F},
         {"\xC2\x80", 0x80},
         {"\xDF\xBF", 0x7FF},
@@ -33,13 +30,13 @@ TEST(Utf8, AcceptsTheEdgesOfEveryLength) {
         {"\xF0\x90\x80\x80", 0x10000},
         {"\xF4\x8F\xBF\xBF", 0x10FFFF},
     };
-    for (const auto& entry : accepted) {
-        SCOPED_TRACE(testing::PrintToString(entry.bytes));
+    for (const auto& [bytes, character] : accepted) {
+        SCOPED_TRACE(testing::PrintToString(bytes));
         std::wstring text;
-        EXPECT_TRUE(ut::isUtf8(entry.bytes));
-        ASSERT_TRUE(ut::decodeUtf8(entry.bytes, text));
-        EXPECT_EQ(text, wide(entry.character));
-        EXPECT_EQ(ut::encodeUtf8(text), entry.bytes);
+        EXPECT_TRUE(ut::isUtf8(bytes));
+        ASSERT_TRUE(ut::decodeUtf8(bytes, text));
+        EXPECT_EQ(text, wide(character));
+        EXPECT_EQ(ut::encodeUtf8(text), bytes);
     }
 }
 
@@ -104,11 +101,10 @@ TEST(Utf8, LoneSurrogateBecomesTheReplacementCharacter) {
 }
 
 TEST(Path, EveryByteSurvives) {
-    std::string name;
     for (int byte = 1; byte < 256; ++byte) {
-        name += static_cast<char>(byte);
+        const std::string name(1, static_cast<char>(byte));
+        EXPECT_EQ(ut::encodePath(ut::decodePath(name)), name);
     }
-    EXPECT_EQ(ut::encodePath(ut::decodePath(name)), name);
     EXPECT_EQ(ut::decodePath("a\xE4z"), (std::wstring{L'a', 0xDCE4, L'z'}));
 }
 
@@ -144,33 +140,24 @@ TEST(Utf16, CountsAndCutsInUnits) {
 
 TEST(Utf16, OrdersByUnits) {
     // Ascending: a pair begins with D800 to DBFF, so it stands before E000.
-    const std::vector<std::wstring> ascending = {L"",
-                                                 L"A",
-                                                 L"AB",
-                                                 L"a",
-                                                 L"\u00E9",
-                                                 L"\uD7FF",
-                                                 wide(0x10000) + L"x",
-                                                 wide(0x10001),
-                                                 wide(0x10FFFF),
-                                                 wide(0xE000),
-                                                 wide(0xFFFF)};
-    for (std::size_t i = 0; i < ascending.size(); ++i) {
-        for (std::size_t k = 0; k < ascending.size(); ++k) {
-            const int result = ut::compareOrdinal(ascending[i], ascending[k]);
+    constexpr char32_t ascending[] = {'A',     'a',      0xE9,   0xD7FF, 0x10000,
+                                      0x10001, 0x10FFFF, 0xE000, 0xFFFF};
+    for (std::size_t i = 0; i < std::size(ascending); ++i) {
+        for (std::size_t k = 0; k < std::size(ascending); ++k) {
+            const int result = ut::compareOrdinal(wide(ascending[i]), wide(ascending[k]));
             EXPECT_EQ(result < 0, i < k) << i << ' ' << k;
             EXPECT_EQ(result > 0, i > k) << i << ' ' << k;
         }
     }
+    EXPECT_LT(ut::compareOrdinal(L"", L"A"), 0);
+    EXPECT_LT(ut::compareOrdinal(L"A", L"AB"), 0);
+    EXPECT_LT(ut::compareOrdinal(wide(0x10000) + L"x", wide(0x10001)), 0);
     EXPECT_EQ(ut::compareOrdinal(wide(0x1F600), std::wstring{0xD83D, 0xDE00}), 0);
     EXPECT_LT(ut::compareOrdinal(std::wstring{0xD83D}, wide(0x1F600)), 0);
 }
 
 TEST(Characters, LowerCase) {
-    const struct {
-        char32_t upper;
-        char32_t lower;
-    } cases[] = {
+    const std::pair<char32_t, char32_t> cases[] = {
         {'A', 'a'},       {'Z', 'z'},       {'@', '@'},      {'[', '['},       {0xC0, 0xE0},
         {0xD6, 0xF6},     {0xD7, 0xD7},     {0xDE, 0xFE},    {0xDF, 0xDF},     {0x100, 0x101},
         {0x101, 0x101},   {0x130, 'i'},     {0x131, 0x131},  {0x178, 0xFF},    {0x1C5, 0x1C6},
@@ -179,10 +166,9 @@ TEST(Characters, LowerCase) {
         {0x2126, 0x3C9},  {0x212A, 'k'},    {0x2C6F, 0x250}, {0xFF3A, 0xFF5A}, {0xFF5B, 0xFF5B},
         {0xFFFF, 0xFFFF}, {0xD800, 0xD800},
     };
-    for (const auto& entry : cases) {
-        EXPECT_EQ(static_cast<char32_t>(ut::toLower(static_cast<wchar_t>(entry.upper))),
-                  entry.lower)
-            << std::hex << static_cast<std::uint32_t>(entry.upper);
+    for (const auto& [upper, lower] : cases) {
+        EXPECT_EQ(static_cast<char32_t>(ut::toLower(static_cast<wchar_t>(upper))), lower)
+            << std::hex << static_cast<std::uint32_t>(upper);
     }
     EXPECT_TRUE(ut::equalNoCase(L"\u041F\u0435\u0440\u043E 1", L"\u043F\u0415\u0420\u041E 1"));
     EXPECT_FALSE(ut::equalNoCase(L"ab", L"abc"));
