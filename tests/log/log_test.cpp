@@ -8,51 +8,39 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include "tests/support/german.h"
 #include "tests/support/log_keeper.h"
 
 namespace {
 
-class Log : public testing::Test {
-protected:
-    Log() { wut::registerWxLayer(); }
-    ~Log() override { wut::unregisterWxLayer(); }
-
-    wxInitializer library_;
-    LogKeeper log_;
-};
-
-TEST_F(Log, RecordsNameTheirPlace) {
+TEST(Log, RecordsNameTheirPlaceWhileTheLayerIsThere) {
+    const wxInitializer wx;
+    const LogKeeper log;
+    wut::registerWxLayer();
     wut::logError(L"cannot read %ls: %d%%", L"Pl\u00E4ne \u0416.ctb", 7);
     wut::logWarning(L"%ls", std::wstring(5000, L'w').c_str());
     wut::logMessage(L"plain %s", L"text");
-    const struct {
-        wxLogLevelValues level;
-        std::wstring text;
-        int line;
-        const char* function;
-    } expected[] = {
+    const std::tuple<wxLogLevelValues, std::wstring, int, const char*> expected[] = {
         {wxLOG_Error, L"cannot read Pl\u00E4ne \u0416.ctb: 7%", 207, "wut::logError"},
         {wxLOG_Warning, std::wstring(5000, L'w'), 215, "wut::logWarning"},
         {wxLOG_Message, L"plain text", 223, "wut::logMessage"},
     };
-    ASSERT_EQ(log_.records.size(), std::size(expected));
+    ASSERT_EQ(log.records.size(), std::size(expected));
     for (std::size_t i = 0; i < std::size(expected); ++i) {
-        const auto& [level, text, info] = log_.records[i];
-        EXPECT_EQ(level, static_cast<wxLogLevel>(expected[i].level));
-        EXPECT_EQ(text, expected[i].text);
+        const auto& [level, message, line, function] = expected[i];
+        const auto& [loggedLevel, text, info] = log.records[i];
+        EXPECT_EQ(loggedLevel, static_cast<wxLogLevel>(level));
+        EXPECT_EQ(text, message);
         EXPECT_STREQ(info.filename, "src/gui/wxutils/imp/wut_gui");
-        EXPECT_EQ(info.line, expected[i].line);
-        EXPECT_STREQ(info.func, expected[i].function);
+        EXPECT_EQ(info.line, line);
+        EXPECT_STREQ(info.func, function);
         EXPECT_STREQ(info.component, wxLOG_COMPONENT);
     }
-}
-
-TEST_F(Log, GoesNowhereWithoutTheLayer) {
     wut::unregisterWxLayer();
     wut::logError(L"unheard");
-    EXPECT_TRUE(log_.records.empty());
+    EXPECT_EQ(log.records.size(), std::size(expected));
 }
 
 TEST(Translations, AreThoseOfTheLayer) {

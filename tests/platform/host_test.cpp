@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -67,18 +68,14 @@ TEST(HostFileName, GivesFullPathsAndNames) {
 
 TEST(HostFileName, ComparesFullPaths) {
     const std::wstring here = std::filesystem::current_path().wstring();
-    const struct {
-        std::wstring left;
-        std::wstring right;
-        bool same;
-    } cases[] = {
+    const std::tuple<std::wstring, std::wstring, bool> cases[] = {
         {L"b", here + L"/b", true}, {L"b//", L"x/../b", true}, {L"b", L"b/c", false},
         {L"b", L"bb", false},       {L"/", L"/..", true},      {L"/", L"/b", false},
         {L"", here, false},         {L"", L"", true},
     };
-    for (const auto& entry : cases) {
-        EXPECT_EQ(ut::FileName(entry.left) == ut::FileName(entry.right), entry.same)
-            << ut::encodeUtf8(entry.left) << " " << ut::encodeUtf8(entry.right);
+    for (const auto& [left, right, same] : cases) {
+        EXPECT_EQ(ut::FileName(left) == ut::FileName(right), same)
+            << ut::encodeUtf8(left) << " " << ut::encodeUtf8(right);
     }
 }
 

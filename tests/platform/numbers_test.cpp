@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <limits>
 #include <random>
 #include <utility>
@@ -33,11 +34,9 @@ TEST(ScanInt, Converts) {
 }
 
 TEST(ScanInt, Refuses) {
-    for (const std::wstring& text :
-         {std::wstring(L""), std::wstring(L"  "), std::wstring(L"-"), std::wstring(L"+-1"),
-          std::wstring(L"- 1"), std::wstring(L"abc"), std::wstring(L"4294967296"),
-          std::wstring(L"-2147483649"), std::wstring(L"18446744073709551617"),
-          std::wstring(L"\u0661"), std::wstring(5000, L'9')}) {
+    for (const std::wstring& text : std::initializer_list<std::wstring>{
+             L"", L"  ", L"-", L"+-1", L"- 1", L"abc", L"4294967296", L"-2147483649",
+             L"18446744073709551617", L"\u0661", std::wstring(5000, L'9')}) {
         std::int32_t value = 99;
         EXPECT_FALSE(ut::scanInt(text, value)) << ut::encodeUtf8(text);
         EXPECT_EQ(value, 99);
@@ -88,12 +87,10 @@ TEST(ScanDouble, Converts) {
 }
 
 TEST(ScanDouble, Refuses) {
-    for (const std::wstring& text :
-         {std::wstring(L""), std::wstring(L"-"), std::wstring(L"."), std::wstring(L".e5"),
-          std::wstring(L"e5"), std::wstring(L"inf"), std::wstring(L"-nan"), std::wstring(L"+-5"),
-          std::wstring(L"1e309"), std::wstring(L"-1e99999999999999999999"),
-          std::wstring(L"0.001e400"), std::wstring(L"0x1p1024"), std::wstring(4000, L'9'),
-          std::wstring(L"\uFF15")}) {
+    for (const std::wstring& text : std::initializer_list<std::wstring>{
+             L"", L"-", L".", L".e5", L"e5", L"inf", L"-nan", L"+-5", L"1e309",
+             L"-1e99999999999999999999", L"0.001e400", L"0x1p1024", std::wstring(4000, L'9'),
+             L"\uFF15"}) {
         double value = 99;
         EXPECT_FALSE(ut::scanDouble(text, value)) << ut::encodeUtf8(text);
         EXPECT_EQ(value, 99);

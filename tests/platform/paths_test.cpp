@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 
 #include <platen/utcore.h>
@@ -9,11 +10,7 @@
 namespace {
 
 TEST(Paths, PartsOfPathsOfBothSystems) {
-    const struct {
-        const wchar_t* path;
-        const wchar_t* name;
-        const wchar_t* folder;
-    } cases[] = {
+    const std::array<const wchar_t*, 3> cases[] = {
         {L"", L"", L""},
         {L"a.pmp", L"a.pmp", L""},
         {L"b/a.pmp", L"a.pmp", L"b"},
@@ -22,9 +19,9 @@ TEST(Paths, PartsOfPathsOfBothSystems) {
         {L"/a.pmp", L"a.pmp", L"/"},
         {L"b/", L"", L"b"},
     };
-    for (const auto& entry : cases) {
-        EXPECT_EQ(ut::fileNameOf(entry.path), entry.name);
-        EXPECT_EQ(ut::folderOf(entry.path), entry.folder);
+    for (const auto& [path, name, folder] : cases) {
+        EXPECT_EQ(ut::fileNameOf(path), name);
+        EXPECT_EQ(ut::folderOf(path), folder);
     }
     for (const wchar_t* windows :
          {L"C:\\b\\a.pmp", L"c:a.pmp", L"\\\\server\\share\\a.pmp", L"b\\a.pmp", L"C:/b\\a.pmp"}) {

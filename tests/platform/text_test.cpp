@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include <platen/utcore.h>
@@ -100,20 +101,12 @@ TEST(Utf8, LoneSurrogateBecomesTheReplacementCharacter) {
     EXPECT_EQ(ut::encodeUtf8(std::wstring{0xD83D, 0xDE00}), "\xF0\x9F\x98\x80");
 }
 
-TEST(Path, EveryByteSurvives) {
-    for (int byte = 1; byte < 256; ++byte) {
-        const std::string name(1, static_cast<char>(byte));
-        EXPECT_EQ(ut::encodePath(ut::decodePath(name)), name);
-    }
+TEST(Path, OtherBytesBecomeLoneSurrogates) {
     EXPECT_EQ(ut::decodePath("a\xE4z"), (std::wstring{L'a', 0xDCE4, L'z'}));
 }
 
 TEST(Path, ExtensionIsOfTheLastComponent) {
-    const struct {
-        const wchar_t* path;
-        const wchar_t* extension;
-        bool has;
-    } cases[] = {
+    const std::tuple<const wchar_t*, const wchar_t*, bool> cases[] = {
         {L"pens.ctb", L"ctb", true},         {L"/plots/PENS.CtB", L"ctb", true},
         {L"a.b/pens", L"b/pens", false},     {L"a.ctb/pens", L"ctb", false},
         {L"dir/.ctb", L"ctb", false},        {L".ctb", L"ctb", false},
@@ -121,9 +114,8 @@ TEST(Path, ExtensionIsOfTheLastComponent) {
         {L"pens.ctbx", L"ctb", false},       {L"a..pc3", L"pc3", true},
         {L"\u0416.\u0416", L"\u0436", true}, {L"", L"ctb", false},
     };
-    for (const auto& entry : cases) {
-        EXPECT_EQ(ut::hasExtension(entry.path, entry.extension), entry.has)
-            << ut::encodeUtf8(entry.path);
+    for (const auto& [path, extension, has] : cases) {
+        EXPECT_EQ(ut::hasExtension(path, extension), has) << ut::encodeUtf8(path);
     }
 }
 

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 #include <platen/pia.h>
 #include <platen/utcore.h>
 #include "tests/print/bridge_support.h"
@@ -127,14 +129,11 @@ TEST_F(BridgeDocumentsTest, ALostPrinterGivesWayToTheNextOfItsDriver) {
     first.shared = true;
     spooler_.find(L"Other")->shared = true;
     // Stored for a printer and a driver, read for a printer. "Other" has another driver by now.
-    const struct {
-        const char *printer, *driver;
-        const wchar_t* expected;
-        bool moved;
-    } cases[] = {{"second", "Driver name", L"second", false},
-                 {"Gone", "Driver name", L"First", true},
-                 {"Other", "Driver name", L"First", true},
-                 {"Gone", "Unknown driver", L"Gone", false}};
+    const std::tuple<const char*, const char*, const wchar_t*, bool> cases[] = {
+        {"second", "Driver name", L"second", false},
+        {"Gone", "Driver name", L"First", true},
+        {"Other", "Driver name", L"First", true},
+        {"Gone", "Unknown driver", L"Gone", false}};
     for (const auto& [printer, driver, expected, moved] : cases) {
         bool printerChanged = !moved;
         const auto config = readBack(bodyFor(printer, driver), printerChanged);

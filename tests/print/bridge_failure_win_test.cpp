@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <tuple>
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
@@ -39,11 +40,7 @@ protected:
 };
 
 TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
-    const struct {
-        const char* what;
-        std::function<void(CPlotCfg3&)> spoil;
-        PiaCode code;
-    } cases[] = {
+    const std::tuple<const char*, std::function<void(CPlotCfg3&)>, PiaCode> cases[] = {
         {"no custom block", [](CPlotCfg3& c) { c.custom.reset(); }, PiaCode::KeyMissing},
         {"no printer", [](CPlotCfg3& c) { c.meta.winDeviceName.clear(); }, PiaCode::KeyMissing},
         {"printer gone", [](CPlotCfg3& c) { c.meta.winDeviceName = L"Gone"; },
@@ -135,13 +132,7 @@ TEST_F(BridgeFailureTest, AVersion3FileAppliesNoPrivateData) {
 }
 
 TEST_F(BridgeFailureTest, APaperIsSetAsFarAsTheDriverTakesIt) {
-    const struct {
-        DWORD fields;
-        const wchar_t* paper;
-        const wchar_t* formName;
-        short id;
-        const char* warning;
-    } cases[] = {
+    const std::tuple<DWORD, const wchar_t*, const wchar_t*, short, const char*> cases[] = {
         {DM_FORMNAME | DM_PAPERSIZE, L"letter", L"Letter", 1, nullptr},
         {DM_PAPERSIZE, L"Letter", L"kept", 1, nullptr},
         {DM_FORMNAME, L"Letter", L"Letter", 9, "setting-left-out media/size/name"},

@@ -2,9 +2,7 @@
 #include <wx/init.h>
 #include <wx/paper.h>
 
-#include <string>
-#include <utility>
-#include <vector>
+#include <tuple>
 
 #include <platen/print.h>
 
@@ -55,12 +53,7 @@ TEST_F(PrintDataTerms, PapersBringTheirSizeOrKeepTheirNumber) {
     short id = -7;
     EXPECT_FALSE(data.getDmPaperSize(id));
     EXPECT_EQ(id, -7);
-    const struct {
-        short set;
-        POINT tenths;
-        wxSize size;
-        short get;
-    } cases[] = {
+    const std::tuple<short, POINT, wxSize, short> cases[] = {
         {300, {2159, 2794}, {216, 279}, 300},
         {DMPAPER_A4, {1110, 2220}, {210, 297}, DMPAPER_A4},
         // 215.9 by 279.4 mm: cut, not rounded.

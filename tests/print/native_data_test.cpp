@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -124,13 +125,7 @@ TEST_F(NativeData, CarriesFieldsThatArePresent) {
 TEST_F(NativeData, StoresPapersThatWxWidgetsDoesNotKnow) {
     // 16 bits of tenths with a sign end at 3276 mm.
     constexpr DWORD id = DM_PAPERSIZE, width = DM_PAPERWIDTH, length = DM_PAPERLENGTH;
-    const struct {
-        short number;
-        wxSize size;
-        short expected;
-        DWORD fields;
-        std::size_t warnings;
-    } cases[] = {
+    const std::tuple<short, wxSize, short, DWORD, std::size_t> cases[] = {
         {300, {0, 0}, 300, id, 0},
         {300, {914, 3276}, 300, id | width | length, 0},
         // Without a number of the driver's only the size counts.

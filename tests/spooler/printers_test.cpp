@@ -67,18 +67,6 @@ TEST_F(SpoolerPrintersTest, AQueueHasThePapersOfItsDescription) {
     }
 }
 
-TEST_F(SpoolerPrintersTest, AMissingPrinterHasNothing) {
-    CPrnHelper printer(L"Gone");
-    EXPECT_FALSE(printer.isValid());
-    std::wstring text = L"before";
-    EXPECT_FALSE(printer.getPrinterDriver(text));
-    EXPECT_FALSE(printer.getPorts(text));
-    EXPECT_EQ(text, L"");
-    EXPECT_EQ(printer.paperCount(), 0U);
-    EXPECT_EQ(printer.findPaperName(L"A4"), -1);
-    EXPECT_TRUE(wut::PrintData(L"Gone").GetPrinterName().empty());
-}
-
 TEST_F(SpoolerPrintersTest, AnotherDefaultPrinterLastsForAScope) {
     {
         wut::ChangeDefaultPrinter change(OdString(L"Plotter"));

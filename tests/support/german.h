@@ -4,11 +4,12 @@
 #include <wx/arrstr.h>
 #include <wx/translation.h>
 
-#include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 /// While it lives, some texts are translated to German. All are UTF-8.
 class German {
@@ -31,26 +32,18 @@ private:
         /// of what they are translated to, and all of these.
         explicit Loader(std::map<std::string, std::string> texts) {
             texts[""] = "Content-Type: text/plain; charset=UTF-8\n";
-            constexpr std::size_t header = 28;
-            const std::size_t table = texts.size() * 8;
-            for (const std::size_t number :
-                 {std::size_t{0x950412DE}, std::size_t{0}, texts.size(), header, header + table,
-                  std::size_t{0}, std::size_t{0}}) {
-                addNumber(number);
-            }
+            const auto count = static_cast<std::uint32_t>(texts.size());
+            std::vector<std::uint32_t> numbers{0x950412DE, 0, count, 28, 28 + 8 * count, 0, 0};
             std::string all;
-            const auto add = [&](const std::string& text) {
-                addNumber(text.size());
-                addNumber(header + 2 * table + all.size());
-                all += text + '\0';
-            };
-            for (const auto& [text, translation] : texts) {
-                add(text);
+            for (const bool translated : {false, true}) {
+                for (const auto& [text, translation] : texts) {
+                    const std::string& each = translated ? translation : text;
+                    numbers.push_back(static_cast<std::uint32_t>(each.size()));
+                    numbers.push_back(static_cast<std::uint32_t>(28 + 16 * count + all.size()));
+                    all += each + '\0';
+                }
             }
-            for (const auto& [text, translation] : texts) {
-                add(translation);
-            }
-            file_ += all;
+            file_.assign(reinterpret_cast<const char*>(numbers.data()), numbers.size() * 4) += all;
         }
 
         wxMsgCatalog* LoadCatalog(const wxString& domain, const wxString&) override {
@@ -62,12 +55,6 @@ private:
         }
 
     private:
-        void addNumber(std::size_t number) {
-            for (int byte = 0; byte < 4; ++byte, number >>= 8) {
-                file_ += static_cast<char>(number);
-            }
-        }
-
         std::string file_;
     };
 };

@@ -6,6 +6,8 @@
 //   arguments FILE ...  writes its arguments behind FILE to it, one a line
 //   wx FILE             starts wxWidgets and ends it, and writes what it saw to FILE
 #include <wx/app.h>
+#include <wx/init.h>
+#include <wx/utils.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -49,7 +51,9 @@ int main(int count, char** words) {
     } else if (action == "stay") {
         stay(path);
     } else if (action == "nest" && count == 4) {
-        startProgram(arguments[0], "stay", arguments[3]);
+        const wxInitializer wx;
+        const std::string command = '"' + arguments[0] + "\" stay \"" + arguments[3] + '"';
+        wxExecute(wxString::FromUTF8(command), wxEXEC_ASYNC);
         stay(path);
     } else if (action == "arguments") {
         std::string lines;
