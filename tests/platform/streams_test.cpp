@@ -194,20 +194,4 @@ TEST(BinaryStream, FailsForGoodAndKeepsTheArgument) {
     EXPECT_EQ(std::pair(flag, real), std::pair(true, 0.5));
 }
 
-TEST(ByteBuffer, MovesAndKeepsItsContent) {
-    ut::ByteBuffer first;
-    first.reserve(3);
-    std::copy_n("abc", 3, first.data());
-    first.setSize(3);
-    first.reserve(100000);
-    EXPECT_EQ(first.view(), "abc");
-    ut::ByteBuffer second(std::move(first));
-    ut::ByteBuffer third;
-    third.reserve(1);
-    third.setSize(1);
-    third = std::move(second);
-    EXPECT_EQ(third.view(), "abc");
-    EXPECT_EQ(third.capacity(), 100000u);
-}
-
 }  // namespace

@@ -42,25 +42,10 @@ TEST(Utf8, AcceptsTheEdgesOfEveryLength) {
 }
 
 TEST(Utf8, RefusesMalformedBytesWhereverTheyStand) {
-    const std::string rejected[] = {
-        "\x80"s,
-        "\xBF"s,
-        "\xC0\x80"s,
-        "\xC1\xBF"s,
-        "\xC2"s,
-        "\xC2\x41"s,
-        "\xE0\x9F\xBF"s,
-        "\xE2\x82"s,
-        "\xED\xA0\x80"s,
-        "\xED\xBF\xBF"s,
-        "\xEF\xBF\x41"s,
-        "\xF0\x9F\x98"s,
-        "\xF0\x8F\xBF\xBF"s,
-        "\xF4\x90\x80\x80"s,
-        "\xF5\x80\x80\x80"s,
-        "\xFF"s,
-    };
-    for (const std::string& bytes : rejected) {
+    for (const std::string& bytes :
+         {"\x80"s, "\xBF"s, "\xC0\x80"s, "\xC1\xBF"s, "\xC2"s, "\xC2\x41"s, "\xE0\x9F\xBF"s,
+          "\xE2\x82"s, "\xED\xA0\x80"s, "\xED\xBF\xBF"s, "\xEF\xBF\x41"s, "\xF0\x9F\x98"s,
+          "\xF0\x8F\xBF\xBF"s, "\xF4\x90\x80\x80"s, "\xF5\x80\x80\x80"s, "\xFF"s}) {
         // All places within and around the blocks that ASCII is taken in.
         for (std::size_t before = 0; before <= 33; ++before) {
             for (const std::size_t after : {0u, 1u, 40u}) {
