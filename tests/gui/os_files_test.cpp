@@ -31,9 +31,8 @@ Positions positionsOf(const std::wstring& path) {
 TEST(PositionFile, HoldsSixLinesWithANumberEach) {
     const std::string longLine(2046, ' ');
     const std::tuple<const char*, std::string, std::vector<double>, bool> cases[] = {
-        {"no last end", "1\n2\n3\n4\n5\n6", {1, 2, 3, 4, 5, 6}, true},
+        {"endings but the last", "1\r\n2\r3\n4\r\n5\r6", {1, 2, 3, 4, 5, 6}, true},
         {"more lines", "1\n2\n3\n4\n5\n6\nseven\n", {1, 2, 3, 4, 5, 6}, true},
-        {"endings", "1\r\n2\r3\n4\r\n5\r6\r", {1, 2, 3, 4, 5, 6}, true},
         {"numbers", " 1.5\t\n-2e3\n+.25\n1e-3\n 007 \n-0.5", {1.5, -2000, .25, .001, 7, -.5}, true},
         {"five lines", "1\n2\n3\n4\n5\n", {1, 2, 3, 4, 5}, false},
         {"nothing", "", {}, false},

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <platen/utcore.h>
+#include "platform/utcore/codec.h"
 
 namespace {
 
@@ -58,10 +59,16 @@ TEST(Zlib, AppendsWhatItCompresses) {
     std::copy_n("head", 4, target.data());
     target.setSize(4);
     ASSERT_EQ(ut::ZlibEngine::compress("body", target, 9), 0);
-    EXPECT_TRUE(target.view().starts_with("head\x78"));
+    const std::size_t capacity = target.capacity();
+    ut::ByteBuffer moved;
+    moved.reserve(1);
+    moved = std::move(target);
+    EXPECT_TRUE(moved.view().starts_with("head\x78"));
+    EXPECT_EQ(moved.capacity(), capacity);
     for (const int level : {-2, 10}) {
-        EXPECT_EQ(ut::ZlibEngine::compress("body", target, level), Z_STREAM_ERROR);
+        EXPECT_EQ(ut::ZlibEngine::compress("body", moved, level), Z_STREAM_ERROR);
     }
+    EXPECT_EQ(ut::codec::adler32(7, {}), 7u);
 }
 
 // The streams of zlib are the measure, whatever deflates here, and whatever is said of their size.

@@ -13,9 +13,12 @@
 #include "tests/spooler/support.h"
 #include "tests/support/files.h"
 
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace fs = std::filesystem;
 
@@ -113,7 +116,7 @@ protected:
     /// One page with the text.
     static void expectPage(const std::string& document, const char* orientation, const char* size) {
         EXPECT_THAT(between("%%Orientation: ", document, "\n"), ElementsAre(orientation));
-        EXPECT_THAT(between("<</PageSize[", document, "]"), ElementsAre(size));
+        EXPECT_THAT(between("<</PageSize[", document, "]"), AllOf(Not(IsEmpty()), Each(size)));
         EXPECT_THAT(between("%%Page: ", document, "\n"), ElementsAre("1 1"));
         EXPECT_THAT(between("/", document, " glyphshow\n"), ElementsAre("S", "h", "e", "e", "t"));
     }

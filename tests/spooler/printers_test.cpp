@@ -31,12 +31,10 @@ TEST_F(SpoolerPrintersTest, AQueueTellsItsDriverPortAndComment) {
           {L"Office", L"Office printer"}}) {
         const CPrnHelper printer(name.c_str());
         ASSERT_TRUE(printer.isValid());
-        std::wstring text = L"before";
-        EXPECT_TRUE(printer.getPrinterDriver(text));
-        EXPECT_EQ(text, name);
-        text = L"before";
-        EXPECT_TRUE(printer.getPorts(text));
-        EXPECT_EQ(text, L"CUPS:" + name);
+        std::wstring driver = L"before", port = driver;
+        EXPECT_TRUE(printer.getPrinterDriver(driver) && printer.getPorts(port));
+        EXPECT_EQ(driver, name);
+        EXPECT_EQ(port, L"CUPS:" + name);
         EXPECT_EQ(wut::getPrinterComment(printer.handle()), OdString(comment));
     }
 }
