@@ -102,7 +102,8 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
         EXPECT_THAT(catcher.boxes, IsEmpty());
     }
     wxLog::SetActiveTarget(before);
-    EXPECT_EQ(dialog.GetTitle() + wizard.GetTitle() + frame.GetTitle(), "A dialogA wizardA frame");
+    EXPECT_THAT((std::vector{dialog.GetTitle(), wizard.GetTitle(), frame.GetTitle()}),
+                ElementsAre("A dialog", "A wizard", "A frame"));
     // Windows that are not there are not loaded.
     const BoxCatcher catcher;
     wxPanel unborn;

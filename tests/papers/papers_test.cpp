@@ -14,7 +14,6 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <utility>
 #include <vector>
 
 #include <platen/utcore.h>
@@ -23,11 +22,10 @@ namespace {
 
 using wut::PaperSizeInfo;
 
-const std::pair<const char*, std::span<const PaperSizeInfo>> builtInTables[] = {
-    {"pdf", {wut::cPdfPapers, wut::cPdfPapersCount}},
-    {"image", {wut::cImagePapers, wut::cImagePapersCount}},
-    {"none", {wut::cNonePapers, wut::cNonePapersCount}},
-};
+/// For PDF, for images, for no device.
+const std::span<const PaperSizeInfo> builtInTables[] = {{wut::cPdfPapers, wut::cPdfPapersCount},
+                                                        {wut::cImagePapers, wut::cImagePapersCount},
+                                                        {wut::cNonePapers, wut::cNonePapersCount}};
 
 TEST(PaperCatalogue, NumbersAndNamesAreInverse) {
     for (int id = 0; id <= std::numeric_limits<std::int16_t>::max(); ++id) {
@@ -97,11 +95,11 @@ TEST(PaperCatalogue, Units) {
 }
 
 TEST(BuiltInPapers, NamesAndNumbersAgree) {
-    for (const auto& [what, papers] : builtInTables) {
+    for (const auto& papers : builtInTables) {
         std::set<std::wstring> names;
         for (const PaperSizeInfo& paper : papers) {
             std::wstring name = paper.displayName;
-            SCOPED_TRACE(what + (": " + ut::encodeUtf8(name)));
+            SCOPED_TRACE(ut::encodeUtf8(name));
             EXPECT_TRUE(names.insert(name).second);
             if (const std::size_t open = name.find(L'('); open != std::wstring::npos) {
                 const std::wstring size = name.substr(open + 1);
@@ -123,7 +121,7 @@ TEST(BuiltInPapers, NamesAndNumbersAgree) {
 
 /// The short names of the first group say no size: the full-bleed sheet of the same letter does.
 TEST(BuiltInPapers, PlainSheetsHaveTheSizeOfTheirNamesakes) {
-    const auto papers = builtInTables[0].second;
+    const auto papers = builtInTables[0];
     for (const PaperSizeInfo& plain : papers.first(22)) {
         const std::wstring name = plain.displayName;
         const std::wstring middle = L" " + name.substr(name.rfind(L' ') + 1) + L" (";
@@ -160,7 +158,7 @@ TEST(BuiltInPapers, OrderAndMargins) {
         {2, 39, L"700mm_(700.00_x_1000.00_MM)", "7.5 20 7.5 20"},
     };
     for (const auto& [table, row, canonicalName, margins] : cases) {
-        const PaperSizeInfo& paper = builtInTables[table].second[row];
+        const PaperSizeInfo& paper = builtInTables[table][row];
         EXPECT_EQ(std::wstring(paper.canonicalName), canonicalName);
         if (margins != nullptr) {
             char text[128];
@@ -176,7 +174,7 @@ TEST(BuiltInPapers, OrderAndMargins) {
 
 /// Single precision may cost digits, never more: each form keeps its margins to 1/10000 of a unit.
 TEST(BuiltInPapers, RoundedMarginsStandForTheirGroup) {
-    for (const PaperSizeInfo& paper : builtInTables[0].second.subspan(67)) {
+    for (const PaperSizeInfo& paper : builtInTables[0].subspan(67)) {
         const bool inches = paper.units == OdDbPlotSettings::kInches;
         const bool expand = std::wstring_view(paper.displayName).find(L"expand") < 6;
         const double side = inches ? 0.2281 : 5.79375;
@@ -231,7 +229,8 @@ TEST(Collation, IsAStrictWeakOrdering) {
                 // Through an equal text nothing changes; two steps down lead down.
                 if (const int second = order(b, c); first <= 0 && second <= 0) {
                     ASSERT_EQ(order(a, c), std::min(first, second))
-                        << ut::encodeUtf8(a + L" " + b + L" " + c);
+                        << ut::encodeUtf8(a) << ' ' << ut::encodeUtf8(b) << ' '
+                        << ut::encodeUtf8(c);
                 }
             }
         }

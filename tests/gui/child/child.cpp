@@ -44,7 +44,7 @@ int main(int count, char** words) {
     const std::string& action = arguments[1];
     const std::string& path = arguments[2];
     if (action == "end") {
-        return std::atoi(path.c_str());
+        return static_cast<int>(std::strtol(path.c_str(), nullptr, 10));
     }
     if (action == "start") {
         write(path, howStarted());
