@@ -22,8 +22,6 @@ public:
         : answer_(answer), folder_(folder) {
         Register();
     }
-    BoxCatcher(const BoxCatcher&) = delete;
-    BoxCatcher& operator=(const BoxCatcher&) = delete;
     ~BoxCatcher() override { Unregister(); }
 
     std::vector<Box> boxes;

@@ -8,8 +8,8 @@
 #include <platen/utcore.h>
 #include "tests/gui/boxes.h"
 #include "tests/gui/screen.h"
-#include "tests/gui/translations.h"
 #include "tests/support/files.h"
+#include "tests/support/german.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ TEST(Messages, HaveTheProductForACaption) {
     const wut::BasePolicy bad;
     bad.showError();
     {
-        const German german("Bad input", "Ung\xC3\xBCltig");
+        const German german{{"Bad input", "Ung\xC3\xBCltig"}};
         bad.showError();
         EXPECT_EQ(bad.errorMessage(), L"Ung\u00FCltig");
         EXPECT_EQ(wut::BasePolicy("Bad input").errorMessage(), "Bad input");
@@ -55,7 +55,7 @@ TEST(Messages, AskForAFolder) {
     wxString folder = before;
     // GTK's chooser does not tell where it begins.
     const std::wstring begin = onWindows() ? before.ToStdWstring() : L"";
-    const German german("Select Folder", "Ordner w\xC3\xA4hlen");
+    const German german{{"Select Folder", "Ordner w\xC3\xA4hlen"}};
     for (const auto& [answer, result] : {std::pair(wxID_CANCEL, before), {wxID_OK, "other"}}) {
         const BoxCatcher catcher(answer, "other");
         EXPECT_EQ(wut::selectFolderDlg(folder, &frame), answer == wxID_OK);

@@ -13,8 +13,6 @@
 #include <platen/utcore.h>
 #include "tests/support/files.h"
 
-using namespace std::string_literals;
-
 namespace {
 
 constexpr double unset = -99;
@@ -31,9 +29,8 @@ Positions positionsOf(const std::wstring& path) {
 TEST(PositionFile, HoldsSixLinesWithANumberEach) {
     const std::string longLine(2046, ' ');
     const std::tuple<const char*, std::string, std::vector<double>, bool> cases[] = {
-        {"no last end", "1\n2\n3\n4\n5\n6", {1, 2, 3, 4, 5, 6}, true},
+        {"endings but the last", "1\r\n2\r3\n4\r\n5\r6", {1, 2, 3, 4, 5, 6}, true},
         {"more lines", "1\n2\n3\n4\n5\n6\nseven\n", {1, 2, 3, 4, 5, 6}, true},
-        {"endings", "1\r\n2\r3\n4\r\n5\r6\r", {1, 2, 3, 4, 5, 6}, true},
         {"numbers", " 1.5\t\n-2e3\n+.25\n1e-3\n 007 \n-0.5", {1.5, -2000, .25, .001, 7, -.5}, true},
         {"five lines", "1\n2\n3\n4\n5\n", {1, 2, 3, 4, 5}, false},
         {"nothing", "", {}, false},
@@ -43,7 +40,6 @@ TEST(PositionFile, HoldsSixLinesWithANumberEach) {
         {"a unit", "1mm\n", {}, false},
         {"too large", "1\n1e999\n", {1}, false},
         {"no number", "1\nnan\n", {1}, false},
-        {"a null character", "1\n2\0\n3\n"s, {1}, false},
         {"other bytes", "1\n\xFF\xB2\n", {1}, false},
         {"a long line", "1\n" + longLine.substr(1) + "2\n3\n4\n5\n6\n", {1, 2, 3, 4, 5, 6}, true},
         {"cut in a number", "1\n" + longLine + "23\n4\n5\n6\n7\n8\n", {1}, false},

@@ -3,6 +3,7 @@
 #include <wx/string.h>
 #include <wx/utils.h>
 
+#include <array>
 #include <clocale>
 #include <limits>
 #include <string>
@@ -30,23 +31,21 @@ TEST(Locale, OfTheApplicationHasTheUsersTextAndPlainNumbers) {
 TEST(Numbers, MultiplyAndDivideLikeTheSystem) {
     constexpr int largest = std::numeric_limits<int>::max();
     constexpr int smallest = std::numeric_limits<int>::min();
-    const struct {
-        int number, numerator, denominator, result;
-    } cases[] = {{7, 3, 2, 11},
-                 {-7, 3, 2, -11},
-                 {7, 3, -2, -11},
-                 {-7, -3, -2, -11},
-                 {1, 1, 3, 0},
-                 {2, 1, 3, 1},
-                 {1, 1, 0, -1},
-                 {largest, largest, largest, largest},
-                 {largest, 2, 1, -1},
-                 {smallest, 1, 1, -1},
-                 {smallest, 1, 2, -1073741824},
-                 {smallest, smallest, 1, -1},
-                 {largest, 1, -1, -largest},
-                 {largest, 1, smallest, -1},
-                 {smallest, 1, smallest, 1}};
+    const std::array<int, 4> cases[] = {{7, 3, 2, 11},
+                                        {-7, 3, 2, -11},
+                                        {7, 3, -2, -11},
+                                        {-7, -3, -2, -11},
+                                        {1, 1, 3, 0},
+                                        {2, 1, 3, 1},
+                                        {1, 1, 0, -1},
+                                        {largest, largest, largest, largest},
+                                        {largest, 2, 1, -1},
+                                        {smallest, 1, 1, -1},
+                                        {smallest, 1, 2, -1073741824},
+                                        {smallest, smallest, 1, -1},
+                                        {largest, 1, -1, -largest},
+                                        {largest, 1, smallest, -1},
+                                        {smallest, 1, smallest, 1}};
     for (const auto& [number, numerator, denominator, result] : cases) {
         EXPECT_EQ(wut::mulDiv(number, numerator, denominator), result)
             << number << " * " << numerator << " / " << denominator;

@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "tests/support/files.h"
-#include "tests/support/wine_key_win.h"
 
 namespace {
 
@@ -42,9 +41,15 @@ TEST(Mail, HasTheFileAttached) {
     EXPECT_EQ(wut::sendByMail(L"a.pdf", nullptr, L"platen-no-such-library.dll"), wut::MS_NoMail);
     EXPECT_EQ(wut::sendByMail(L"a.pdf", nullptr, L"version.dll"), wut::MS_NoMail);
     EXPECT_FALSE(wut::isUnderWine());
-    const WineKey key;
+    // Should the key be left behind, it goes with the server of the registry.
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Wine\\Wine\\Config", 0, nullptr,
+                              REG_OPTION_VOLATILE, KEY_READ, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
+    RegCloseKey(key);
     EXPECT_TRUE(wut::isUnderWine());
     EXPECT_EQ(wut::sendByMail(L"a.pdf", nullptr), wut::MS_NoMail);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Wine\\Wine");
     EXPECT_TRUE(folder.files().empty());
 }
 

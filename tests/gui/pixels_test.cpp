@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -170,15 +171,12 @@ TEST(CopyPixels, CopiesTheRectangleAndNothingElse) {
 TEST(CopyPixels, CopiesNothingWithoutPixelsOrBuffers) {
     const Buffer source = filled(64, 1);
     Buffer target = filled(64, 2);
-    const struct {
-        int width, height;
-        const unsigned char* from;
-        unsigned char* to;
-    } cases[] = {{0, 2, source.data(), target.data()},
-                 {2, 0, source.data(), target.data()},
-                 {-2, -2, source.data(), target.data()},
-                 {2, 2, nullptr, target.data()},
-                 {2, 2, source.data(), nullptr}};
+    const std::tuple<int, int, const unsigned char*, unsigned char*> cases[] = {
+        {0, 2, source.data(), target.data()},
+        {2, 0, source.data(), target.data()},
+        {-2, -2, source.data(), target.data()},
+        {2, 2, nullptr, target.data()},
+        {2, 2, source.data(), nullptr}};
     for (const auto& [width, height, from, to] : cases) {
         for (const PixelFormat format : {PF_RGB, PF_RGBA}) {
             copyPixels(width, height, from, PF_RGB, VD_TopDown, to, format, VD_TopDown, alpha, 0,

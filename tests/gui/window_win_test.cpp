@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <wx/dialog.h>
 #include <wx/frame.h>
-#include <wx/timer.h>
 
 #include <memory>
 
@@ -81,7 +80,10 @@ TEST_F(WindowWrapper, TakesTheActiveWindowForNullAndOutlivesIt) {
 TEST_F(WindowWrapper, TakesItsDialogsAlong) {
     NativeWindow native(L"A native window");
     Wrapper wrapper = wrap(native.handle());
-    (new wxDialog(wrapper.get(), wxID_ANY, "Open"))->Show();
+    auto* open = new wxDialog(wrapper.get(), wxID_ANY, "Open");
+    open->Show();
+    EXPECT_EQ(::GetWindow(open->GetHWND(), GW_OWNER), native.handle());
+    leavePicture("dialog_over_native_window", displayed(*wrapper));
     (new wxDialog(wrapper.get(), wxID_ANY, "About to go"))->Destroy();
     wrapper.reset();
     EXPECT_EQ(wxTopLevelWindows.GetCount(), known_);
@@ -157,32 +159,6 @@ TEST_F(RestoredWindows, ComeBackWithEveryCopy) {
         EXPECT_TRUE(isKnown(third.wxActiveWindow()));
         EXPECT_EQ(wxTopLevelWindows.GetCount(), known_ + 1);
     }
-}
-
-TEST_F(RestoredWindows, ComeBackAfterAModalDialog) {
-    {
-        const wut::WindowRestore restore(given.handle());
-        // As the owner of the native windows would for a dialog of its own.
-        below.enable(false);
-        given.enable(false);
-        wxDialog dialog(restore.wxActiveWindow(), wxID_ANY, "A dialog", wxPoint(110, 120));
-        wxTimer timer;
-        timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
-            EXPECT_EQ(::GetWindow(dialog.GetHWND(), GW_OWNER), top.handle());
-            EXPECT_EQ(::GetActiveWindow(), dialog.GetHWND());
-            EXPECT_FALSE(top.enabled());
-            EXPECT_FALSE(below.enabled());
-            leavePicture("dialog_over_native_window", displayed(*restore.wxActiveWindow()));
-            dialog.EndModal(wxID_OK);
-        });
-        timer.StartOnce(300);
-        EXPECT_EQ(dialog.ShowModal(), wxID_OK);
-        EXPECT_TRUE(top.enabled());
-        given.activate();
-    }
-    EXPECT_TRUE(below.enabled());
-    EXPECT_TRUE(given.enabled());
-    EXPECT_TRUE(top.active());
 }
 
 using Restore = NativeWindows;

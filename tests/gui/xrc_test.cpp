@@ -2,7 +2,6 @@
 #include <wx/dialog.h>
 #include <wx/frame.h>
 #include <wx/fs_mem.h>
-#include <wx/log.h>
 #include <wx/panel.h>
 #include <wx/wizard.h>
 #include <wx/xrc/xmlres.h>
@@ -17,15 +16,17 @@
 #include "tests/gui/boxes.h"
 #include "tests/gui/screen.h"
 #include "tests/gui/support/gui.h"
-#include "tests/gui/translations.h"
 #include "tests/support/files.h"
+#include "tests/support/german.h"
+#include "tests/support/log_keeper.h"
 
 namespace {
 
+using testing::_;
 using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Pair;
 using Box = BoxCatcher::Box;
 
 constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -44,23 +45,6 @@ constexpr const char* resources = R"(<?xml version="1.0" encoding="UTF-8"?>
     <object class="NoSuchClass" name="MyUnknown"/>
   </object>
 </resource>)";
-
-/// Keeps the levels and texts of what is logged.
-class LogKeeper : public wxLog {
-public:
-    LogKeeper() : before_(wxLog::SetActiveTarget(this)) {}
-    ~LogKeeper() override { wxLog::SetActiveTarget(before_); }
-
-    std::vector<std::pair<wxLogLevel, std::string>> records;
-
-protected:
-    void DoLogRecord(wxLogLevel level, const wxString& text, const wxLogRecordInfo&) override {
-        records.emplace_back(level, text.utf8_string());
-    }
-
-private:
-    wxLog* before_;
-};
 
 class XmlResources : public testing::Test {
 protected:
@@ -105,7 +89,7 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
             std::string format = "Failed to load ";
             format.append(kind.begin(), kind.end()).append(" \"%ls\" from XRC");
             // What else looks like a format is none.
-            const German german(format, "100% \xC3\xBC %d: \"%ls\", %ls");
+            const German german{{format, "100% \xC3\xBC %d: \"%ls\", %ls"}};
             EXPECT_FALSE(load(name.c_str()));
             EXPECT_THAT(catcher.boxes,
                         ElementsAre(Box{L"Failed to load " + kind + L" \"" + name + L"\" from XRC",
@@ -118,7 +102,8 @@ TEST_F(XmlResources, BecomeWindowsOrAreNamedInOneBox) {
         EXPECT_THAT(catcher.boxes, IsEmpty());
     }
     wxLog::SetActiveTarget(before);
-    EXPECT_EQ(dialog.GetTitle() + wizard.GetTitle() + frame.GetTitle(), "A dialogA wizardA frame");
+    EXPECT_THAT((std::vector{dialog.GetTitle(), wizard.GetTitle(), frame.GetTitle()}),
+                ElementsAre("A dialog", "A wizard", "A frame"));
     // Windows that are not there are not loaded.
     const BoxCatcher catcher;
     wxPanel unborn;
@@ -143,8 +128,8 @@ TEST_F(XmlResources, LeaveTheReasonInTheLog) {
     EXPECT_EQ(wxLog::GetActiveTarget(), &log);
     // What is wrong with a window that was loaded all the same stays an error.
     EXPECT_NE(wut::loadPanel(&parent_, L"OddPanel"), nullptr);
-    EXPECT_THAT(log.records, ElementsAre(Pair(wxLOG_Debug, HasSubstr("Missing")),
-                                         Pair(wxLOG_Error, HasSubstr("NoSuchClass"))));
+    EXPECT_THAT(log.records, ElementsAre(FieldsAre(wxLOG_Debug, HasSubstr(L"Missing"), _),
+                                         FieldsAre(wxLOG_Error, HasSubstr(L"NoSuchClass"), _)));
     EXPECT_EQ(catcher.boxes.size(), 1u);
 }
 

@@ -3,15 +3,19 @@
 
 #include <platen/plotcfg.h>
 
+#include <gtest/gtest.h>
 #include <wx/dynlib.h>
+#include <wx/init.h>
 
 #include <vector>
 
-#include "tests/log/translations.h"
+#include "tests/support/german.h"
 
 namespace {
 
-TEST_F(Translations, OfDevicesAreMadeWhenTheLibraryIsLoaded) {
+TEST(Translations, OfDevicesAreMadeWhenTheLibraryIsLoaded) {
+    const wxInitializer wx;
+    const German german{{"Built-in direct output to PDF", "Eingebaute Ausgabe als PDF"}};
     wxDynamicLibrary library(PLATEN_LIBRARY);
     ASSERT_TRUE(library.IsLoaded());
     const auto* devices = reinterpret_cast<const std::vector<BuiltInPlotDevice>*>(

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 #include <platen/oda.h>
 #include <platen/utcore.h>
 
@@ -33,11 +36,7 @@ TEST_F(Windows1252, EveryByteSurvives) {
 }
 
 TEST_F(Windows1252, WhatItDoesNotHoldBecomesQuestionMarks) {
-    const struct {
-        std::wstring text;
-        const char* bytes;
-        std::size_t lost;
-    } cases[] = {
+    const std::tuple<std::wstring, const char*, std::size_t> cases[] = {
         {L"", "", 0},
         {L"plain", "plain", 0},
         {L"\u00E9\u20AC", "\xE9\x80", 0},
@@ -53,10 +52,10 @@ TEST_F(Windows1252, WhatItDoesNotHoldBecomesQuestionMarks) {
         {std::wstring{L'a', 0xDE00, 0xD83D}, "a??", 2},
         {L"0123456789abcdef0123456789abcdef\u0416", "0123456789abcdef0123456789abcdef?", 1},
     };
-    for (const auto& entry : cases) {
+    for (const auto& [text, expected, lost] : cases) {
         std::string bytes;
-        EXPECT_EQ(ut::convertToAnsi(entry.text, bytes), entry.lost) << entry.bytes;
-        EXPECT_EQ(bytes, entry.bytes);
+        EXPECT_EQ(ut::convertToAnsi(text, bytes), lost) << expected;
+        EXPECT_EQ(bytes, expected);
     }
 }
 

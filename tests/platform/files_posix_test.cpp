@@ -102,11 +102,8 @@ TEST_F(PosixFiles, NamesOfAnyBytesAndTheLongest) {
 }
 
 TEST_F(PosixFiles, RelativeNameHasItsFolder) {
-    const fs::path before = fs::current_path();
-    fs::current_path(folder_);
-    const ut::SystemError error = ut::replaceFile(L"bare", std::vector<std::string_view>{"new"});
-    fs::current_path(before);
-    EXPECT_FALSE(error);
+    const CurrentFolder here(folder_);
+    EXPECT_FALSE(ut::replaceFile(L"bare", std::vector<std::string_view>{"new"}));
     EXPECT_EQ(content("bare"), "new");
     EXPECT_EQ(ut::correctSlashes(L"a/b\\c"), L"a/b\\c");
 }

@@ -1,22 +1,16 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <filesystem>
-#include <random>
 #include <vector>
 
 #include <platen/utcore.h>
+#include "tests/support/files.h"
 
 namespace {
 
-/// A path of its own, because tests of several builds may run at a time.
-std::wstring temporary() {
-    return std::filesystem::temp_directory_path().wstring() + L"platen " +
-           std::to_wstring(std::random_device{}());
-}
-
 const std::vector<std::string_view> pieces = {"new"};
 
+/// Also of files that the C++ library cannot open.
 std::string content(const std::wstring& path) {
     ut::ByteBuffer bytes;
     bool tooLarge = false;
@@ -24,7 +18,8 @@ std::string content(const std::wstring& path) {
 }
 
 TEST(WindowsFiles, ReadOnlyFileIsNotReplaced) {
-    const std::wstring file = temporary() + L".ctb";
+    const TemporaryFolder temporary;
+    const std::wstring file = temporary.wide("a table.ctb");
     ASSERT_FALSE(ut::replaceFile(file, std::vector<std::string_view>{"old"}));
     ASSERT_TRUE(SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY));
     const ut::SystemError error = ut::replaceFile(file, pieces);
@@ -34,11 +29,11 @@ TEST(WindowsFiles, ReadOnlyFileIsNotReplaced) {
     EXPECT_FALSE(ut::replaceFile(file, pieces));
     EXPECT_EQ(content(file), "new");
     EXPECT_NE(GetFileAttributesW(file.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0u);
-    DeleteFileW(file.c_str());
 }
 
 TEST(WindowsFiles, LongPathsAndSlashes) {
-    std::wstring folder = temporary();
+    const TemporaryFolder temporary;
+    std::wstring folder = temporary.wide("a folder");
     std::vector<std::wstring> folders = {folder};
     while (folder.size() < 400) {
         folder += L"/" + std::wstring(90, L'f');

@@ -24,9 +24,8 @@ TEST(HostLibrary, IsLoadedFromTheFoldersOfLibrariesOnly) {
     const TemporaryFolder folder;
     const std::filesystem::path copy = folder.path("libplanted.so");
     std::filesystem::copy_file(zlib.dli_fname, copy);
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(copy.parent_path());
     {
+        const CurrentFolder here(copy.parent_path());
         const ut::DynamicLibrary planted(L"libplanted.so", ut::DynamicLibrary::Now);
         EXPECT_FALSE(planted.isLoaded());
         const ut::DynamicLibrary named(L"./libplanted.so", ut::DynamicLibrary::Lazy);
@@ -38,7 +37,6 @@ TEST(HostLibrary, IsLoadedFromTheFoldersOfLibrariesOnly) {
     }
     // Gone with its object.
     EXPECT_EQ(::dlopen(copy.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);
-    std::filesystem::current_path(before);
 }
 
 TEST(HostErrors, AreErrno) {

@@ -22,9 +22,8 @@ TEST(HostLibrary, IsLoadedFromTheFoldersOfLibrariesOnly) {
     const TemporaryFolder folder;
     const std::filesystem::path copy = folder.path("planted.dll");
     std::filesystem::copy_file(zlib, copy);
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(copy.parent_path());
     {
+        const CurrentFolder here(copy.parent_path());
         const ut::DynamicLibrary planted(L"planted.dll", ut::DynamicLibrary::Now);
         EXPECT_FALSE(planted.isLoaded());
         const ut::DynamicLibrary named(L"./planted.dll", ut::DynamicLibrary::Lazy);
@@ -36,7 +35,6 @@ TEST(HostLibrary, IsLoadedFromTheFoldersOfLibrariesOnly) {
     }
     // Gone with its object.
     EXPECT_EQ(GetModuleHandleW(L"planted.dll"), nullptr);
-    std::filesystem::current_path(before);
     // The system's own are found by name.
     EXPECT_NE(ut::DynamicLibrary(L"version.dll", ut::DynamicLibrary::Now)
                   .function<void()>("GetFileVersionInfoW"),

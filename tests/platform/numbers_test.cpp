@@ -4,18 +4,17 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <limits>
 #include <random>
+#include <utility>
 
 #include <platen/utcore.h>
 
 namespace {
 
 TEST(ScanInt, Converts) {
-    const struct {
-        std::wstring text;
-        std::int32_t value;
-    } cases[] = {
+    const std::pair<std::wstring, std::int32_t> cases[] = {
         {L"0", 0},
         {L"-7", -7},
         {L" \t\n\u00A0\u3000+12abc", 12},
@@ -27,19 +26,17 @@ TEST(ScanInt, Converts) {
         {L"3271622143", -1023345153},
         {std::wstring(5000, L'0') + L"5", 5},
     };
-    for (const auto& entry : cases) {
+    for (const auto& [text, expected] : cases) {
         std::int32_t value = 99;
-        EXPECT_TRUE(ut::scanInt(entry.text, value)) << ut::encodeUtf8(entry.text);
-        EXPECT_EQ(value, entry.value) << ut::encodeUtf8(entry.text);
+        EXPECT_TRUE(ut::scanInt(text, value)) << ut::encodeUtf8(text);
+        EXPECT_EQ(value, expected) << ut::encodeUtf8(text);
     }
 }
 
 TEST(ScanInt, Refuses) {
-    for (const std::wstring& text :
-         {std::wstring(L""), std::wstring(L"  "), std::wstring(L"-"), std::wstring(L"+-1"),
-          std::wstring(L"- 1"), std::wstring(L"abc"), std::wstring(L"4294967296"),
-          std::wstring(L"-2147483649"), std::wstring(L"18446744073709551617"),
-          std::wstring(L"\u0661"), std::wstring(5000, L'9')}) {
+    for (const std::wstring& text : std::initializer_list<std::wstring>{
+             L"", L"  ", L"-", L"+-1", L"- 1", L"abc", L"4294967296", L"-2147483649",
+             L"18446744073709551617", L"\u0661", std::wstring(5000, L'9')}) {
         std::int32_t value = 99;
         EXPECT_FALSE(ut::scanInt(text, value)) << ut::encodeUtf8(text);
         EXPECT_EQ(value, 99);
@@ -48,10 +45,7 @@ TEST(ScanInt, Refuses) {
 
 TEST(ScanDouble, Converts) {
     const std::wstring zeros(4000, L'0');
-    const struct {
-        std::wstring text;
-        double value;
-    } cases[] = {
+    const std::pair<std::wstring, double> cases[] = {
         {L"297.000000", 297},
         {L"  -25.4mm", -25.4},
         {L"+.5", 0.5},
@@ -82,10 +76,10 @@ TEST(ScanDouble, Converts) {
         {L"1" + zeros + L"e-4000", 1},
         {zeros + L"1." + zeros + L"1", 1},
     };
-    for (const auto& entry : cases) {
+    for (const auto& [text, expected] : cases) {
         double value = 99;
-        EXPECT_TRUE(ut::scanDouble(entry.text, value)) << ut::encodeUtf8(entry.text);
-        EXPECT_EQ(value, entry.value) << ut::encodeUtf8(entry.text);
+        EXPECT_TRUE(ut::scanDouble(text, value)) << ut::encodeUtf8(text);
+        EXPECT_EQ(value, expected) << ut::encodeUtf8(text);
     }
     double negativeZero = 1;
     EXPECT_TRUE(ut::scanDouble(L"-0", negativeZero));
@@ -93,12 +87,10 @@ TEST(ScanDouble, Converts) {
 }
 
 TEST(ScanDouble, Refuses) {
-    for (const std::wstring& text :
-         {std::wstring(L""), std::wstring(L"-"), std::wstring(L"."), std::wstring(L".e5"),
-          std::wstring(L"e5"), std::wstring(L"inf"), std::wstring(L"-nan"), std::wstring(L"+-5"),
-          std::wstring(L"1e309"), std::wstring(L"-1e99999999999999999999"),
-          std::wstring(L"0.001e400"), std::wstring(L"0x1p1024"), std::wstring(4000, L'9'),
-          std::wstring(L"\uFF15")}) {
+    for (const std::wstring& text : std::initializer_list<std::wstring>{
+             L"", L"-", L".", L".e5", L"e5", L"inf", L"-nan", L"+-5", L"1e309",
+             L"-1e99999999999999999999", L"0.001e400", L"0x1p1024", std::wstring(4000, L'9'),
+             L"\uFF15"}) {
         double value = 99;
         EXPECT_FALSE(ut::scanDouble(text, value)) << ut::encodeUtf8(text);
         EXPECT_EQ(value, 99);
@@ -107,31 +99,19 @@ TEST(ScanDouble, Refuses) {
 
 TEST(FormatFixed, Formats) {
     const double infinity = std::numeric_limits<double>::infinity();
-    const struct {
-        double value;
-        int precision;
-        const wchar_t* text;
-    } cases[] = {
-        {297, -1, L"297.000000"},
-        {0.1, 6, L"0.100000"},
-        {2.5, 0, L"2"},
-        {-1.005, 2, L"-1.00"},
-        {-0.0, 1, L"-0.0"},
-        {1e-9, 6, L"0.000000"},
-        {999999.9999999, 6, L"1000000.000000"},
-        {infinity, 6, L"inf"},
-        {-infinity, 0, L"-inf"},
-        {std::nan(""), 6, L"nan"},
-        {-std::nan(""), 2, L"nan"},
-    };
-    for (const auto& entry : cases) {
-        EXPECT_EQ(ut::formatFixed(entry.value, entry.precision), entry.text);
+    const double nan = std::nan("");
+    EXPECT_EQ(ut::formatFixed(297, -1), L"297.000000");
+    for (const auto& [value, text] :
+         {std::pair(infinity, L"inf"), {-infinity, L"-inf"}, {nan, L"nan"}, {-nan, L"nan"}}) {
+        EXPECT_EQ(ut::formatFixed(value, 6), text);
     }
-    // Against the C library: numbers with few digits, halves in the last place and all others.
+    // Against the C library: edges, numbers with few digits, halves in the last place and others.
     std::mt19937_64 random(20);
     for (int round = 0; round < 200000; ++round) {
         const auto bits = static_cast<double>(random() >> 11U);
-        const double values[] = {static_cast<double>(random() % 200000000) / 1e6 - 100,
+        const double edges[] = {0.1, 2.5, -1.005, -0.0, 1e-9, 999999.9999999};
+        const double values[] = {edges[random() % std::size(edges)],
+                                 static_cast<double>(random() % 200000000) / 1e6 - 100,
                                  (static_cast<double>(random() % 2000001) + 0.5) / 256,
                                  std::ldexp(bits, -static_cast<int>(random() % 100))};
         for (const double value : values) {

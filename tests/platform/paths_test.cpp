@@ -1,18 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 
 #include <platen/utcore.h>
+#include <platen/utcore_host.h>
 #include "tests/support/files.h"
 
 namespace {
 
 TEST(Paths, PartsOfPathsOfBothSystems) {
-    const struct {
-        const wchar_t* path;
-        const wchar_t* name;
-        const wchar_t* folder;
-    } cases[] = {
+    const std::array<const wchar_t*, 3> cases[] = {
         {L"", L"", L""},
         {L"a.pmp", L"a.pmp", L""},
         {L"b/a.pmp", L"a.pmp", L"b"},
@@ -21,9 +19,9 @@ TEST(Paths, PartsOfPathsOfBothSystems) {
         {L"/a.pmp", L"a.pmp", L"/"},
         {L"b/", L"", L"b"},
     };
-    for (const auto& entry : cases) {
-        EXPECT_EQ(ut::fileNameOf(entry.path), entry.name);
-        EXPECT_EQ(ut::folderOf(entry.path), entry.folder);
+    for (const auto& [path, name, folder] : cases) {
+        EXPECT_EQ(ut::fileNameOf(path), name);
+        EXPECT_EQ(ut::folderOf(path), folder);
     }
     for (const wchar_t* windows :
          {L"C:\\b\\a.pmp", L"c:a.pmp", L"\\\\server\\share\\a.pmp", L"b\\a.pmp", L"C:/b\\a.pmp"}) {
@@ -48,14 +46,14 @@ TEST(Paths, ExistingFilesAndFolders) {
     const TemporaryFolder folder;
     writeBytes(folder.path("f"), "");
     const std::wstring file = folder.wide("f");
-    EXPECT_TRUE(ut::fileExists(file));
+    EXPECT_TRUE(ut::fileExists(file) && ut::FileName(file).exists());
     EXPECT_FALSE(ut::folderExists(file));
     const std::wstring here{ut::folderOf(file)};
     EXPECT_TRUE(ut::folderExists(here));
     EXPECT_FALSE(ut::fileExists(here));
     for (const std::wstring& none :
          {std::wstring(), folder.wide("g"), file + std::wstring(1, L'\0'), folder.wide("f/x")}) {
-        EXPECT_FALSE(ut::fileExists(none) || ut::folderExists(none));
+        EXPECT_FALSE(ut::fileExists(none) || ut::folderExists(none) || ut::FileName(none).exists());
     }
 }
 

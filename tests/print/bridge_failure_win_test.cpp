@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <tuple>
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
@@ -39,11 +40,7 @@ protected:
 };
 
 TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
-    const struct {
-        const char* what;
-        std::function<void(CPlotCfg3&)> spoil;
-        PiaCode code;
-    } cases[] = {
+    const std::tuple<const char*, std::function<void(CPlotCfg3&)>, PiaCode> cases[] = {
         {"no custom block", [](CPlotCfg3& c) { c.custom.reset(); }, PiaCode::KeyMissing},
         {"no printer", [](CPlotCfg3& c) { c.meta.winDeviceName.clear(); }, PiaCode::KeyMissing},
         {"printer gone", [](CPlotCfg3& c) { c.meta.winDeviceName = L"Gone"; },
@@ -77,7 +74,9 @@ TEST_F(BridgeFailureTest, PrintDataStayAsTheyWereWhenNothingCanBeApplied) {
         EXPECT_FALSE(config.toPrintData(data)) << what;
     }
     wut::unRegisterPrintFactory();
-    wut::PrintData foreign;
+    wut::PrintData foreign(name);
+    EXPECT_TRUE(foreign.ResolveConflicts());
+    EXPECT_EQ(foreign.createPrinterDC(), nullptr);
     PiaReport report;
     EXPECT_FALSE(config_->toPrintData(foreign, &report));
     EXPECT_EQ(codeOf(report), PiaCode::PrintDataUnusable);
@@ -112,19 +111,17 @@ TEST_F(BridgeFailureTest, ANewDriverGetsTheSettingsAndNotTheOldOnesBytes) {
 }
 
 TEST_F(BridgeFailureTest, AVersion3FileAppliesNoPrivateData) {
-    PiaInput input;
-    std::string json;
-    PiaReport written;
+    PiaReport report;
     PiaTree tree;
-    ASSERT_TRUE(config_->writeToBlock(tree.root()));
-    ASSERT_TRUE(piaWriteJson(tree.root(), json, written));
-    ASSERT_TRUE(input.openBytes(json));
+    std::string json;
+    PiaInput input;
+    ASSERT_TRUE(config_->writeToBlock(tree.root()) && piaWriteJson(tree.root(), json, report) &&
+                input.openBytes(json));
     bool printerChanged = true;
     const auto config = CPlotCfg3::fromInput(input, printerChanged);
     ASSERT_NE(config, nullptr);
     wut::PrintData data(name);
     ASSERT_GT(data.GetPrivDataLen(), 0);
-    PiaReport report;
     EXPECT_TRUE(config->toPrintData(data, &report));
     EXPECT_EQ(data.GetPrivDataLen(), 0);
     EXPECT_THAT(warningsOf(report), HasSubstr("private-data-left-out custom/RawPrivateDeviceData"));
@@ -135,13 +132,7 @@ TEST_F(BridgeFailureTest, AVersion3FileAppliesNoPrivateData) {
 }
 
 TEST_F(BridgeFailureTest, APaperIsSetAsFarAsTheDriverTakesIt) {
-    const struct {
-        DWORD fields;
-        const wchar_t* paper;
-        const wchar_t* formName;
-        short id;
-        const char* warning;
-    } cases[] = {
+    const std::tuple<DWORD, const wchar_t*, const wchar_t*, short, const char*> cases[] = {
         {DM_FORMNAME | DM_PAPERSIZE, L"letter", L"Letter", 1, nullptr},
         {DM_PAPERSIZE, L"Letter", L"kept", 1, nullptr},
         {DM_FORMNAME, L"Letter", L"Letter", 9, "setting-left-out media/size/name"},

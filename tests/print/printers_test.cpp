@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <platen/print.h>
@@ -105,8 +106,15 @@ TEST_F(Printers, HelperTakesTheFirstOfANameAndThrowsBeyondTheLast) {
     EXPECT_EQ(helper.findPaperName(L"a4"), 0);
     EXPECT_EQ(helper.findPaperName(L"A4 "), -1);
     EXPECT_EQ(helper.getPaperId(2), 300);
+    EXPECT_EQ(helper.getPaperName(2), OdString(L"A4"));
     EXPECT_THROW(helper.getPaperId(3), OdError_InvalidIndex);
+    EXPECT_THROW(helper.getPaperName(3), OdError_InvalidIndex);
     EXPECT_EQ(CPrnHelper(nullptr).name(), L"");
+    CPrnHelper gone(L"Gone");
+    std::wstring text = L"before";
+    EXPECT_FALSE(gone.isValid() || gone.getPrinterDriver(text) || gone.getPorts(text));
+    EXPECT_EQ(text, L"");
+    EXPECT_EQ(gone.findPaperName(L"A4"), -1);
 }
 
 TEST_F(Printers, HelperAsksForPapersUntilBothListsCome) {
@@ -124,10 +132,8 @@ TEST_F(Printers, HelperAsksForPapersUntilBothListsCome) {
 }
 
 TEST_F(Printers, TakePostScriptWhenTheySaySoInEitherWay) {
-    const struct {
-        DWORD taken;
-        std::vector<DWORD> asked;
-    } cases[] = {{4117, {4117}}, {4115, {4117, 4115}}, {0, {4117, 4115}}};
+    const std::pair<DWORD, std::vector<DWORD>> cases[] = {
+        {4117, {4117}}, {4115, {4117, 4115}}, {0, {4117, 4115}}};
     for (const auto& [taken, asked] : cases) {
         fake_.escapesAsked.clear();
         fake_.escapeTaken = taken;

@@ -62,17 +62,4 @@ TEST_F(SpoolerDevmodeTest, APaperLongerThanADeviceModeStatesTakesItsSettingsAlon
     }
 }
 
-TEST_F(SpoolerDevmodeTest, TheDriverCorrectsAPaperThatItLacks) {
-    wut::PrintData data(L"Office");
-    short before = 0;
-    ASSERT_TRUE(data.getDmPaperSize(before));
-    constexpr short unknown = 300;
-    ASSERT_EQ(CPrnHelper(L"Office").findPaperId(unknown), -1);
-    data.setDmPaperSize(unknown, nullptr);
-    EXPECT_TRUE(data.ResolveConflicts());
-    short after = 0;
-    EXPECT_TRUE(data.getDmPaperSize(after));
-    EXPECT_EQ(after, before);
-}
-
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <set>
 #include <string>
 
@@ -30,31 +31,38 @@ TEST_F(SpoolerPrintersTest, AQueueTellsItsDriverPortAndComment) {
           {L"Office", L"Office printer"}}) {
         const CPrnHelper printer(name.c_str());
         ASSERT_TRUE(printer.isValid());
-        std::wstring text = L"before";
-        EXPECT_TRUE(printer.getPrinterDriver(text));
-        EXPECT_EQ(text, name);
-        text = L"before";
-        EXPECT_TRUE(printer.getPorts(text));
-        EXPECT_EQ(text, L"CUPS:" + name);
+        std::wstring driver = L"before", port = driver;
+        EXPECT_TRUE(printer.getPrinterDriver(driver) && printer.getPorts(port));
+        EXPECT_EQ(driver, name);
+        EXPECT_EQ(port, L"CUPS:" + name);
         EXPECT_EQ(wut::getPrinterComment(printer.handle()), OdString(comment));
     }
 }
 
-TEST_F(SpoolerPrintersTest, AMissingPrinterHasNothing) {
-    CPrnHelper printer(L"Gone");
-    EXPECT_FALSE(printer.isValid());
-    std::wstring text = L"before";
-    EXPECT_FALSE(printer.getPrinterDriver(text));
-    EXPECT_FALSE(printer.getPorts(text));
-    EXPECT_EQ(text, L"");
-    EXPECT_EQ(printer.paperCount(), 0U);
-    EXPECT_EQ(printer.findPaperName(L"A4"), -1);
-    EXPECT_EQ(wut::DevModePtr(wut::getDevMode(L"Gone")), nullptr);
-    wut::PrinterHandle handle;
-    EXPECT_TRUE(handle.open(OdString(L"Plotter")));
-    EXPECT_FALSE(handle.open(OdString(L"Gone")));
-    EXPECT_FALSE(handle);
-    EXPECT_TRUE(wut::PrintData(L"Gone").GetPrinterName().empty());
+TEST_F(SpoolerPrintersTest, AQueueHasThePapersOfItsDescription) {
+    const struct {
+        const wchar_t* queue;
+        const wchar_t* paper;
+        /// Tenths of a millimetre. The queue has them in whole points.
+        POINT size;
+    } cases[] = {{L"Plotter", L"A4", {2100, 2970}},
+                 {L"Plotter", L"A0D - 841x4756mm", {8410, 47560}},
+                 {L"Office", L"A3", {2970, 4200}}};
+    for (const auto& [queue, paper, size] : cases) {
+        OdArray<unsigned short> ids;
+        OdArray<OdString> names;
+        OdArray<POINT> sizes;
+        const OdString port = wut::getPrinterPorts(queue);
+        ASSERT_TRUE(wut::PaperSizeGetter(queue, port.c_str(), nullptr).get(&ids, &names, &sizes));
+        EXPECT_GT(ids.size(), 10U);
+        EXPECT_EQ(names.size(), ids.size());
+        ASSERT_EQ(sizes.size(), ids.size());
+        EXPECT_EQ(std::set<unsigned short>(ids.begin(), ids.end()).size(), ids.size());
+        const int index = CPrnHelper(queue).findPaperName(paper);
+        ASSERT_GE(index, 0) << testing::PrintToString(paper);
+        EXPECT_LE(std::abs(sizes[static_cast<unsigned>(index)].x - size.x), 10);
+        EXPECT_LE(std::abs(sizes[static_cast<unsigned>(index)].y - size.y), 10);
+    }
 }
 
 TEST_F(SpoolerPrintersTest, AnotherDefaultPrinterLastsForAScope) {

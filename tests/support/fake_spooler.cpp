@@ -4,41 +4,38 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
+#include <tuple>
 
 namespace test_support {
 
 namespace {
 
-/// Fills memory as the spooler does: records, then the texts that they point to.
-class TextBlock {
-public:
-    TextBlock(std::span<std::byte> out, std::size_t records) : out_(out), used_(records) {}
+/// A text, the record that it belongs to, and where that points to it.
+template <class Record>
+using Text = std::tuple<std::size_t, wchar_t * Record::*, std::wstring_view>;
 
-    /// The address of the text once it is in place.
-    wchar_t* add(const std::wstring& text) {
-        const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
-        std::byte* place = out_.size() >= used_ + size ? out_.data() + used_ : nullptr;
-        if (place != nullptr) {
-            std::memcpy(place, text.c_str(), size);
-        }
-        used_ += size;
-        return reinterpret_cast<wchar_t*>(place);
+/// Fills memory as the spooler does: records, then the texts that they point to. False when there
+/// is no room for all of it.
+template <class Record>
+bool fill(std::size_t count, const std::vector<Text<Record>>& texts, std::span<std::byte> out,
+          DWORD& needed) {
+    std::vector<Record> records(count);
+    std::wstring all;
+    for (const auto& [record, member, text] : texts) {
+        const std::size_t at = count * sizeof(Record) + all.size() * sizeof(wchar_t);
+        records[record].*member = reinterpret_cast<wchar_t*>(out.data() + at);
+        all.append(text).push_back(L'\0');
     }
-
-    /// False when there was no room for all of it.
-    bool finish(std::span<const std::byte> records, DWORD& needed) {
-        needed = static_cast<DWORD>(used_);
-        if (used_ == 0 || out_.size() < used_) {
-            return used_ == 0;
-        }
-        std::ranges::copy(records, out_.begin());
-        return true;
+    const auto head = std::as_bytes(std::span(records));
+    const auto tail = std::as_bytes(std::span(all));
+    needed = static_cast<DWORD>(head.size() + tail.size());
+    if (out.size() < needed) {
+        return false;
     }
-
-private:
-    std::span<std::byte> out_;
-    std::size_t used_;
-};
+    std::ranges::copy(tail, std::ranges::copy(head, out.begin()).out);
+    return true;
+}
 
 }  // namespace
 
@@ -161,24 +158,15 @@ bool FakeSpooler::enumerate(DWORD flags, DWORD, std::span<std::byte> out, DWORD&
     if (whenListing) {
         whenListing();
     }
-    std::vector<const FakePrinter*> seen;
+    std::vector<Text<PRINTER_INFO_4W>> seen;
     for (const auto& printer : printers) {
         if ((flags & PRINTER_ENUM_LOCAL) != 0 ? printer->local : printer->shared) {
-            seen.push_back(printer.get());
+            seen.emplace_back(seen.size(), &PRINTER_INFO_4W::pPrinterName, printer->name);
         }
     }
-    // The records, then the texts that they point to.
-    std::vector<PRINTER_INFO_4W> records(seen.size());
-    TextBlock texts(out, records.size() * sizeof(PRINTER_INFO_4W));
-    for (std::size_t i = 0; i < seen.size(); ++i) {
-        records[i].pPrinterName = texts.add(seen[i]->name);
-    }
-    count = 0;
-    if (!texts.finish(std::as_bytes(std::span(records)), needed)) {
-        return false;
-    }
-    count = static_cast<DWORD>(seen.size());
-    return true;
+    const bool filled = fill(seen.size(), seen, out, needed);
+    count = filled ? static_cast<DWORD>(seen.size()) : 0;
+    return filled;
 }
 
 bool FakeSpooler::info(HANDLE printer, DWORD level, std::span<std::byte> out, DWORD& needed) {
@@ -187,30 +175,17 @@ bool FakeSpooler::info(HANDLE printer, DWORD level, std::span<std::byte> out, DW
     if (asked == nullptr) {
         return false;
     }
-    if (level == 5) {
-        PRINTER_INFO_5W record = {};
-        TextBlock texts(out, sizeof(record));
-        record.pPrinterName = texts.add(asked->name);
-        record.pPortName = texts.add(asked->port);
-        return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
-    }
-    PRINTER_INFO_2W record = {};
-    TextBlock texts(out, sizeof(record));
-    record.pPrinterName = texts.add(asked->name);
-    record.pComment = texts.add(asked->comment);
-    return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+    return level == 5 ? fill<PRINTER_INFO_5W>(1, {{0, &PRINTER_INFO_5W::pPortName, asked->port}},
+                                              out, needed)
+                      : fill<PRINTER_INFO_2W>(1, {{0, &PRINTER_INFO_2W::pComment, asked->comment}},
+                                              out, needed);
 }
 
 bool FakeSpooler::driver(HANDLE printer, DWORD, std::span<std::byte> out, DWORD& needed) {
     ++calls["driver"];
     const FakePrinter* asked = of(printer);
-    if (asked == nullptr) {
-        return false;
-    }
-    DRIVER_INFO_1W record = {};
-    TextBlock texts(out, sizeof(record));
-    record.pName = texts.add(asked->driver);
-    return texts.finish(std::as_bytes(std::span(&record, 1)), needed);
+    return asked != nullptr &&
+           fill<DRIVER_INFO_1W>(1, {{0, &DRIVER_INFO_1W::pName, asked->driver}}, out, needed);
 }
 
 bool FakeSpooler::defaultPrinter(std::span<wchar_t> out, DWORD& length) {

@@ -6,6 +6,8 @@
 //   arguments FILE ...  writes its arguments behind FILE to it, one a line
 //   wx FILE             starts wxWidgets and ends it, and writes what it saw to FILE
 #include <wx/app.h>
+#include <wx/init.h>
+#include <wx/utils.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -42,14 +44,16 @@ int main(int count, char** words) {
     const std::string& action = arguments[1];
     const std::string& path = arguments[2];
     if (action == "end") {
-        return std::atoi(path.c_str());
+        return static_cast<int>(std::strtol(path.c_str(), nullptr, 10));
     }
     if (action == "start") {
         write(path, howStarted());
     } else if (action == "stay") {
         stay(path);
     } else if (action == "nest" && count == 4) {
-        startProgram(arguments[0], "stay", arguments[3]);
+        const wxInitializer wx;
+        const std::string command = '"' + arguments[0] + "\" stay \"" + arguments[3] + '"';
+        wxExecute(wxString::FromUTF8(command), wxEXEC_ASYNC);
         stay(path);
     } else if (action == "arguments") {
         std::string lines;

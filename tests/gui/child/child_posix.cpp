@@ -10,13 +10,6 @@
 
 unsigned long ownProcessId() { return static_cast<unsigned long>(::getpid()); }
 
-void startProgram(const std::string& program, const std::string& first, const std::string& second) {
-    if (::fork() == 0) {
-        ::execl(program.c_str(), program.c_str(), first.c_str(), second.c_str(), nullptr);
-        ::_exit(1);
-    }
-}
-
 std::string howStarted() {
     std::set<std::string> open;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {

@@ -6,18 +6,6 @@
 
 unsigned long ownProcessId() { return GetCurrentProcessId(); }
 
-void startProgram(const std::string& program, const std::string& first, const std::string& second) {
-    std::string command = '"' + program + "\" " + first + " \"" + second + '"';
-    STARTUPINFOA startup{};
-    startup.cb = sizeof(startup);
-    PROCESS_INFORMATION started{};
-    if (CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &startup, &started) != FALSE) {
-        CloseHandle(started.hProcess);
-        CloseHandle(started.hThread);
-    }
-}
-
 std::string howStarted() {
     STARTUPINFOA startup{};
     GetStartupInfoA(&startup);
