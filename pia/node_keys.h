@@ -72,7 +72,7 @@ template <class Node>
 struct NodeKey {
     PiaKey name;
     KeyOptions<Node> options;
-    PiaItemType type{};
+    PiaItemType type = PiaItemType::Str;
     /// Takes an item of that type, which stands at the path; false when it cannot be used.
     bool (*read)(const PiaItem&, Node&, const PiaPath&, PiaReport&);
     bool (*write)(const NodeKey&, const Node&, PiaSink&);
