@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <platen/pia.h>
@@ -18,10 +20,6 @@ std::wstring stringAt(const PiaBlock& block, std::wstring_view name) {
     return value;
 }
 
-const PiaItem* only(const PiaInput& input) {
-    return input.root()->items.size() == 1 ? input.root()->items[0] : nullptr;
-}
-
 // Entries that differ in every way from the one before, whose items are used again.
 TEST(BodyReader, HandsOverTheEntriesOfAList) {
     const std::string first = "  name=\"One\n  size=1\n  flag=TRUE\n";
@@ -36,7 +34,7 @@ TEST(BodyReader, HandsOverTheEntriesOfAList) {
         "  size=1\n  name=\"Order\n",
         "",
         "  name=\"Bin\n  size=\\0A\\\n  flag=TRUE\n",
-        "  name=\"Caf\xC3\xA9\n  size=3\n  flag=TRUE\n",
+        "  name=\"Caf@\n  size=3\n  flag=TRUE\n",
         "  name=\"Long " + std::string(600, 'x') + "=1\n",
         first,
     };
@@ -54,13 +52,9 @@ TEST(BodyReader, HandsOverTheEntriesOfAList) {
     list += " loose=1\n last{\n";
     // With the second ending the last entry is never closed.
     for (const std::string ending : {"  last=1\n }\n}\nafter=1\n", "  last=1\n"}) {
-        // Without the letter that is not ASCII, lines are taken the fast way.
-        for (const bool ascii : {false, true}) {
-            std::string body = list + ending;
-            for (std::size_t at = body.find("\xC3\xA9"); ascii && at != std::string::npos;
-                 at = body.find("\xC3\xA9")) {
-                body.replace(at, 2, "e");
-            }
+        // Without a letter that is not ASCII, lines are taken the fast way.
+        for (const char* letter : {"\xC3\xA9", "e"}) {
+            const std::string body = std::regex_replace(list + ending, std::regex("@"), letter);
             EntryRecorder whileReading(L"list");
             PiaInput input;
             ASSERT_TRUE(whileReading.openBody(input, body));
@@ -296,31 +290,6 @@ TEST(BodyReader, ReadsLargeBlocksInOnePass) {
     EXPECT_EQ(input.report().failure()->line, 1000001U);
 }
 
-TEST(BodyWriter, LaysOutEveryType) {
-    PiaTree tree;
-    PiaBlock& root = tree.root();
-    ASSERT_TRUE(root.addString(L"text", L"a=b{\"}"));
-    PiaBlock* block = root.addBlock(L"block");
-    ASSERT_TRUE(block->addBool(L"yes", true) && block->addBool(L"no", false));
-    PiaBlock* inner = block->addBlock(L"inner");
-    ASSERT_TRUE(inner->addInt(L"i", -5) && inner->addDouble(L"d", 1.25, 1));
-    ASSERT_TRUE(root.addBin(L"bin", std::wstring(3000, L'F')));
-    ASSERT_NE(root.addBlock(L"empty"), nullptr);
-    ASSERT_TRUE(root.addString(L"ansi", L"\u00E9\u20AC"));
-
-    std::string body;
-    PiaReport report;
-    ASSERT_TRUE(piaWriteBody(root, body, report));
-    EXPECT_EQ(body,
-              "text=\"a=b{\"}\nblock{\n yes=TRUE\n no=FALSE\n inner{\n  i=-5\n  d=1.2\n }\n}\n"
-              "bin=\\" +
-                  std::string(3000, 'F') + "\\\nempty{\n}\nansi=\"\xE9\x80\n");
-    EXPECT_EQ(report.warningCount(), 0U);
-    PiaInput again;
-    ASSERT_TRUE(again.openBody(body));
-    EXPECT_TRUE(equalTrees(root, *again.root()));
-}
-
 TEST(BodyWriter, CutsLinesAt511CharactersAndSaysSo) {
     for (const std::size_t depth : {std::size_t{0}, std::size_t{2}}) {
         for (std::size_t length = 510; length <= 513; ++length) {
@@ -368,16 +337,10 @@ TEST(BodyWriter, CountsAndReplacesUtf16Units) {
 TEST(BodyWriter, WarnsOfWhatDoesNotReadBack) {
     const auto make = [](PiaItemType type, const std::wstring& name,
                          const std::wstring& value) -> PiaItem* {
-        switch (type) {
-            case PiaItemType::Block:
-                return new PiaBlock(name);
-            case PiaItemType::Bin:
-                return new PiaBin(name, value);
-            case PiaItemType::Str:
-                return new PiaStr(name, value);
-            default:
-                return new PiaNum(name, value);
-        }
+        return type == PiaItemType::Block ? static_cast<PiaItem*>(new PiaBlock(name))
+               : type == PiaItemType::Bin ? new PiaBin(name, value)
+               : type == PiaItemType::Str ? new PiaStr(name, value)
+                                          : static_cast<PiaItem*>(new PiaNum(name, value));
     };
     using enum PiaItemType::Value;
     const struct {
@@ -403,6 +366,7 @@ TEST(BodyWriter, WarnsOfWhatDoesNotReadBack) {
         {"cr at end", Str, L"a", L"1\r", false, false},
         {"cr inside", Str, L"a", L"1\r2", false, true},
         {"cr in bin", Bin, L"a", L"1\r", false, true},
+        {"long bin", Bin, L"a", std::wstring(3000, L'F'), true, true},
         {"nul", Str, L"a", std::wstring{L'1', L'\0', L'2'}, false, false},
         {"utf-8 by chance", Str, L"a", L"\u00C3\u00A9", false, false},
         {"lost", Str, L"a", L"\u0416", false, false},
@@ -423,10 +387,9 @@ TEST(BodyWriter, WarnsOfWhatDoesNotReadBack) {
 }
 
 TEST(BodyWriter, RefusesLineBreaks) {
-    for (const bool inName : {false, true}) {
+    for (const auto& [name, value] : {std::pair(L"a", L"x\ny"), {L"a\nb", L""}}) {
         PiaTree tree;
-        ASSERT_TRUE(tree.root().addString(std::wstring_view(inName ? L"a\nb" : L"a"),
-                                          inName ? L"" : L"x\ny"));
+        ASSERT_TRUE(tree.root().addString(std::wstring_view(name), value));
         std::string body;
         PiaReport report;
         EXPECT_FALSE(piaWriteBody(tree.root(), body, report));
@@ -448,9 +411,6 @@ TEST(BodyReader, KeepsLongBinaryValuesHoweverTheyAreBroken) {
         ASSERT_EQ(input.root()->items.size(), 2U);
         EXPECT_EQ(static_cast<const PiaBin*>(input.root()->items[0])->value, value) << step;
     }
-    PiaInput input;
-    ASSERT_TRUE(input.openBody("a=\\" + std::string(5000, 'A') + "\\"));
-    ASSERT_NE(only(input), nullptr);
 }
 
 }  // namespace

@@ -153,9 +153,7 @@ TEST_F(PlotConfigurationFile, DefaultPrinterTakesItsPlace) {
     EXPECT_FALSE(printerChanged_);
     EXPECT_EQ(config->meta.winDeviceName, L"Ink");
     EXPECT_EQ(config->meta.userDefinedModelPathname, L"");
-    EXPECT_FALSE(config->custom);
-    EXPECT_FALSE(config->media.customPapers);
-    EXPECT_EQ(takeMessages(), Texts());
+    EXPECT_FALSE(config->custom || config->media.customPapers);
 
     printers.chosen = L"Gone";
     EXPECT_EQ(read(path), nullptr);
@@ -167,7 +165,6 @@ TEST_F(PlotConfigurationFile, DefaultPrinterTakesItsPlace) {
                      "E:Failed to create plot configuration for default printer Gone."}));
     registerPrinterSystem(nullptr);
     EXPECT_EQ(read(path), nullptr);
-    EXPECT_EQ(takeMessages().size(), 2u);
 
     // A built-in device is no printer that could be replaced.
     config =
@@ -182,24 +179,22 @@ TEST_F(PlotConfigurationFile, CreatedForAPrinter) {
     const Config config(CPlotCfg3::create(L"Ink"));
     ASSERT_NE(config, nullptr);
     EXPECT_EQ(config->builtInDevice(), nullptr);
-    const CMetaNode& meta = config->meta;
-    EXPECT_EQ(meta.winDeviceName, L"Ink");
-    EXPECT_EQ(meta.shortNetName, L"Ink");
-    EXPECT_EQ(meta.friendlyNetName, L"Ink");
-    EXPECT_EQ(meta.driverPathname, L"gdiplot7.hdi");
-    EXPECT_EQ(meta.driverVersion, L"not specified");
-    EXPECT_EQ(meta.driverTagLine, L"Windows System Driver from Autodesk");
-    EXPECT_EQ(meta.toolkitVersion, 1);
-    EXPECT_EQ(meta.driverType, 1);
-    EXPECT_EQ(meta.configDescription, L"filled for Ink ");
-    EXPECT_TRUE(config->write(folder_.wide("a.pc3").c_str()));
+    ASSERT_TRUE(config->write(folder_.wide("a.pc3").c_str()));
+    const std::string body = bodyIn(folder_.wide("a.pc3"));
+    for (const char* items :
+         {" driver_pathname=\"gdiplot7.hdi\n driver_version=\"not specified\n"
+          " driver_tag_line=\"Windows System Driver from Autodesk\n toolkit_version=1\n"
+          " driver_type=1\n",
+          " win_device_name=\"Ink\n", " short_net_name=\"Ink\n friendly_net_name=\"Ink\n",
+          " config_description=\"filled for Ink \n"}) {
+        EXPECT_NE(body.find(items), std::string::npos) << items;
+    }
 
-    EXPECT_TRUE(config->setToDefault());
-    printers.resetChanges = false;
-    EXPECT_FALSE(config->setToDefault());
-    printers.resetChanges = true;
-    printers.resetWorks = false;
-    EXPECT_FALSE(config->setToDefault());
+    for (const auto& [changes, works] : {std::pair(true, true), {false, true}, {true, false}}) {
+        printers.resetChanges = changes;
+        printers.resetWorks = works;
+        EXPECT_EQ(config->setToDefault(), changes && works);
+    }
     config->media.numberOfCopies = 1;
     config->meta.winDeviceName = L"Gone";
     EXPECT_FALSE(config->setToDefault());
