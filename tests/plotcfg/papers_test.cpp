@@ -292,6 +292,10 @@ TEST(CustomPaper, ComesBackFromAPmpInEveryUnit) {
         again.writeToPmp(second);
         EXPECT_EQ(second.media->size.papers[0].name, again.globalName);
         EXPECT_TRUE(second.media->size.papers[0].landscapeMode);
+        // So does a paper in millimetres with a name of its own.
+        again.globalName = L"Own";
+        again.writeToPmp(second);
+        EXPECT_EQ(second.media->size.papers[1].name == L"Own", entry.units == kMillimeters);
     }
 }
 
@@ -356,8 +360,10 @@ TEST(CustomPaper, EqualityAllowsForRounding) {
         other.*length += 1e-9;
         EXPECT_FALSE(other == paper);
     }
-    EXPECT_FALSE(paperOf(0, L"paper", kMillimeters) == paper);
     EXPECT_FALSE(paperOf(1, L"Paper", kMillimeters) == paper);
+    CustomPaperSize other = paper;
+    other.localName = L"paper";
+    EXPECT_FALSE(other == paper);
 }
 
 TEST(CustomPaper, GoesWhereItsSourceSays) {

@@ -217,10 +217,7 @@ TEST(PmpDocument, IsFoundInTheSearchFolders) {
     writeBytes(folder.path("F/broken.pmp"), "no container");
     const OdArray<OdString> search = folders({L"", folder.wide("F"), folder.wide("G")});
     const std::wstring absolute = folder.wide("G/both.pmp");
-    const struct {
-        std::wstring name;
-        const char* found;
-    } cases[] = {
+    const std::pair<std::wstring, const char*> cases[] = {
         {L"both.pmp", "F/both.pmp"},
         {L"below.pmp", "F/PMP/below.pmp"},
         {L"last.pmp", "G/last.pmp"},
@@ -233,15 +230,15 @@ TEST(PmpDocument, IsFoundInTheSearchFolders) {
         {L"", nullptr},
         {L"broken.pmp", nullptr},
     };
-    for (const auto& entry : cases) {
-        SCOPED_TRACE(ut::encodeUtf8(entry.name));
+    for (const auto& [name, found] : cases) {
+        SCOPED_TRACE(ut::encodeUtf8(name));
         PiaReport report;
-        const Document document(PlotModelParam::read(entry.name.c_str(), search, &report));
-        ASSERT_EQ(document != nullptr, entry.found != nullptr);
-        EXPECT_EQ(report.failure().has_value(), entry.found == nullptr);
+        const Document document(PlotModelParam::read(name.c_str(), search, &report));
+        ASSERT_EQ(document != nullptr, found != nullptr);
+        EXPECT_EQ(report.failure().has_value(), found == nullptr);
         if (document) {
-            EXPECT_EQ(document->canonicalFamilyName, ut::decodePath(entry.found));
-            EXPECT_TRUE(fs::equivalent(document->filePath.text(), folder.path(entry.found)));
+            EXPECT_EQ(document->canonicalFamilyName, ut::decodePath(found));
+            EXPECT_TRUE(fs::equivalent(document->filePath.text(), folder.path(found)));
             EXPECT_EQ(document->userDefinedModelPathname, document->filePath.text());
         }
     }
