@@ -1,9 +1,9 @@
 // A JSON body in, JSON and line text out, and in again: equal unless the writer warned.
 
 #include <cstdint>
-#include <cstdlib>
 
 #include <platen/utcore.h>
+#include "fuzz/require.h"
 #include "pia/json_reader.h"
 #include "tests/support/trees.h"
 
@@ -17,16 +17,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // JSON members are sorted, line text keeps the order that it was given: both hold here.
     const auto requireEqual = [&](const PiaReport& writing, const auto& open) {
         PiaInput again;
-        if (writing.warningCount() == 0 &&
-            (!open(again) || !equalTrees(tree.root(), *again.root()))) {
-            std::abort();
-        }
+        require(writing.warningCount() > 0 ||
+                (open(again) && equalTrees(tree.root(), *again.root())));
     };
     std::string json;
     PiaReport writing;
-    if (!piaWriteJson(tree.root(), json, writing) || json.size() < 16 || json[15] == '2') {
-        std::abort();
-    }
+    require(piaWriteJson(tree.root(), json, writing) && json.size() >= 16 && json[15] != '2');
     requireEqual(writing, [&](PiaInput& again) { return again.openBytes(json); });
     std::string body;
     PiaReport writingLines;
