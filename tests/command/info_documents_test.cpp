@@ -141,6 +141,7 @@ TEST_F(CommandInfoDocuments, PeopleReadTheSettings) {
                        "dimensional=FALSE", "dimensional=TRUE"),
                 "    urx=210.000000\n    ury=297", "    urx=215.9\n    ury=279.4"),
          {"ANSI_A, 8.5 x 11 in (215.9 x 279.4 mm), landscape"}},
+        {edited(withoutPmp(), "local_name=\"Rolle", "local_name=\""), {"    Roll: 36 x 100 in"}},
         {edited(withoutPmp(), "system_cfg=FALSE", "system_cfg=TRUE"),
          {"programs take the default printer instead"}},
         {fullParameters,
@@ -161,14 +162,12 @@ TEST_F(CommandInfoDocuments, PeopleReadTheSettings) {
 TEST_F(CommandInfoDocuments, LongListsAreCutForPeopleOnly) {
     std::string papers;
     for (int number = 0; number < 150; ++number) {
-        papers += "  " + std::to_string(number) + "{\n   global_name=\"G" + std::to_string(number) +
-                  "\n   local_name=\"\n   units=1\n   width=1\n   height=1\n   left=0\n"
-                  "   bottom=0\n   right=0\n   top=0\n  }\n";
+        papers += customPaper(std::to_string(number), 'G' + std::to_string(number), 1);
     }
-    putConfig(edited(bareConfiguration, "}\nio{", " custom_papers{\n" + papers + " }\n}\nio{"));
+    putConfig(withCustomPapers(bareConfiguration, papers));
     const std::string out = run({"info", "@a.pc3"}).out;
     EXPECT_THAT(out, HasSubstr("custom papers  150\n"));
-    EXPECT_THAT(out, HasSubstr("G99: 1 x 1 mm, no margins\n    and 50 more"));
+    EXPECT_THAT(out, HasSubstr("G99 local (\"G99\"): 10 x 20 mm, no margins\n    and 50 more"));
     EXPECT_EQ(document("@a.pc3")["media"]["custom_papers"].size(), 150U);
 }
 

@@ -101,28 +101,25 @@ TEST(CheckDocuments, ItemsThatTheDocumentDropsAreNamed) {
 TEST(CheckDocuments, SenselessPapersAreNamed) {
     const std::string chosen = " media/size/media_description|  media_description{";
     const std::string own = " media/custom_papers/0|  0{";
-    expectAll(
-        soundPdf(),
-        {
-            {"    ury=297.000000", "    ury=0", "warning paper-without-size" + chosen},
-            {"   printable_bounds_urx=205", "   printable_bounds_urx=211",
-             "warning paper-margins" + chosen},
-            {"    ury=297.000000", "    ury=5081", "warning paper-too-large" + chosen},
-            {"    ury=297.000000", "    ury=5080", ""},
-            {"    urx=210.000000", "    urx=5081", "warning paper-too-large" + chosen},
-            {"\"ISO_A4_(210.00_x_297.00_MM)", "\"Napkin",
-             "warning paper-unknown media/size/name|  name=\"Napkin"},
-            {"   width=36.", "   width=0.", "warning paper-without-size" + own},
-            {"   width=36.", "   width=200.1", "warning paper-too-large" + own},
-            {"   left=0.", "   left=40.", "warning paper-margins" + own},
-            {"   units=0", "   units=3",
-             "warning paper-units media/custom_papers/0/units|   units=3"},
-            {"  0{\n   global_name",
-             "  x{\n   global_name=\"Roll\n   local_name=\"\n   units=1\n   width=1\n   height=1\n"
-             "   left=0\n   bottom=0\n   right=0\n   top=0\n  }\n  0{\n   global_name",
-             "warning paper-name-duplicate media/custom_papers/0/global_name|   "
-             "global_name=\"Roll"},
-        });
+    expectAll(soundPdf(),
+              {
+                  {"    ury=297.000000", "    ury=0", "warning paper-without-size" + chosen},
+                  {"   printable_bounds_urx=205", "   printable_bounds_urx=211",
+                   "warning paper-margins" + chosen},
+                  {"    ury=297.000000", "    ury=5081", "warning paper-too-large" + chosen},
+                  {"    ury=297.000000", "    ury=5080", ""},
+                  {"    urx=210.000000", "    urx=5081", "warning paper-too-large" + chosen},
+                  {"\"ISO_A4_(210.00_x_297.00_MM)", "\"Napkin",
+                   "warning paper-unknown media/size/name|  name=\"Napkin"},
+                  {"   width=36.", "   width=0.", "warning paper-without-size" + own},
+                  {"   width=36.", "   width=200.1", "warning paper-too-large" + own},
+                  {"   left=0.", "   left=40.", "warning paper-margins" + own},
+                  {"   units=0", "   units=3",
+                   "warning paper-units media/custom_papers/0/units|   units=3"},
+                  {"  0{\n   global_name", customPaper("x", "Roll", 1) + "  0{\n   global_name",
+                   "warning paper-name-duplicate media/custom_papers/0/global_name|   "
+                   "global_name=\"Roll"},
+              });
     // A printer's papers and limits are not known.
     expectAll(sound(), {{"\"ISO_A4_(210.00_x_297.00_MM)", "\"Napkin", ""},
                         {"    ury=297.000000", "    ury=500000", ""}});

@@ -82,9 +82,8 @@ protected:
     static std::string bodyIn(const std::wstring& path) {
         return bodyOf(readBytes(fs::path(path)));
     }
-    std::vector<std::string> takeMessages() { return std::exchange(messages, {}); }
-
     using Texts = std::vector<std::string>;
+    Texts takeMessages() { return std::exchange(messages, {}); }
 
     TemporaryFolder folder_;
     PiaReport report_;

@@ -282,33 +282,14 @@ TEST(PlotStyleFile, RoundTripOfAColorTable) {
 
 TEST(PlotStyleFile, BodyOfANamedTable) {
     std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(false, nullptr));
-    std::string expected = R"(description="
-aci_table_available=FALSE
-scale_factor=1.000000
-apply_factor=FALSE
-custom_lineweight_display_units=0
-plot_style{
- 0{
-  name="Normal
-  localized_name="Normal
-  description="
-  color=-1
-  color_policy=1
-  physical_pen_number=0
-  virtual_pen_number=0
-  screen=100
-  linepattern_size=0.500000
-  linetype=31
-  adaptive_linetype=TRUE
-  lineweight=0
-  fill_style=73
-  end_style=4
-  join_style=5
- }
-}
-custom_lineweight_table{
- 0=0.000000
-)";
+    const std::string expected =
+        "description=\"\naci_table_available=FALSE\nscale_factor=1.000000\napply_factor=FALSE\n"
+        "custom_lineweight_display_units=0\nplot_style{\n 0{\n  name=\"Normal\n"
+        "  localized_name=\"Normal\n  description=\"\n  color=-1\n  color_policy=1\n"
+        "  physical_pen_number=0\n  virtual_pen_number=0\n  screen=100\n"
+        "  linepattern_size=0.500000\n  linetype=31\n  adaptive_linetype=TRUE\n  lineweight=0\n"
+        "  fill_style=73\n  end_style=4\n  join_style=5\n }\n}\n"
+        "custom_lineweight_table{\n 0=0.000000\n";
     const std::string whole = writtenBody(*table);
     EXPECT_EQ(whole.substr(0, expected.size()), expected);
     EXPECT_TRUE(whole.ends_with("\n 25=2.000000\n 26=2.110000\n}\n"));

@@ -101,9 +101,10 @@ TEST(PmpDocument, NodesKeepWhatComesBeforeAFault) {
 }
 
 TEST(PmpDocument, LastNameBecomesUnique) {
+    // The last is what becomes of the one before it.
     const std::vector<std::vector<std::wstring>> cases = {
-        {L"A"},
-        {L"A", L"B"},
+        {L"A", L"A"},
+        {L"A", L"B", L"B"},
         {L"A", L"a", L"a_1"},
         {L"A_1", L"A", L"A", L"A_1"},
         {L"A", L"A_1", L"a_3", L"A", L"A_2"},
@@ -113,11 +114,8 @@ TEST(PmpDocument, LastNameBecomesUnique) {
         {L"\u00C4", L"\u00E4", L"\u00E4_1"},
     };
     for (std::vector<std::wstring> names : cases) {
-        const bool same = names.size() < 3;
         const std::wstring expected = names.back();
-        if (!same) {
-            names.pop_back();
-        }
+        names.pop_back();
         PmpSizeNode sizes;
         PmpDescriptionNode descriptions;
         for (const std::wstring& name : names) {

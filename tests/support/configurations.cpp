@@ -155,6 +155,17 @@ mod{
 }
 udm{| calibration{| _x=1.000000| _y=1.000000| }| })");
 
+std::string customPaper(const std::string& name, const std::string& paperName, int units,
+                        const std::string& width, const std::string& top) {
+    return "  " + name + "{\n   global_name=\"" + paperName + "\n   local_name=\"" + paperName +
+           " local\n   units=" + std::to_string(units) + "\n   width=" + width +
+           "\n   height=20\n   left=0\n   bottom=0\n   right=0\n   top=" + top + "\n  }\n";
+}
+
+std::string withCustomPapers(const std::string& configuration, const std::string& entries) {
+    return edited(configuration, "}\nio{", " custom_papers{\n" + entries + " }\n}\nio{");
+}
+
 std::string edited(std::string text, std::string_view from, std::string_view to) {
     const std::size_t place = text.find(from);
     if (place == std::string::npos || text.find(from, place + 1) != std::string::npos) {
