@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <cctype>
 #include <memory>
 #include <utility>
@@ -8,7 +6,6 @@
 #include <platen/plotcfg.h>
 #include "tests/command/support.h"
 #include "tests/support/configurations.h"
-#include "tests/support/trees.h"
 
 using testing::AllOf;
 using testing::HasSubstr;

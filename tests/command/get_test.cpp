@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include "tests/command/support.h"
 
 using testing::HasSubstr;

@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <utility>
 

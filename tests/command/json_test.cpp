@@ -1,9 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <nlohmann/json.hpp>
-
 #include "tests/command/json_lines.h"
-#include "tests/command/support.h"
 
 using testing::_;
 using testing::ElementsAre;

@@ -1,11 +1,7 @@
-#include <gmock/gmock.h>
-
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 #include <platen/papers.h>
 #include "tests/command/json_lines.h"
-#include "tests/command/support.h"
 #include "tests/support/configurations.h"
 
 using testing::AllOf;

@@ -1,8 +1,5 @@
-#include <gmock/gmock.h>
-
 #include "tests/command/support.h"
 #include "tests/support/configurations.h"
-#include "tests/support/trees.h"
 
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -94,6 +91,7 @@ TEST_F(CommandSetTest, RefusalsSayWhyAndWriteNothing) {
         {{"unknown/more=0g"}, "hexadecimal"},
         {{"unknown=1"}, "block"},
         {{"alpha:block"}, "keeps its type; delete it in the same command"},
+        {{"unknown:num=1"}, "the item is a block and keeps its type"},
         {{"--delete", "x"}, ":str :num"},
         {{"--delete", "unknown/mroe"}, "did you mean \"more\"?"},
         {{"unknwon/more=00"}, "a new block is PATH:block; did you mean \"unknown\"?"},

@@ -4,11 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <sstream>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include <platen/pia.h>
 #include <platen/utcore.h>

@@ -1,9 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <filesystem>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "tests/inspect/found.h"
 #include "tests/support/configurations.h"

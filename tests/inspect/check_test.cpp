@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <string>
 #include <utility>
 
 #include "inspect/rewriting.h"

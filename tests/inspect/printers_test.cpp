@@ -1,10 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <string>
-#include <vector>
-
 #include "tests/inspect/found.h"
-#include "tests/support/configurations.h"
 #include "tests/support/documents.h"
 
 using testing::ElementsAre;

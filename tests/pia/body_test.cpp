@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <string>
 #include <utility>
-#include <vector>
 
-#include <platen/pia.h>
 #include "tests/support/trees.h"
 
 namespace {

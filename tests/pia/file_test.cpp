@@ -2,11 +2,8 @@
 
 #include <algorithm>
 #include <random>
-#include <string>
 #include <utility>
-#include <vector>
 
-#include <platen/pia.h>
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
 #include "tests/support/files.h"

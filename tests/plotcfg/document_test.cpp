@@ -1,21 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <cstdarg>
 #include <cwchar>
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include <platen/log.h>
-#include <platen/pia.h>
-#include <platen/plotcfg.h>
-#include <platen/utcore.h>
-#include "tests/support/configurations.h"
 #include "tests/support/documents.h"
 #include "tests/support/files.h"
-#include "tests/support/trees.h"
 
 namespace {
 

@@ -1,19 +1,9 @@
-#include <gtest/gtest.h>
 #include <wx/string.h>
 
-#include <cstdint>
 #include <iterator>
-#include <memory>
-#include <string>
-#include <vector>
 
-#include <platen/pia.h>
-#include <platen/plotcfg.h>
 #include <platen/print.h>  // which brings the papers on every system
-#include <platen/utcore.h>
-#include "tests/support/configurations.h"
 #include "tests/support/documents.h"
-#include "tests/support/trees.h"
 
 namespace {
 

@@ -2,11 +2,7 @@
 
 #include <limits>
 #include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
 
-#include <platen/pia.h>
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
 #include "tests/support/files.h"

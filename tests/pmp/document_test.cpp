@@ -1,15 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include <platen/pia.h>
-#include <platen/pmp.h>
-#include <platen/utcore.h>
-#include "tests/support/configurations.h"
 #include "tests/support/documents.h"
 #include "tests/support/files.h"
 
