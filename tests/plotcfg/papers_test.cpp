@@ -202,25 +202,12 @@ TEST(PdfOptions, ComeBackFromAConfiguration) {
     config->resColorMem.linesOverwrite.reset();
     config->resColorMem.resolution.physResolutionX = 1e300;
     options.readFromPc3(*config);
-    EXPECT_TRUE(options.openInViewer);
-    EXPECT_FALSE(options.embedTrueType);
-    EXPECT_EQ(options.imageDpi, 150);
-    EXPECT_FALSE(options.linesMerge);
-    EXPECT_GT(options.resolution, 0);
+    EXPECT_TRUE(options.openInViewer && !options.embedTrueType && options.imageDpi == 150 &&
+                !options.linesMerge && options.resolution > 0);
 }
 
 CustomPaperSize paperOf(std::int32_t source, const wchar_t* name, std::int32_t units) {
-    CustomPaperSize paper;
-    paper.source = source;
-    paper.globalName = paper.localName = name;
-    paper.units = units;
-    paper.width = 8.5;
-    paper.height = 11;
-    paper.left = 0.25;
-    paper.bottom = 0.5;
-    paper.right = 0.75;
-    paper.top = 1;
-    return paper;
+    return {source, name, name, units, 8.5, 11, 0.25, 0.5, 0.75, 1};
 }
 
 TEST(CustomPaper, ComesBackFromAPmpInEveryUnit) {
@@ -331,7 +318,7 @@ TEST(CustomPaper, EqualityAllowsForRounding) {
         CustomPaperSize other = paper;
         other.*length += 1e-11;
         EXPECT_EQ(other, paper);
-        other.*length += 1e-9;
+        other.*length += 1.5e-10;
         EXPECT_FALSE(other == paper);
     }
     EXPECT_FALSE(paperOf(1, L"Paper", kMillimeters) == paper);
@@ -434,17 +421,12 @@ TEST_F(CustomPapersTest, ConvertsBetweenUnits) {
         {9, kInches, 10, 6451.6},
     };
     for (const auto& entry : cases) {
-        CustomPaperSize paper = paperOf(0, L"A", entry.paper);
         // Each length is a multiple of its own.
         int times = 0;
-        for (double* length :
-             {&paper.width, &paper.height, &paper.left, &paper.bottom, &paper.right, &paper.top}) {
-            *length = 254 * ++times;
-        }
-        config_->setCustomPaperSizes({paper});
+        config_->setCustomPaperSizes(
+            {{0, L"A", L"A", entry.paper, 254, 508, 762, 1016, 1270, 1524}});
         papers_.load();
         papers_.setDefaultUnits(entry.shown);
-        times = 0;
         for (const double seen :
              {papers_.getWidth(0), papers_.getHeight(0), papers_.getLeftMargin(0),
               papers_.getBottomMargin(0), papers_.getRightMargin(0), papers_.getTopMargin(0)}) {
@@ -468,9 +450,7 @@ TEST_F(CustomPapersTest, ConvertsBetweenUnits) {
 }
 
 TEST_F(CustomPapersTest, EditsACopy) {
-    CustomPaperSize paper = paperOf(0, L"Global", kMillimeters);
-    paper.localName = L"Local";
-    config_->setCustomPaperSizes({paper});
+    config_->setCustomPaperSizes({{0, L"Global", L"Local", kMillimeters, 1, 1, 0, 0, 0, 0}});
     papers_.load();
     ASSERT_EQ(papers_.size(), 1u);
     EXPECT_TRUE(papers_.isDuplicateName("Local") && papers_.isDuplicateName("Global"));

@@ -137,16 +137,10 @@ TEST(PmpDocument, Margins) {
     }
     EXPECT_FALSE(margins(L"A4", OdDbPlotSettings::kMillimeters));
     media.description = std::make_shared<PmpDescriptionNode>();
-    for (const wchar_t* name : {L"", L"d", L"D"}) {
+    for (const wchar_t* name : {L"", L"d"}) {
         media.description->papers.emplace_back().name = name;
     }
-    auto& description = media.description->papers.back();
-    description.mediaBoundsUrx = 210;
-    description.mediaBoundsUry = 297;
-    description.printableBoundsLlx = 5;
-    description.printableBoundsLly = 4;
-    description.printableBoundsUrx = 204;
-    description.printableBoundsUry = 290;
+    media.description->papers.push_back({3, L"D", 210, 297, 5, 4, 204, 290, 0, true});
     for (const wchar_t* name : {L"a4", L"A4 ", L"Lost", L"Plain", L""}) {
         EXPECT_FALSE(margins(name, OdDbPlotSettings::kMillimeters));
     }
@@ -155,11 +149,10 @@ TEST(PmpDocument, Margins) {
          {std::pair(OdDbPlotSettings::kMillimeters, 1.0), std::pair(OdDbPlotSettings::kPixels, 1.0),
           std::pair(OdDbPlotSettings::kInches, 25.4)}) {
         ASSERT_TRUE(margins(L"A4", units));
-        const double found[] = {left * scale, right * scale, top * scale, bottom * scale};
-        const double expected[] = {5, 6, 7, 4};
-        for (std::size_t side = 0; side < 4; ++side) {
-            EXPECT_DOUBLE_EQ(found[side], expected[side]) << side;
-        }
+        EXPECT_DOUBLE_EQ(left, 5 / scale);
+        EXPECT_DOUBLE_EQ(right, 6 / scale);
+        EXPECT_DOUBLE_EQ(top, 7 / scale);
+        EXPECT_DOUBLE_EQ(bottom, 4 / scale);
     }
 }
 
