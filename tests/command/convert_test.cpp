@@ -61,6 +61,10 @@ TEST_F(CommandConvertTest, ColoursAreGatheredIntoNamedStyles) {
     // A named table becomes another named table without a second gathering.
     EXPECT_THAT(run({"convert", "@b.stb", "-o", "@c.stb"}).out, IsEmpty());
     EXPECT_EQ(read("c.stb"), read("b.stb"));
+    // Nor does one that came under the other header.
+    writeFile("d.ctb", run({"get", "@b.stb"}).out, PiaKind::Ctb);
+    expectRun({"convert", "@d.ctb", "-o", "@d.stb"}, 0, IsEmpty());
+    EXPECT_EQ(read("d.stb"), read("b.stb"));
 }
 
 TEST_F(CommandConvertTest, AnUnspokenColourIndexCounts) {

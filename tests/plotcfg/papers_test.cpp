@@ -193,7 +193,7 @@ TEST(PdfOptions, ComeBackFromAConfiguration) {
     const Config config = written(options);
     EXPECT_EQ(config->resColorMem.linesOverwrite, std::optional(false));
     EXPECT_EQ(config->resColorMem.resolution.name, L"600x600");
-    EXPECT_FALSE(config->meta.truetypeAsText);
+    EXPECT_FALSE(config->meta.truetypeAsText || config->custom->getPdfOpenInViewer());
     EXPECT_EQ(config->custom->bools().size() + config->custom->numbers().size(), 9u);
     EXPECT_EQ(bodyOfDocument(*written(wut::ExportPdfOptions(*config))), bodyOfDocument(*config));
 
