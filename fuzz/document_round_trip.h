@@ -1,13 +1,13 @@
 /// What fuzzers of whole documents share.
 #pragma once
 
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
+#include "fuzz/require.h"
 #include "tests/support/trees.h"
 
 /// The file of a document; empty when the writer refused it or warned that it will not read back.
@@ -16,9 +16,7 @@ std::optional<std::string> fileOf(const Document& document) {
     PiaTree tree;
     PiaFileOut out;
     ut::ByteBuffer file;
-    if (!document.writeToBlock(tree.root())) {
-        std::abort();
-    }
+    require(document.writeToBlock(tree.root()));
     if (!out.encode(tree.root(), file) || out.report().warningCount() > 0) {
         return std::nullopt;
     }
@@ -30,25 +28,16 @@ std::optional<std::string> fileOf(const Document& document) {
 template <class Read>
 void roundTrip(PiaInput& input, Read read) {
     const auto document = read(input);
-    if (!document) {
-        if (!input.report().failure()) {
-            std::abort();
-        }
-        return;
-    }
-    const std::optional<std::string> file = fileOf(*document);
+    require(document != nullptr || input.report().failure());
+    const std::optional<std::string> file = document ? fileOf(*document) : std::nullopt;
     if (!file) {
         return;
     }
     PiaInput again;
     const auto copy = again.openBytes(*file) ? read(again) : nullptr;
-    if (!copy) {
-        std::abort();
-    }
+    require(copy != nullptr);
     const std::optional<std::string> next = fileOf(*copy);
-    if (!next || bodyOf(*next) != bodyOf(*file)) {
-        std::abort();
-    }
+    require(next && bodyOf(*next) == bodyOf(*file));
 }
 
 /// Compressed bytes are hard to mutate into sense, so that the input is also taken as the body of a

@@ -2,13 +2,13 @@
 // plain bodies must find what the careful way finds, and so must reading a list entry by entry.
 
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <platen/utcore.h>
+#include "fuzz/require.h"
 #include "inspect/rewriting.h"
 #include "tests/support/trees.h"
 
@@ -30,37 +30,28 @@ void requireSameWithCare(std::string_view text, const PiaInput& plain) {
     PiaInput careful;
     const bool done = careful.openBody(std::string(carefulLine).append(text));
     const std::optional<PiaFinding>& failure = plain.report().failure();
-    if (done == failure.has_value()) {
-        std::abort();
-    }
-    const bool same = done ? std::string(carefulLine).append(piaBodyText(*plain.root())) ==
-                                     piaBodyText(*careful.root()) &&
-                                 linesBelow(*plain.root()) == linesOf(*careful.root()) &&
-                                 plain.report().warningCount() == careful.report().warningCount()
-                           : failure->code == careful.report().failure()->code &&
-                                 failure->path == careful.report().failure()->path &&
-                                 *failure->line + 1 == careful.report().failure()->line;
-    if (!same) {
-        std::abort();
-    }
+    require(done != failure.has_value());
+    require(done ? std::string(carefulLine).append(piaBodyText(*plain.root())) ==
+                           piaBodyText(*careful.root()) &&
+                       linesBelow(*plain.root()) == linesOf(*careful.root()) &&
+                       plain.report().warningCount() == careful.report().warningCount()
+                 : failure->code == careful.report().failure()->code &&
+                       failure->path == careful.report().failure()->path &&
+                       *failure->line + 1 == careful.report().failure()->line);
 }
 
 /// Entries of the list "l" that are handed over while reading are those of the tree.
 void requireSameEntries(std::string_view text, const PiaInput& whole) {
     EntryRecorder whileReading(L"l");
     PiaInput input;
-    if (whileReading.openBody(input, text) != (whole.root() != nullptr)) {
-        std::abort();
-    }
+    require(whileReading.openBody(input, text) == (whole.root() != nullptr));
     if (whole.root() == nullptr) {
         return;
     }
     EntryRecorder afterwards(L"l");
     afterwards.takeAll(*whole.root());
-    if (whileReading.text != afterwards.text ||
-        input.report().warningCount() != whole.report().warningCount()) {
-        std::abort();
-    }
+    require(whileReading.text == afterwards.text &&
+            input.report().warningCount() == whole.report().warningCount());
 }
 
 }  // namespace
@@ -69,9 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     PiaInput first;
     const bool read = first.openBody(text);
-    if (read != (first.root() != nullptr) || read == first.report().failure().has_value()) {
-        std::abort();
-    }
+    require(read == (first.root() != nullptr) && read != first.report().failure().has_value());
     if (ut::isAscii(text)) {
         requireSameWithCare(text, first);
     }
@@ -81,17 +70,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     std::string body;
     PiaReport report;
-    if (!piaWriteBody(*first.root(), body, report)) {
-        std::abort();  // No line that was read holds a line feed.
-    }
+    // No line that was read holds a line feed.
+    require(piaWriteBody(*first.root(), body, report));
     // Who is sure without making the body must be right.
-    if (platen::surelyReadsBack(first) && report.warningCount() != 0) {
-        std::abort();
-    }
+    require(!platen::surelyReadsBack(first) || report.warningCount() == 0);
     PiaInput second;
-    const bool readAgain = second.openBody(body);
-    if (report.warningCount() == 0 && (!readAgain || !equalTrees(*first.root(), *second.root()))) {
-        std::abort();
-    }
+    require((second.openBody(body) && equalTrees(*first.root(), *second.root())) ||
+            report.warningCount() > 0);
     return 0;
 }

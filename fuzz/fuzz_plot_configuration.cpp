@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -27,9 +26,7 @@ void editPapers(PiaInput& input) {
         config->setCustomPaperSizes(papers);
         std::vector<CustomPaperSize> again;
         config->getCustomPaperSizes(again);
-        if (again.size() != papers.size()) {
-            std::abort();
-        }
+        require(again.size() == papers.size());
         bool changed = false;
         for (std::size_t index = 0; index < 4; ++index) {
             config->setPaperSize(index, true, changed);
@@ -37,9 +34,7 @@ void editPapers(PiaInput& input) {
         const CPlotCfg3 copy(*config);
         config->detachPMP();
         copy.getCustomPaperSizes(papers);
-        if (papers.size() != again.size()) {
-            std::abort();
-        }
+        require(papers.size() == again.size());
     }
 }
 

@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include "tests/command/support.h"
 
 using testing::HasSubstr;
@@ -10,26 +8,8 @@ using CommandGetTest = CommandTest;
 
 /// Names that look like paths and types, and one name with every type.
 constexpr std::string_view body =
-    "plain=\"text\n"
-    "same=\"word\n"
-    "same=7\n"
-    "same=TRUE\n"
-    "same=\\DATA\\\n"
-    "same{\n"
-    " inner=0.500000\n"
-    "}\n"
-    "a{\n"
-    " b{\n"
-    "  c=1\n"
-    "  d=\"deep\n"
-    " }\n"
-    " b/c=2\n"
-    "}\n"
-    "a/b{\n"
-    " c=3\n"
-    "}\n"
-    "x:num=\"not a number\n"
-    "x=5\n";
+    "plain=\"text\nsame=\"word\nsame=7\nsame=TRUE\nsame=\\DATA\\\nsame{\n inner=0.500000\n}\n"
+    "a{\n b{\n  c=1\n  d=\"deep\n }\n b/c=2\n}\na/b{\n c=3\n}\nx:num=\"not a number\nx=5\n";
 
 TEST_F(CommandGetTest, PathsLeadToItems) {
     writeFile("tree", body, PiaKind::Pc3);
@@ -68,10 +48,7 @@ TEST_F(CommandGetTest, PathsLeadToItems) {
 
 TEST_F(CommandGetTest, AbsentItemsDoNotHideTheOthers) {
     writeFile("tree", body, PiaKind::Pc3);
-    const CommandResult result = run({"get", "@tree", "x", "y", "a/b/c"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.out, "5\n3\n");
-    EXPECT_THAT(result.err, HasSubstr("y"));
+    expectRun({"get", "@tree", "x", "y", "a/b/c"}, 1, "5\n3\n", HasSubstr("y"));
 }
 
 TEST_F(CommandGetTest, JsonIsABodyThatCanBeReadAgain) {

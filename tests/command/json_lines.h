@@ -2,7 +2,6 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
-#include <vector>
 
 #include "tests/command/support.h"
 

@@ -1,9 +1,6 @@
-#include <gmock/gmock.h>
+#include "tests/command/json_lines.h"
 
-#include <nlohmann/json.hpp>
-
-#include "tests/command/support.h"
-
+using testing::_;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using Json = nlohmann::ordered_json;
@@ -67,21 +64,18 @@ TEST_F(CommandJsonTest, KindsAreRecognisedByContent) {
         {"empty", "pia", false},
     };
     for (const auto& [file, kind, hasDocument] : cases) {
-        const CommandResult result = run({"info", "--json", std::string("@") + file});
-        ASSERT_EQ(result.code, 0) << file << result.err;
-        const Json json = Json::parse(result.out);
+        const std::string name = std::string("@") + file;
+        const Json json = Json::parse(run({"info", "--json", name}).out);
         EXPECT_EQ(json["kind"], kind) << file;
         EXPECT_EQ(json["document"].is_null(), !hasDocument) << file;
-        EXPECT_EQ(run({"info", std::string("@") + file}).code, 0) << file;
+        EXPECT_EQ(run({"info", name}).code, 0) << file;
     }
 }
 
 TEST_F(CommandJsonTest, ARejectedTableStillShowsItsContainer) {
     writeFile("broken", replaced(createdBody("stb"), " screen=", " scream="), PiaKind::Stb);
-    const CommandResult result = run({"info", "--json", "@broken"});
-    EXPECT_EQ(result.code, 2);
-    EXPECT_THAT(result.err, HasSubstr("plot_style/0/screen"));
-    const Json json = Json::parse(result.out);
+    expectRun({"info", "--json", "@broken"}, 2, _, HasSubstr("plot_style/0/screen"));
+    const Json json = Json::parse(run({"info", "--json", "@broken"}).out);
     EXPECT_EQ(json["kind"], "stb");
     EXPECT_EQ(json["container"]["version"], 2);
     EXPECT_TRUE(json["document"].is_null());
@@ -90,12 +84,9 @@ TEST_F(CommandJsonTest, ARejectedTableStillShowsItsContainer) {
 TEST_F(CommandJsonTest, ABatchIsOneObjectALine) {
     prepare({"create", "stb", "-o", "@a"});
     for (const char* command : {"info", "check"}) {
-        std::istringstream lines(run({command, "--json", "@a", "@a", "@a"}).out);
-        int count = 0;
-        for (std::string line; std::getline(lines, line); ++count) {
-            EXPECT_EQ(Json::parse(line)["file"], path("a"));
-        }
-        EXPECT_EQ(count, 3) << command;
+        const auto lines = jsonLinesOf(run({command, "--json", "@a", "@a", "@a"}));
+        ASSERT_EQ(lines.size(), 3U) << command;
+        EXPECT_EQ(lines[2]["file"], path("a"));
     }
 }
 

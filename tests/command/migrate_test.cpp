@@ -1,9 +1,7 @@
-#include <gmock/gmock.h>
-
 #include "tests/command/support.h"
 #include "tests/support/configurations.h"
-#include "tests/support/trees.h"
 
+using testing::_;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -26,8 +24,10 @@ protected:
         writeFile(name, bodyFor(printer), PiaKind::Pc3);
     }
 
-    CommandResult migrate(const Arguments& arguments) const {
-        return run(joined({"migrate", "@tree", "--names-only"}, arguments));
+    void expectMigrated(const Arguments& arguments, int code,
+                        const testing::Matcher<std::string>& out,
+                        const testing::Matcher<std::string>& err) const {
+        expectRun(joined({"migrate", "@tree", "--names-only"}, arguments), code, out, err);
     }
 
     std::string printerIn(std::string_view name) const {
@@ -42,15 +42,13 @@ TEST_F(CommandMigrateTest, MovesWhatNamesThePrinterAndKeepsACopy) {
     writeConfiguration("tree/deep/other.pc3", "Another");
     const std::string old = read("tree/a.pc3");
     const std::string other = read("tree/deep/other.pc3");
-    const CommandResult result = migrate({"--map", "Old plotter=New=plotter"});
-    EXPECT_EQ(result.code, 0) << result.err;
-    EXPECT_THAT(result.err, IsEmpty());
-    EXPECT_THAT(
-        result.out,
+    expectMigrated(
+        {"--map", "Old plotter=New=plotter"}, 0,
         AllOf(HasSubstr("a.pc3: moved from \"Old plotter\" to \"New=plotter\", driver "
                         "\"Driver name\" kept, copy in "),
               HasSubstr("b.PC3: moved from \"OLD PLOTTER\""), HasSubstr("no extension: moved"),
-              HasSubstr("other.pc3: stays with \"Another\"")));
+              HasSubstr("other.pc3: stays with \"Another\"")),
+        IsEmpty());
     // The friendly name was no printer's name. Nothing else differs.
     EXPECT_EQ(bodyOf(read("tree/a.pc3")), bodyFor("New=plotter"));
     EXPECT_EQ(bodyOf(read("tree/deep/er/b.PC3")), bodyFor("New=plotter"));
@@ -63,23 +61,17 @@ TEST_F(CommandMigrateTest, MovesWhatNamesThePrinterAndKeepsACopy) {
 TEST_F(CommandMigrateTest, CopiesAreNeitherMovedNorOverwritten) {
     writeConfiguration("tree/a.pc3", "A");
     const std::string first = read("tree/a.pc3");
-    EXPECT_EQ(migrate({"--map", "A=B"}).code, 0);
+    expectMigrated({"--dry-run", "--map", "A=B"}, 0,
+                   AllOf(HasSubstr("would move from \"A\" to \"B\""), Not(HasSubstr(".bak"))),
+                   IsEmpty());
+    EXPECT_EQ(read("tree/a.pc3"), first);
+    EXPECT_FALSE(std::filesystem::exists(path("tree/a.pc3.bak")));
+    expectMigrated({"--map", "A=B"}, 0, _, IsEmpty());
     const std::string second = read("tree/a.pc3");
-    EXPECT_EQ(migrate({"--map", "B=C", "--map", "C=B", "--map", "a=D"}).code, 1);
+    expectMigrated({"--map", "B=C", "--map", "C=B", "--map", "a=D"}, 1, _, _);
     EXPECT_EQ(printerIn("tree/a.pc3"), "C\n");
     EXPECT_EQ(read("tree/a.pc3.bak"), first);
     EXPECT_EQ(read("tree/a.pc3.1.bak"), second);
-}
-
-TEST_F(CommandMigrateTest, ADryRunWritesNothing) {
-    writeConfiguration("tree/a.pc3", "A");
-    const std::string before = read("tree/a.pc3");
-    const CommandResult result = migrate({"--dry-run", "--map", "A=B"});
-    EXPECT_EQ(result.code, 0) << result.err;
-    EXPECT_THAT(result.out,
-                AllOf(HasSubstr("would move from \"A\" to \"B\""), Not(HasSubstr(".bak"))));
-    EXPECT_EQ(read("tree/a.pc3"), before);
-    EXPECT_FALSE(std::filesystem::exists(path("tree/a.pc3.bak")));
 }
 
 TEST_F(CommandMigrateTest, ContentDecidesAndOthersAreLeftAlone) {
@@ -95,22 +87,20 @@ TEST_F(CommandMigrateTest, ContentDecidesAndOthersAreLeftAlone) {
     for (const std::string& name : names) {
         before.push_back(read("tree/others/" + name));
     }
-    CommandResult result = migrate({"--map", "A=B"});
-    EXPECT_EQ(result.code, 0) << result.err;
-    EXPECT_THAT(result.out, AllOf(HasSubstr("pdf.pc3: names no printer"),
-                                  Not(HasSubstr("pens.ctb")), Not(HasSubstr("note"))));
+    expectMigrated({"--map", "A=B"}, 0,
+                   AllOf(HasSubstr("pdf.pc3: names no printer"), Not(HasSubstr("pens.ctb")),
+                         Not(HasSubstr("note"))),
+                   IsEmpty());
     for (std::size_t index = 0; index < names.size(); ++index) {
         EXPECT_EQ(read("tree/others/" + names[index]), before[index]) << names[index];
     }
     // A name promises a configuration, and so does a header that leads nowhere.
     write("tree/others/table.pc3", before[0]);
     write("tree/others/cut", before[1].substr(0, 80));
-    result = migrate({"--dry-run", "--map", "B=C"});
-    EXPECT_EQ(result.code, 3);
-    EXPECT_THAT(result.err,
-                AllOf(HasSubstr("table.pc3: warning: left alone: in spite of its name it holds "
-                                "a colour-dependent plot style table"),
-                      HasSubstr("cut: warning: left alone")));
+    expectMigrated({"--dry-run", "--map", "B=C"}, 3, _,
+                   AllOf(HasSubstr("table.pc3: warning: left alone: in spite of its name it holds "
+                                   "a colour-dependent plot style table"),
+                         HasSubstr("cut: warning: left alone")));
 }
 
 TEST_F(CommandMigrateTest, OneBadFileStopsNoOther) {
@@ -119,11 +109,9 @@ TEST_F(CommandMigrateTest, OneBadFileStopsNoOther) {
     writeFile("tree/3.pc3", edited(bodyFor("A"), " toolkit_version=1\n", ""), PiaKind::Pc3);
     writeConfiguration("tree/4.pc3", "A");
     const std::string rejected = read("tree/3.pc3");
-    const CommandResult result = migrate({"--map", "A=B", "--map", "Office=C"});
-    EXPECT_EQ(result.code, 2);
-    EXPECT_THAT(result.err,
-                AllOf(HasSubstr("2.pc3: "), HasSubstr("3.pc3: "), HasSubstr("toolkit_version"),
-                      HasSubstr("no configuration names the printer \"Office\"")));
+    expectMigrated({"--map", "A=B", "--map", "Office=C"}, 2, _,
+                   AllOf(HasSubstr("2.pc3: "), HasSubstr("3.pc3: "), HasSubstr("toolkit_version"),
+                         HasSubstr("no configuration names the printer \"Office\"")));
     EXPECT_EQ(printerIn("tree/1.pc3"), "B\n");
     EXPECT_EQ(printerIn("tree/4.pc3"), "B\n");
     EXPECT_EQ(read("tree/3.pc3"), rejected);
@@ -136,14 +124,12 @@ TEST_F(CommandMigrateTest, EachFormKeepsItsOwn) {
     // The spelling of numbers is lost, which is a warning.
     ASSERT_EQ(run({"convert", "@a.pc3", "-o", "@tree/b.pc3", "--to", "json"}).code, 3);
     // JSON takes every character, a compressed file those of its code page.
-    EXPECT_EQ(migrate({"--map", "A=\xE7\xBB\x98"}).code, 0);
+    expectMigrated({"--map", "A=\xE7\xBB\x98"}, 0, _, IsEmpty());
     EXPECT_THAT(read("tree/b.pc3"), testing::StartsWith("{\n"));
     EXPECT_EQ(printerIn("tree/b.pc3"), "\xE7\xBB\x98\n");
     std::filesystem::copy_file(path("a.pc3"), path("tree/a.pc3"));
     const std::string before = read("a.pc3");
-    const CommandResult result = migrate({"--map", "A=\xE7\xBB\x98"});
-    EXPECT_EQ(result.code, 2);
-    EXPECT_THAT(result.err, HasSubstr("code page"));
+    expectMigrated({"--map", "A=\xE7\xBB\x98"}, 2, _, HasSubstr("code page"));
     EXPECT_EQ(read("tree/a.pc3"), before);
 }
 
@@ -163,8 +149,8 @@ TEST_F(CommandMigrateTest, WrongUsageChangesNothing) {
     };
     for (const auto& [arguments, message] : cases) {
         expectRefused(joined({"migrate", "@tree", "--names-only"}, arguments), message);
-        EXPECT_EQ(read("tree/a.pc3"), before);
     }
+    EXPECT_EQ(read("tree/a.pc3"), before);
     expectRefused({"migrate", "@nowhere", "--map", "A=B"}, "nowhere");
     expectRefused({"migrate", "@tree/a.pc3", "--map", "A=B"}, "a.pc3");
     EXPECT_THAT(names(), testing::ElementsAre("tree"));

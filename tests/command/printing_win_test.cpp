@@ -1,11 +1,5 @@
-#include <gmock/gmock.h>
-
-#include <nlohmann/json.hpp>
-
 #include <platen/print.h>
-#include <platen/utcore.h>
 #include "tests/command/json_lines.h"
-#include "tests/command/support.h"
 #include "tests/support/fake_spooler.h"
 
 using testing::AllOf;
@@ -68,10 +62,7 @@ TEST_F(CommandPrintingTest, EachPrinterIsListedOnce) {
 
 TEST_F(CommandPrintingTest, APrinterThatVanishedIsAWarning) {
     spooler_.gone = L"Plotter";
-    const CommandResult result = run({"printers"});
-    EXPECT_EQ(result.code, 3);
-    EXPECT_THAT(result.err, HasSubstr("Plotter"));
-    EXPECT_THAT(result.out, HasSubstr("\nOffice "));
+    expectRun({"printers"}, 3, HasSubstr("\nOffice "), HasSubstr("Plotter"));
     spooler_.printers.clear();
     EXPECT_EQ(run({"printers"}).out, "no printer is installed\n");
     EXPECT_THAT(jsonLines({"printers"}), IsEmpty());

@@ -4,11 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <sstream>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include <platen/pia.h>
 #include <platen/utcore.h>
@@ -51,12 +47,23 @@ protected:
         ASSERT_EQ(result.code, 0) << result.err;
     }
 
+    /// The exit code, what is printed, and the messages.
+    void expectRun(const Arguments& arguments, int code, const testing::Matcher<std::string>& out,
+                   const testing::Matcher<std::string>& err = testing::IsEmpty()) const {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const CommandResult result = run(arguments);
+        EXPECT_EQ(result.code, code) << result.err;
+        EXPECT_THAT(result.out, out);
+        EXPECT_THAT(result.err, err);
+    }
     /// Nothing but an error, in whose words `part` stands.
     void expectRefused(const Arguments& arguments, const std::string& part) const {
-        const CommandResult result = run(arguments);
-        EXPECT_EQ(result.code, 2) << testing::PrintToString(arguments);
-        EXPECT_EQ(result.out, "") << testing::PrintToString(arguments);
-        EXPECT_THAT(result.err, testing::HasSubstr(part)) << testing::PrintToString(arguments);
+        expectRun(arguments, 2, testing::IsEmpty(), testing::HasSubstr(part));
+    }
+    /// Done, but not without these words.
+    void expectWarned(const Arguments& arguments,
+                      const testing::Matcher<std::string>& words) const {
+        expectRun(arguments, 3, testing::_, words);
     }
 
     std::string read(std::string_view name) const { return readBytes(folder_.path(name)); }

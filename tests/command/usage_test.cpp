@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include "tests/command/support.h"
 
 using testing::AllOf;
@@ -11,10 +9,7 @@ namespace {
 using CommandUsageTest = CommandTest;
 
 TEST_F(CommandUsageTest, AMistakeIsNamedWithWhatWasProbablyMeant) {
-    const struct {
-        Arguments arguments;
-        const char* message;
-    } mistakes[] = {
+    const std::pair<Arguments, const char*> mistakes[] = {
         {{}, "a command is missing; there are \"info\", \"get\", "},
         {{"explain"}, "there is no command \"explain\"; there are \"info\", \"get\", "},
         {{"Chekc", "@a.ctb"},
@@ -97,10 +92,7 @@ TEST_F(CommandUsageTest, TheWorstOfABatchWins) {
     std::string bytes = read("sound");
     bytes[48] = static_cast<char>(bytes[48] ^ 1);
     write("warned", bytes);
-    const struct {
-        std::vector<std::string> files;
-        int code;
-    } cases[] = {
+    const std::pair<std::vector<std::string>, int> cases[] = {
         {{"@sound"}, 0},
         {{"@warned", "@sound"}, 3},
         {{"@sound", "@missing", "@warned"}, 2},

@@ -10,39 +10,42 @@
 #include <memory>
 #include <string>
 
+namespace {
+
+int fail(const char* what) {
+    std::puts(what);
+    return 1;
+}
+
+}  // namespace
+
 int main() {
     constexpr bool prints = LIBRARY_PRINTS;
     if ((registerPrinterSystem(nullptr) != nullptr) != prints) {
-        std::puts(prints ? "no printers came with the library" : "printers came out of nowhere");
-        return 1;
+        return fail(prints ? "no printers came with the library" : "printers came out of nowhere");
     }
     if (wut::registerLogTarget(nullptr) == nullptr || wut::registerTranslator(nullptr) == nullptr) {
-        std::puts("no log or no translations came with the library");
-        return 1;
+        return fail("no log or no translations came with the library");
     }
     const wchar_t* path = L"consumer.ctb";
     const std::wstring description = L"Pens of the \u00e9tage";
 
     const std::unique_ptr<CPlotStyleTable> made(CPlotStyleTable::create(true, description.c_str()));
     if (!made || made->size() != 255) {
-        std::puts("no colour-dependent table was made");
-        return 1;
+        return fail("no colour-dependent table was made");
     }
     made->style(6)->setScreen(142);
     if (!made->write(path)) {
-        std::puts("the table could not be written");
-        return 1;
+        return fail("the table could not be written");
     }
 
     const std::unique_ptr<CPlotStyleTable> read(CPlotStyleTable::read(path));
     if (!read) {
-        std::puts("the table could not be read");
-        return 1;
+        return fail("the table could not be read");
     }
     if (read->description() != description || read->size() != made->size() ||
         read->style(6)->screen() != 142) {
-        std::puts("the table that was read is not the one that was written");
-        return 1;
+        return fail("the table that was read is not the one that was written");
     }
 
     const platen::CheckResult result = platen::check(path);
@@ -51,8 +54,7 @@ int main() {
     }
     if (result.findings.size() != 1 || result.findings[0].code != PiaCode::StyleScreenRange ||
         result.findings[0].line != 374U) {
-        std::puts("the screening that is no percentage was not found in its line");
-        return 1;
+        return fail("the screening that is no percentage was not found in its line");
     }
     std::puts("written, read and checked");
     return 0;

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <string>
+#include <utility>
 
 #include "inspect/rewriting.h"
 #include "tests/inspect/found.h"
@@ -29,10 +29,7 @@ TEST(Check, DamagedContainersAreNamed) {
         bytes[at] = static_cast<char>(bytes[at] ^ 0x55);
         return bytes;
     };
-    const struct {
-        std::string bytes;
-        const char* found;
-    } cases[] = {
+    const std::pair<std::string, const char*> cases[] = {
         {sound, ""},
         {flipped(20), "warning header-text "},
         {flipped(48), "warning checksum-mismatch "},
@@ -109,7 +106,7 @@ TEST(Check, WhatWritingWouldLoseIsNamed) {
     EXPECT_EQ(json(R"("a":{"b":")" + std::string(600, 'x') + "\"}"), "warning line-cut a/b");
     EXPECT_EQ(json("\"a\":\"\xE7\xBB\x98\xE5\x9B\xBE\""), "warning character-lost a");
     EXPECT_EQ(json(R"("a":"two\nlines")"), "warning line-break-in-value a");
-    EXPECT_EQ(json(R"("a b":1)"), "warning not-read-back a b");
+    EXPECT_EQ(json(R"("a name":1)"), "warning not-read-back a name");
     EXPECT_EQ(json(R"("a":null)"), "warning json-member-skipped a");
     // Bodies as other programs write them may have no room for the spaces that go before a name.
     const std::string full = "b{\nx=\"" + std::string(507, 'y');
@@ -119,6 +116,7 @@ TEST(Check, WhatWritingWouldLoseIsNamed) {
     EXPECT_EQ(foundIn("x=\"a\r\r\ny=1\n", PiaKind::Pc3), "warning not-read-back x|x=\"a\r\r");
 }
 
+// That nobody is sure who may not be is for the fuzzer of bodies.
 TEST(Check, WhatSurelyReadsBackNeedsNoBody) {
     std::string deep;
     std::string closing;
@@ -126,25 +124,14 @@ TEST(Check, WhatSurelyReadsBackNeedsNoBody) {
         deep += "b{\n";
         closing += "}\n";
     }
-    const struct {
-        std::string body;
-        bool surely;
-    } cases[] = {
-        {"a=1\nb{\nc=\"x\nd=\\00\\\n}\n", true},
-        {fullConfiguration, true},
-        {"a=\"x\r\r\n", false},
-        {"a=\"\xC3\xA9\n", false},
-        {deep + "a=\"" + std::string(511 - 120 - 3, 'x') + '\n' + closing, true},
-        {deep + "a=\"" + std::string(511 - 120 - 2, 'x') + '\n' + closing, false},
-        // Only the beginning of a binary value is bound to the length of a line.
-        {deep + "a=\\" + std::string(1000, '0') + "\\\n" + closing, true},
-        {deep + std::string(400, 'n') + "=\\00\\\n" + closing, false},
-        {deep + std::string(400, 'n') + "{\n}\n" + closing, false},
-    };
-    for (const auto& [body, surely] : cases) {
+    for (const std::string& body :
+         {std::string("a=1\nb{\nc=\"x\nd=\\00\\\n}\n"), fullConfiguration,
+          deep + "a=\"" + std::string(511 - 120 - 3, 'x') + '\n' + closing,
+          // Only the beginning of a binary value is bound to the length of a line.
+          deep + "a=\\" + std::string(1000, '0') + "\\\n" + closing}) {
         PiaInput input;
         ASSERT_TRUE(input.openBytes(fileAround(body)));
-        EXPECT_EQ(platen::surelyReadsBack(input), surely) << body;
+        EXPECT_TRUE(platen::surelyReadsBack(input)) << body;
     }
 }
 

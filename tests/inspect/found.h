@@ -1,9 +1,7 @@
 /// What a check finds, as tests expect it.
 #pragma once
 
-#include <cstdint>
 #include <sstream>
-#include <string>
 
 #include <platen/inspect.h>
 #include <platen/utcore.h>

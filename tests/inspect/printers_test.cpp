@@ -1,10 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <string>
-#include <vector>
-
 #include "tests/inspect/found.h"
-#include "tests/support/configurations.h"
 #include "tests/support/documents.h"
 
 using testing::ElementsAre;
@@ -23,6 +19,11 @@ Config configWith(int own, const wchar_t* paper = L"") {
 
 TEST(Misfits, SayWhatADriverWillNotTake) {
     const std::string differs = "the driver was \"Driver name\" and is now \"Other\"";
+    const auto has = [](const char* bytes) {
+        return std::string("the driver's device mode has ") + bytes +
+               " bytes, the stored one 224; the driver's own settings are kept and will not be "
+               "applied";
+    };
     const struct {
         int own;
         const wchar_t* driver;
@@ -37,17 +38,8 @@ TEST(Misfits, SayWhatADriverWillNotTake) {
          221,
          {differs + ", which will take the 1 bytes of the old one's own settings for its own; "
                     "choose the printer again in a program that plots"}},
-        {4,
-         L"Other",
-         225,
-         {differs,
-          "the driver's device mode has 225 bytes, the stored one 224; the driver's own settings "
-          "are kept and will not be applied"}},
-        {4,
-         L"",
-         223,
-         {"the driver's device mode has 223 bytes, the stored one 224; the driver's own settings "
-          "are kept and will not be applied"}},
+        {4, L"Other", 225, {differs, has("225")}},
+        {4, L"", 223, {has("223")}},
         // A driver that does not say.
         {4, L"Driver name", 0, {}},
     };

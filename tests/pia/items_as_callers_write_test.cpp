@@ -23,50 +23,37 @@ void useAsText(const Text& text, const std::wstring& expected) {
     std::wstring copy = text;
     const std::wstring& bound = text;
     const std::wstring_view view = text;
-    EXPECT_EQ(copy, expected);
-    EXPECT_EQ(bound, expected);
-    EXPECT_EQ(view, expected);
-    copy = L"";
+    EXPECT_TRUE(copy == expected && bound == expected && view == expected);
     copy = text;
     copy += text;
     EXPECT_EQ(copy, expected + expected);
-    EXPECT_EQ(lengthOf(text), expected.size());
-    EXPECT_EQ(text.size(), expected.size());
-    EXPECT_EQ(text.length(), expected.size());
+    const std::size_t size = expected.size();
+    EXPECT_TRUE(lengthOf(text) == size && text.size() == size && text.length() == size);
     EXPECT_EQ(text.empty(), expected.empty());
-    EXPECT_EQ(std::wcslen(text.c_str()), expected.size());
-    EXPECT_EQ(text.data()[expected.size()], L'\0');
-    EXPECT_EQ(text[expected.size()], L'\0');
-    EXPECT_THROW((void)text.at(expected.size()), std::out_of_range);
-    EXPECT_THROW((void)text.substr(expected.size() + 1), std::out_of_range);
+    EXPECT_EQ(std::wcslen(text.c_str()), size);
+    EXPECT_TRUE(text.data()[size] == L'\0' && text[size] == L'\0');
+    EXPECT_THROW((void)text.at(size), std::out_of_range);
+    EXPECT_THROW((void)text.substr(size + 1), std::out_of_range);
     EXPECT_EQ(std::wstring(text.begin(), text.end()), expected);
-    EXPECT_EQ(std::wstring(text.rbegin(), text.rend()),
-              std::wstring(expected.rbegin(), expected.rend()));
-    std::wstring each;
-    for (const wchar_t character : text) {
-        each += character;
-    }
-    EXPECT_EQ(each, expected);
+    EXPECT_TRUE(std::equal(text.rbegin(), text.rend(), expected.rbegin(), expected.rend()));
 
     EXPECT_TRUE(text == expected && expected == text && text == expected.c_str() && text == view);
     EXPECT_TRUE(text == text && !(text != text) && text != L"other" && L"other" != text);
     EXPECT_TRUE(text < L"\uFFFD" && L" " < text && text <= expected && expected >= text);
     EXPECT_EQ(text <=> expected, std::strong_ordering::equal);
 
-    EXPECT_EQ(L"a" + text, L"a" + expected);
-    EXPECT_EQ(text + L"z", expected + L"z");
-    EXPECT_EQ(std::wstring(L"a") + text + L"z" + text, L"a" + expected + L"z" + expected);
+    const std::wstring around = L"a" + expected + L"z";
+    EXPECT_TRUE(L"a" + text + L"z" == around && std::wstring(L"a") + text + L'z' == around);
+    EXPECT_EQ(L'a' + (text + std::wstring_view(L"z")), around);
+    EXPECT_EQ(L'a' + text + (text + L'z'), L"a" + expected + expected + L"z");
     EXPECT_EQ(text + text, expected + expected);
-    EXPECT_EQ(L'a' + text + L'z', L'a' + expected + L'z');
-    EXPECT_EQ(text + std::wstring_view(L"z"), expected + L"z");
 
     std::wostringstream out;
     out << text << L'|';
     EXPECT_EQ(out.str(), expected + L'|');
     std::map<std::wstring, int> ordered;
     ordered[text] = 7;
-    EXPECT_EQ(ordered.count(expected), 1U);
-    EXPECT_EQ(ordered.at(text), 7);
+    EXPECT_EQ(ordered.at(expected), 7);
     EXPECT_EQ(std::hash<Text>()(text), std::hash<std::wstring>()(expected));
     EXPECT_EQ(std::unordered_set<std::wstring>{expected}.count(text), 1U);
 }
@@ -86,31 +73,25 @@ TEST(ItemsAsCallersWrite, NamesAndValuesReadAsWideStrings) {
         useAsText(static_cast<const PiaTextItem*>(items[index])->value, expected[index]);
     }
     const auto* item = static_cast<const PiaStr*>(items.front());
-    EXPECT_TRUE(item->value.front() == L'1' && item->value.back() == L'b' &&
-                item->value[1] == L'2' && item->value.at(2) == L' ');
-    EXPECT_EQ(item->value.substr(3), L"ab");
-    EXPECT_EQ(item->value.substr(0, 2), L"12");
-    EXPECT_EQ(item->value.find(L"ab"), 3U);
-    EXPECT_EQ(item->value.find(L'b', 1), 4U);
-    EXPECT_EQ(item->value.find(item->name), std::wstring::npos);
-    EXPECT_EQ(item->value.rfind(L' '), 2U);
-    EXPECT_EQ(item->value.find_first_of(L"ba"), 3U);
-    EXPECT_EQ(item->value.find_last_of(std::wstring(L"1a")), 3U);
-    EXPECT_EQ(item->value.find_first_not_of(L"0123456789"), 2U);
-    EXPECT_EQ(item->value.find_last_not_of(L"ab"), 2U);
-    EXPECT_LT(item->value.compare(L"2"), 0);
-    EXPECT_EQ(item->value.compare(0, 2, L"12"), 0);
-    EXPECT_TRUE(item->value.starts_with(L"12") && item->value.ends_with(L'b'));
-    EXPECT_TRUE(item->name < items[1]->name && items[1]->name > item->value);
+    const PiaText& value = item->value;
+    EXPECT_TRUE(value.front() == L'1' && value.back() == L'b' && value[1] == L'2' &&
+                value.at(2) == L' ' && value.substr(3) == L"ab" && value.substr(0, 2) == L"12");
+    EXPECT_TRUE(value.find(L"ab") == 3 && value.find(L'b', 1) == 4 && value.rfind(L' ') == 2 &&
+                value.find(item->name) == std::wstring::npos);
+    EXPECT_TRUE(value.find_first_of(L"ba") == 3 && value.find_first_not_of(L"012") == 2 &&
+                value.find_last_of(std::wstring(L"1a")) == 3 && value.find_last_not_of(L"ab") == 2);
+    EXPECT_TRUE(value.compare(L"2") < 0 && value.compare(0, 2, L"12") == 0 &&
+                value.starts_with(L"12") && value.ends_with(L'b'));
+    EXPECT_TRUE(item->name < items[1]->name && items[1]->name > value);
     double scanned = 0;
     const auto* number = static_cast<const PiaNum*>(items[1]);
     EXPECT_EQ(std::swscanf(number->value.c_str(), L"%lf", &scanned), 1);
     EXPECT_EQ(scanned, 12.5);
     EXPECT_EQ(std::stod(number->value), 12.5);
-    const auto name = item->name;
-    const auto value = item->value;
+    const auto nameCopy = item->name;
+    const auto valueCopy = item->value;
     input = PiaInput();
-    EXPECT_EQ(name + value, L"name12 ab") << "copies own their text";
+    EXPECT_EQ(nameCopy + valueCopy, L"name12 ab") << "copies own their text";
 }
 
 TEST(ItemsAsCallersWrite, ValuesAreAssigned) {
@@ -152,9 +133,8 @@ TEST(ItemsAsCallersWrite, ItemsAreASequence) {
     std::for_each(block.items.rbegin(), block.items.rend(),
                   [&](const PiaItem* item) { backwards += item->name; });
     EXPECT_EQ(backwards, L"bac");
-    EXPECT_EQ((*(block.items.end() - 2))->name, L"a");
     const std::vector<PiaItem*> copy(block.items.begin(), block.items.end());
-    EXPECT_EQ(copy.size(), 3U);
+    EXPECT_EQ(copy.at(2), *(block.items.end() - 1));
 }
 
 TEST(ItemsAsCallersWrite, TypesAreTheirNumbers) {
@@ -169,9 +149,9 @@ TEST(ItemsAsCallersWrite, TypesAreTheirNumbers) {
     EXPECT_TRUE(item->type == 4 && item->type != 3 && item->type == types[4]);
     EXPECT_EQ(block.findItem(L"x", static_cast<PiaItemType>(3)), nullptr);
     const std::int32_t number = item->type;
-    EXPECT_EQ(number, 4);
     switch (item->type) {
         case PiaItemType::Num:
+            EXPECT_EQ(number, 4);
             break;
         default:
             FAIL();

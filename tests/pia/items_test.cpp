@@ -8,27 +8,9 @@
 
 namespace {
 
-TEST(PiaBlock, KeepsOneItemForEachNameAndType) {
-    PiaBlock block(L"");
-    ASSERT_TRUE(block.addItem(new PiaNum(L"x", 1)));
-    ASSERT_TRUE(block.addItem(new PiaStr(L"x", L"a")));
-    const auto refused = std::make_unique<PiaNum>(L"x", 2);
-    EXPECT_FALSE(block.addItem(refused.get()));
-
-    int number = 0;
-    EXPECT_TRUE(block.getInt(number, L"x"));
-    EXPECT_EQ(number, 1);
-    ASSERT_EQ(block.items.size(), 2U);
-    EXPECT_EQ(block.items[0]->type, PiaItemType::Num);
-    EXPECT_EQ(block.items[1]->type, PiaItemType::Str);
-    EXPECT_EQ(block.findItem(L"X", PiaItemType::Num), nullptr);
-    EXPECT_EQ(block.findItem(L"x", PiaItemType::Bin), nullptr);
-}
-
 TEST(PiaBlock, NumbersAreFormattedOnceAndScannedOnRequest) {
     EXPECT_EQ(PiaNum(L"n", 0.5, 2).value, L"0.50");
     EXPECT_EQ(PiaNum(L"n", 0.5, -1).value, L"0.500000");
-    EXPECT_EQ(PiaNum(L"n", -17).value, L"-17");
 
     const struct {
         const wchar_t* text;
@@ -38,17 +20,10 @@ TEST(PiaBlock, NumbersAreFormattedOnceAndScannedOnRequest) {
         double real;
     } cases[] = {
         {L"2.50", true, 2, true, 2.5},
-        {L"7", true, 7, true, 7.0},
-        {L"  -3x", true, -3, true, -3.0},
         {L"3271557125", true, static_cast<int>(0xC3000005U), true, 3271557125.0},
         {L"4294967296", false, 0, true, 4294967296.0},
-        {L"-2147483648", true, -2147483647 - 1, true, -2147483648.0},
-        {L"-2147483649", false, 0, true, -2147483649.0},
-        {L".5", false, 0, true, 0.5},
         {L"abc", false, 0, false, 0},
-        {L"nan", false, 0, false, 0},
         {L"1e999", true, 1, false, 0},
-        {L"-", false, 0, false, 0},
     };
     for (const auto& test : cases) {
         SCOPED_TRACE(
@@ -86,8 +61,11 @@ TEST(PiaBlock, FindsTheSameInSmallAndLargeBlocks) {
             ASSERT_EQ(text, name);
             ASSERT_EQ(block.findItem(name, PiaItemType::Num) != nullptr, number % 2 == 0);
         }
-        EXPECT_FALSE(block.getString(text, L"n3000"));
+        EXPECT_FALSE(block.getString(text, L"n3000") || block.getString(text, L"N0"));
         EXPECT_EQ(text, L"n0");
+        EXPECT_EQ(block.findItem(L"n0", PiaItemType::Bin), nullptr);
+        const auto refused = std::make_unique<PiaNum>(L"n0", 2);
+        EXPECT_FALSE(block.addItem(refused.get()));
 
         block.sortItems();
         EXPECT_TRUE(block.getString(text, L"n2999"));

@@ -1,18 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <memory>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
+#include <regex>
 
-#include <platen/pia.h>
-#include <platen/plotcfg.h>
-#include <platen/utcore.h>
-#include "tests/support/configurations.h"
 #include "tests/support/documents.h"
 
 namespace {
@@ -87,6 +76,9 @@ TEST(PlotConfiguration, ReadingAndWritingDiffer) {
          "   right=0.000000\n   top=0.000000\n",
          "entry-partly-read media/custom_papers/0"},
         {"no block", " custom_papers{\n", " custom_papers{\n  1=5\n", " custom_papers{\n", ""},
+        {"empty list",
+         "  0{\n   global_name=\"Roll\n   local_name=\"Rolle\n   units=0\n" + fromWidth + "  }\n",
+         "", "", ""},
         {"renumbered", " custom_papers{\n  0{\n", " custom_papers{\n  seven{\n",
          " custom_papers{\n  0{\n", ""},
     };
@@ -98,11 +90,6 @@ TEST(PlotConfiguration, ReadingAndWritingDiffer) {
         EXPECT_EQ(warningsOf(report), entry.warnings);
         EXPECT_EQ(bodyOfDocument(*config), edited(fullConfiguration, entry.from, entry.written));
     }
-    const std::size_t lists = fullConfiguration.find(" custom_papers{");
-    const std::string papers =
-        fullConfiguration.substr(lists, fullConfiguration.find("}\nio{") - lists);
-    const std::string empty = edited(fullConfiguration, papers, " custom_papers{\n }\n");
-    EXPECT_EQ(bodyOfDocument(*configOf(empty)), empty);
 }
 
 TEST(PlotConfiguration, CustomBlocks) {
@@ -114,56 +101,44 @@ TEST(PlotConfiguration, CustomBlocks) {
     const struct {
         const char* what;
         std::string content;
-        /// Of the first property that is at fault; empty when there is none.
-        const char* fault;
-        /// The values that are written; a bang for none.
+        /// The properties that are written; the first one at fault when none are.
         const char* written;
     } cases[] = {
-        {"empty", "", "", ""},
-        {"no blocks", "0=1\nname=\"A\n", "", ""},
-        {"any name of the value, any case of the name", property("0", "NAME=\"A\nx=1\n"), "",
-         "A=1 "},
-        {"last wins", sound + property("1", "name=\"A\nvalue=2\n"), "", "A=2 "},
+        {"empty", "", "custom{\n}\n"},
+        {"no blocks", "0=1\nname=\"A\n", "custom{\n}\n"},
+        {"any name of the value, any case of the name", property("0", "NAME=\"A\nx=1\n"),
+         "custom{\nA=1 }\n"},
+        {"last wins", sound + property("1", "name=\"A\nvalue=2\n"), "custom{\nA=2 }\n"},
         {"a name in every map",
          sound + property("a", "name=\"A\nvalue=TRUE\n") + property("b", "name=\"A\nvalue=\"t\n") +
              property("c", "name=\"A\nvalue=\\00\\\n"),
-         "", "A=1 A=\\00\\ A=\"t A=TRUE "},
-        {"number by the text", property("0", "name=\"A\nvalue=abc\n"), "", "A=abc "},
+         "custom{\nA=1 A=\\00\\ A=\"t A=TRUE }\n"},
+        {"number by the text", property("0", "name=\"A\nvalue=abc\n"), "custom{\nA=abc }\n"},
         {"by units", property("0", "name=\"b\nvalue=1\n") + property("1", "name=\"B\nvalue=2\n"),
-         "", "B=2 b=1 "},
-        {"one item", property("0", "name=\"A\n"), "0", "!"},
-        {"three items", sound + property("1", "name=\"A\nvalue=1\nvalue=\"2\n"), "1", "!"},
-        {"name is no text", property("0", "name=5\nvalue=1\n"), "0", "!"},
-        {"other order", property("0", "value=\"A\nname=\"1\n"), "0", "!"},
-        {"block as value", property("0", "name=\"A\nvalue{\n}\n"), "0", "!"},
+         "custom{\nB=2 b=1 }\n"},
+        {"one item", property("0", "name=\"A\n"), "0"},
+        {"three items", sound + property("1", "name=\"A\nvalue=1\nvalue=\"2\n"), "1"},
+        {"name is no text", property("0", "name=5\nvalue=1\n"), "0"},
+        {"other order", property("0", "value=\"A\nname=\"1\n"), "0"},
+        {"block as value", property("0", "name=\"A\nvalue{\n}\n"), "0"},
     };
+    const std::regex written(" \\d+\\{\n  name=\"(.*)\n  value=(.*)\n \\}\n");
     for (const auto& entry : cases) {
         SCOPED_TRACE(entry.what);
         PiaReport report;
         const Config config = configOf(head + property("custom", entry.content), &report);
         ASSERT_NE(config, nullptr);
-        EXPECT_EQ(report.warningCount(), *entry.fault == '\0' ? 0u : 1u);
-        if (report.warningCount() > 0) {
-            EXPECT_EQ(report.warnings()[0].code, PiaCode::BlockDropped);
-            EXPECT_TRUE(
-                namesItsLine(head + property("custom", entry.content), report.warnings()[0]));
-            EXPECT_EQ(ut::encodeUtf8(report.warnings()[0].found),
-                      std::string("value-invalid at custom/") + entry.fault);
-        }
-        ASSERT_EQ(config->custom.has_value(), std::string_view(entry.written) != "!");
-        const std::string body = bodyOfDocument(*config);
-        if (!config->custom) {
-            EXPECT_EQ(body, head);
+        const std::string custom = bodyOfDocument(*config).substr(head.size());
+        if (config->custom) {
+            EXPECT_EQ(std::regex_replace(custom, written, "$1=$2 "), entry.written);
+            EXPECT_EQ(report.warningCount(), 0u);
             continue;
         }
-        std::string values;
-        for (std::size_t name = body.find("  name=\"", head.size()); name != std::string::npos;
-             name = body.find("  name=\"", name + 1)) {
-            const std::size_t value = body.find("\n  value=", name);
-            values += body.substr(name + 8, value - name - 8);
-            values += body.substr(value + 8, body.find('\n', value + 1) - value - 8) + ' ';
-        }
-        EXPECT_EQ(values, entry.written);
+        EXPECT_EQ(custom, "");
+        ASSERT_EQ(warningsOf(report), "block-dropped custom");
+        EXPECT_TRUE(namesItsLine(head + property("custom", entry.content), report.warnings()[0]));
+        EXPECT_EQ(ut::encodeUtf8(report.warnings()[0].found),
+                  std::string("value-invalid at custom/") + entry.written);
     }
 }
 
@@ -178,33 +153,23 @@ TEST(PlotConfiguration, PropertiesConvert) {
     CCustomNode node;
     ASSERT_TRUE(node.init(*input.root()));
     int integer = -7;
-    EXPECT_TRUE(node.get(integer, L"odd"));
-    EXPECT_EQ(integer, 12);
+    double real = -7;
+    long wide = -7;
+    unsigned long bits = 7;
     for (const wchar_t* name : {L"text", L"absent", L"ODD", L"bin"}) {
-        integer = -7;
-        double real = -7;
-        long wide = -7;
-        unsigned long bits = 7;
         EXPECT_FALSE(node.get(integer, name) || node.get(real, name) || node.get(wide, name) ||
                      node.get(bits, name));
         EXPECT_TRUE(integer == -7 && real == -7 && wide == -7 && bits == 7);
     }
-    double real = 0;
-    EXPECT_TRUE(node.get(real, L"tenth"));
-    EXPECT_EQ(real, static_cast<double>(0.1F));
+    EXPECT_TRUE(node.get(integer, L"odd") && integer == 12);
+    EXPECT_TRUE(node.get(real, L"tenth") && real == static_cast<double>(0.1F));
     // Half-way between two floats but for a bit that a double does not hold.
-    EXPECT_TRUE(node.get(real, L"half"));
-    EXPECT_EQ(real, static_cast<double>(std::nextafter(1.0F, 2.0F)));
+    EXPECT_TRUE(node.get(real, L"half") && real == static_cast<double>(std::nextafter(1.F, 2.F)));
     EXPECT_FALSE(node.get(real, L"huge"));
-    unsigned long bits = 0;
-    EXPECT_TRUE(node.get(bits, L"big"));
-    EXPECT_EQ(bits, 4294967295UL);
-    long wide = 0;
-    EXPECT_TRUE(node.get(wide, L"big"));
-    EXPECT_EQ(wide, -1L);
+    EXPECT_TRUE(node.get(bits, L"big") && bits == 4294967295UL);
+    EXPECT_TRUE(node.get(wide, L"big") && wide == -1L);
     std::wstring text;
-    EXPECT_TRUE(node.getBin(text, L"bin"));
-    EXPECT_EQ(text, L"0Fa");
+    EXPECT_TRUE(node.getBin(text, L"bin") && text == L"0Fa");
     EXPECT_FALSE(node.getStr(text, L"bin"));
     bool flag = true;
     EXPECT_FALSE(node.get(flag, L"absent"));
@@ -220,15 +185,11 @@ TEST(PlotConfiguration, PropertiesAreAddedOnDemandOnly) {
     ASSERT_TRUE(node.write(tree.root()));
     EXPECT_TRUE(tree.root().items.empty());
 
-    const auto number = [&] { return ut::encodeUtf8(node.numbers().at(L"n")); };
-    EXPECT_TRUE(node.set(-5, L"n", true));
-    EXPECT_EQ(number(), "-5");
-    EXPECT_TRUE(node.set(0.1, L"n", false));
-    EXPECT_EQ(number(), "0.100000");
-    EXPECT_TRUE(node.set(4294967295UL, L"n", false));
-    EXPECT_EQ(number(), "4294967295");
-    EXPECT_TRUE(node.set(-1L, L"n", false));
-    EXPECT_EQ(number(), "-1");
+    const auto number = [&] { return node.numbers().at(L"n"); };
+    EXPECT_TRUE(node.set(-5, L"n", true) && number() == L"-5");
+    EXPECT_TRUE(node.set(0.1, L"n", false) && number() == L"0.100000");
+    EXPECT_TRUE(node.set(4294967295UL, L"n", false) && number() == L"4294967295");
+    EXPECT_TRUE(node.set(-1L, L"n", false) && number() == L"-1");
     EXPECT_TRUE(node.set(true, L"n", true) && node.set(false, L"n", false));
     EXPECT_FALSE(node.bools().at(L"n"));
 
@@ -239,9 +200,6 @@ TEST(PlotConfiguration, PropertiesAreAddedOnDemandOnly) {
     node.setRasterBkgColor(color);
     EXPECT_EQ(node.numbers().at(L"RASTER_RGB_Back_Color"), L"197121");
     EXPECT_EQ(node.getRasterBkgColor(), color);
-    EXPECT_TRUE(node.getPdfOpenInViewer());
-    node.setPdfOpenInViewer(false);
-    EXPECT_FALSE(node.getPdfOpenInViewer());
 }
 
 TEST(PlotConfiguration, Bounds) {
@@ -277,25 +235,15 @@ TEST(PlotConfiguration, Bounds) {
 }
 
 TEST(PlotConfiguration, SettersTellWhetherTheyChangedAnything) {
-    CMediaNode media;
-    EXPECT_FALSE(media.size.setName(L"A4"));
-    EXPECT_TRUE(media.size.setName(L"A4"));
-    EXPECT_FALSE(media.size.setName(L"a4"));
-    EXPECT_EQ(media.size.name, L"a4");
-
+    CMediaNode::CSizeNode size;
+    EXPECT_FALSE(size.setName(L"A4"));
+    EXPECT_TRUE(size.setName(L"A4"));
+    EXPECT_FALSE(size.setName(L"a4"));
     CMediaNode::CDestinationNode destination;
     EXPECT_FALSE(destination.setCollating(false));
     EXPECT_EQ(destination.collatingName, L"None");
     EXPECT_TRUE(destination.setCollating(true));
-    EXPECT_EQ(destination.collatingType, 1);
     EXPECT_EQ(destination.collatingName, L"Regular");
-
-    CResColorMemNode::CResolutionNode resolution;
-    resolution.set(300L);
-    EXPECT_EQ(resolution.name, L"300x300");
-    EXPECT_EQ(resolution.addrResolutionY, 300);
-    EXPECT_EQ(resolution.physResolutionX, 300);
-    EXPECT_EQ(resolution.effectiveResolutionX, 1);
 }
 
 }  // namespace

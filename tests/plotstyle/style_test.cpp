@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -53,19 +53,13 @@ TEST(PlotStyle, StreamHoldsEveryFieldInOrder) {
     EXPECT_EQ(style.name(), L"Thin_red");
     EXPECT_EQ(style.locName(), L"Thin red");
     EXPECT_EQ(style.desc(), L"for sections");
-    EXPECT_EQ(style.color(), packed(0xC3000005));
-    EXPECT_EQ(style.mode_color(), packed(0xC2010203));
-    EXPECT_EQ(style.color_policy(), 5);
-    EXPECT_EQ(style.pen(), 3);
-    EXPECT_EQ(style.virtualPen(), 4);
-    EXPECT_EQ(style.screen(), 60);
-    EXPECT_EQ(style.linepattern_size(), 0.25);
-    EXPECT_EQ(style.lineType(), 12);
-    EXPECT_FALSE(style.isAdaptiveLinetype());
-    EXPECT_EQ(style.lineWeight(), 7);
-    EXPECT_EQ(style.fillStyle(), 65);
-    EXPECT_EQ(style.endStyle(), 1);
-    EXPECT_EQ(style.joinStyle(), 2);
+    const std::int32_t numbers[] = {style.color(),    style.mode_color(), style.color_policy(),
+                                    style.pen(),      style.virtualPen(), style.screen(),
+                                    style.lineType(), style.lineWeight(), style.fillStyle(),
+                                    style.endStyle(), style.joinStyle()};
+    EXPECT_THAT(numbers, testing::ElementsAre(packed(0xC3000005), packed(0xC2010203), 5, 3, 4, 60,
+                                              12, 7, 65, 1, 2));
+    EXPECT_TRUE(style.linepattern_size() == 0.25 && !style.isAdaptiveLinetype());
     ut::COBinStream out;
     EXPECT_TRUE(style.write(out));
     EXPECT_EQ(out.bytes(), streamOf(packed(0xC3000005), packed(0xC2010203), 5));
@@ -110,18 +104,16 @@ TEST(PlotStyle, EqualityIsThatOfTheNumbers) {
 }
 
 TEST(PlotStyle, NamesLoseTheirWhiteSpace) {
-    struct Case {
-        const wchar_t* given;
-        std::wstring name;
-    };
-    for (const Case& c : {Case{L"My Style", L"My_Style"}, Case{L" a\t b ", L"_a__b_"},
-                          Case{L"\u2003wide\u3000", L"_wide_"}, Case{L"plain", L"plain"}}) {
+    for (const auto& [given, name] : {std::pair(L"My Style", L"My_Style"),
+                                      {L" a\t b ", L"_a__b_"},
+                                      {L"\u2003wide\u3000", L"_wide_"},
+                                      {L"plain", L"plain"}}) {
         CPlotStyle style;
-        style.updateName(c.given);
-        EXPECT_EQ(style.name(), c.name);
-        EXPECT_EQ(style.locName(), c.given);
+        style.updateName(given);
+        EXPECT_EQ(style.name(), name);
+        EXPECT_EQ(style.locName(), given);
         style.updateName(style.locName().c_str());
-        EXPECT_EQ(style.name(), c.name) << "named by its own text";
+        EXPECT_EQ(style.name(), name) << "named by its own text";
     }
 }
 
@@ -203,19 +195,31 @@ TEST(PlotStyleColor, DisplayColor) {
 TEST(PlotStyleColor, PaletteKeepsItsShape) {
     const std::set<std::uint32_t> distinct(plot_style::palette.begin(), plot_style::palette.end());
     EXPECT_EQ(distinct.size(), 255U);
-    struct Entry {
-        std::size_t index;
-        std::uint32_t color;
-    };
-    for (const Entry& entry :
-         {// The copies of the primaries are one step away in their zero components.
-          Entry{1, 0xFF0000}, Entry{10, 0xFF0101}, Entry{2, 0xFFFF00}, Entry{50, 0xFFFF01},
-          Entry{3, 0x00FF00}, Entry{90, 0x01FF01}, Entry{4, 0x00FFFF}, Entry{130, 0x01FFFF},
-          Entry{5, 0x0000FF}, Entry{170, 0x0101FF}, Entry{6, 0xFF00FF}, Entry{210, 0xFF01FF},
-          // Black, the grays, and one of each quarter of the circle.
-          Entry{7, 0x000000}, Entry{250, 0x545454}, Entry{253, 0xBABABA}, Entry{255, 0xFCFCFC},
-          Entry{21, 0xFF9F7F}, Entry{83, 0x67A552}, Entry{127, 0x264C42}, Entry{218, 0x260026}}) {
-        EXPECT_EQ(plot_style::palette[entry.index - 1], entry.color) << entry.index;
+    const std::pair<std::size_t, std::uint32_t> entries[] = {
+        // The copies of the primaries are one step away in their zero components.
+        {1, 0xFF0000},
+        {10, 0xFF0101},
+        {2, 0xFFFF00},
+        {50, 0xFFFF01},
+        {3, 0x00FF00},
+        {90, 0x01FF01},
+        {4, 0x00FFFF},
+        {130, 0x01FFFF},
+        {5, 0x0000FF},
+        {170, 0x0101FF},
+        {6, 0xFF00FF},
+        {210, 0xFF01FF},
+        // Black, the grays, and one of each quarter of the circle.
+        {7, 0x000000},
+        {250, 0x545454},
+        {253, 0xBABABA},
+        {255, 0xFCFCFC},
+        {21, 0xFF9F7F},
+        {83, 0x67A552},
+        {127, 0x264C42},
+        {218, 0x260026}};
+    for (const auto& [index, color] : entries) {
+        EXPECT_EQ(plot_style::palette[index - 1], color) << index;
     }
 }
 
@@ -240,17 +244,17 @@ TEST(LineWeights, Range) {
 }
 
 TEST(LineWeights, TypedText) {
-    const auto check = [](const wchar_t* text) {
-        double value = 5.0;
-        const bool inside = CCustomLineweightTable::checkLineWeightRange(value, text, false);
-        return std::pair(inside, value);
-    };
-    EXPECT_EQ(check(L"0.25"), std::pair(true, 0.25));
-    EXPECT_EQ(check(L"1e1"), std::pair(true, 10.0));
-    EXPECT_EQ(check(L"250"), std::pair(false, 200.0));
-    EXPECT_EQ(check(L"-3"), std::pair(false, 0.0));
-    for (const wchar_t* text : {L"", L"0.25mm", L"thin"}) {
-        EXPECT_EQ(check(text), std::pair(false, 5.0)) << text;
+    const struct {
+        const wchar_t* text;
+        bool inside;
+        double result;
+    } cases[] = {{L"0.25", true, 0.25}, {L"1e1", true, 10}, {L"250", false, 200},
+                 {L"-3", false, 0},     {L"", false, 5},    {L"0.25mm", false, 5},
+                 {L"thin", false, 5}};
+    for (const auto& [text, inside, result] : cases) {
+        double value = 5;
+        EXPECT_EQ(CCustomLineweightTable::checkLineWeightRange(value, text, false), inside) << text;
+        EXPECT_EQ(value, result) << text;
     }
 }
 

