@@ -87,11 +87,17 @@ WriteResult encodeFile(const PiaBlock& root, FileForm form, PiaKind kind, ut::By
     return result;
 }
 
-WriteResult writeFile(const PiaBlock& root, FileForm form, PiaKind kind, const std::wstring& path) {
+WriteResult writeFile(const PiaBlock& root, FileForm form, PiaKind kind, const std::wstring& path,
+                      const FileMark& mark) {
     ut::ByteBuffer bytes;
     WriteResult result = encodeFile(root, form, kind, bytes);
     if (!result) {
         return result;
+    }
+    if (mark.differsNow(path)) {
+        PiaReport report;
+        report.fail({.code = PiaCode::FileChanged});
+        return failedAt(WriteResult::Stage::Storing, std::move(report));
     }
     WriteResult stored = writeFileBytes(bytes.view(), path);
     return stored ? std::move(result) : std::move(stored);
@@ -123,7 +129,9 @@ bool SourceFile::read(const std::wstring& path, const PiaReadOptions& options, A
     ut::ByteBuffer bytes;
     const ut::SystemError error = ut::readFile(path, options.limits.bodyBytes, bytes, tooLarge);
     if (!error && !tooLarge) {
-        return readBytes(std::move(bytes), options, accept);
+        const bool done = readBytes(std::move(bytes), options, accept);
+        mark_ = FileMark(path, bytes_.view());
+        return done;
     }
     *this = SourceFile();
     return input_.report().fail({.code = tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable,
@@ -132,6 +140,7 @@ bool SourceFile::read(const std::wstring& path, const PiaReadOptions& options, A
 
 bool SourceFile::readBytes(ut::ByteBuffer bytes, const PiaReadOptions& options, Accept accept) {
     bytes_ = std::move(bytes);
+    mark_ = {};
     if (input_.openBytes(bytes_.view(), options)) {
         form_ = input_.container().version == 2 ? FileForm::Compressed : FileForm::Json;
         return true;
@@ -161,7 +170,7 @@ PiaKind SourceFile::headerKind() {
 WriteResult SourceFile::write(const std::wstring& path) {
     // Only this form has a header.
     const PiaKind kind = form_ == FileForm::Compressed ? headerKind() : PiaKind::Pc3;
-    return writeFile(*input_.root(), form_, kind, path);
+    return writeFile(*input_.root(), form_, kind, path, mark_);
 }
 
 }  // namespace platen

@@ -85,6 +85,7 @@ EditResult PaperFile::openConfiguration(PiaInput& input, Purpose purpose) {
                       "keeps no papers");
     }
     configBefore_.version = input.container().version;
+    configBefore_.mark = FileMark::of(path_);
     configBefore_.lost = lostFrom(*input.root(), *config_);
     const std::wstring name = config_->meta.userDefinedModelPathname;
     const bool complete = plot_config::attachNamedPmp(*config_, path_, input.report());
@@ -123,6 +124,7 @@ void PaperFile::rememberParameters() {
     PiaInput file;
     if (file.open(pmp->filePath.c_str())) {
         pmpBefore_.version = file.container().version;
+        pmpBefore_.mark = FileMark::of(pmp->filePath.text());
         pmpBefore_.lost = lostFrom(*file.root(), *pmp);
     }
     pmpBefore_.body = bodyOf(*pmp);
@@ -185,7 +187,7 @@ SavedPapers PaperFile::save() {
     }
     saved.configuration->papers =
         config_->media.customPapers ? config_->media.customPapers->papers.size() : 0;
-    configBefore_ = {bodyOf(*config_), compressedVersion, {}};
+    configBefore_ = {bodyOf(*config_), compressedVersion, FileMark::of(path_), {}};
     return saved;
 }
 
@@ -211,6 +213,11 @@ EditResult PaperFile::saveParameters(SavedPapers& saved) {
         if (!own.empty() && place == ut::fullPath(own)) {
             return false;
         }
+        // What somebody else wrote meanwhile is not to be set aside by a file of another name.
+        if (saved.parameters &&
+            saved.parameters->result.report.failure()->code == PiaCode::FileChanged) {
+            return false;
+        }
         if (ut::fileExists(place)) {
             done = refuse(EditFault::FileOfOthers,
                           "a file of this name is there and is not the one that the "
@@ -225,7 +232,7 @@ EditResult PaperFile::saveParameters(SavedPapers& saved) {
     saved.parameters->papers = papersIn(pmp);
     saved.namesOtherParameters = !isPmp_ && config_->meta.userDefinedModelPathname != before;
     saved.normalised = std::exchange(normalised_, {});
-    pmpBefore_ = {bodyOf(pmp), compressedVersion, {}};
+    pmpBefore_ = {bodyOf(pmp), compressedVersion, FileMark::of(saved.parameters->path), {}};
     return {};
 }
 
@@ -233,7 +240,7 @@ SavedPapers::Document PaperFile::written(const Before& before, const std::wstrin
                                          const PiaBlock& root) {
     SavedPapers::Document document;
     document.path = path;
-    document.result = writeFile(root, FileForm::Compressed, PiaKind::Pc3, path);
+    document.result = writeFile(root, FileForm::Compressed, PiaKind::Pc3, path, before.mark);
     if (document.result) {
         document.lost = before.lost;
         document.wasJson = before.version != 0 && before.version != compressedVersion;

@@ -103,6 +103,8 @@ inline constexpr PiaCodeEntry piaCodeTable[] = {
      "write the text with the characters of the code page"},
     {PiaCode::FileUnwritable, "file-unwritable", "the file cannot be written",
      "check that the folder exists, that you may write to it and that the disk is not full"},
+    {PiaCode::FileChanged, "file-changed", "the file has changed since it was read",
+     "look at what is in it now, and make the change again"},
     {PiaCode::PrinterMissing, "printer-missing", "there is no such printer, or it cannot be opened",
      "install the printer, or choose another one"},
     {PiaCode::PrintDataUnusable, "print-data-unusable", "the print data cannot carry the settings",

@@ -9,6 +9,7 @@
 ///     }
 #pragma once
 
+#include <platen/edit_file_mark.h>
 #include <platen/edit_files.h>
 #include <platen/edit_items.h>
 #include <platen/edit_papers.h>

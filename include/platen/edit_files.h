@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include <platen/edit_file_mark.h>
 #include <platen/pia.h>
 #include <platen/platen_api.h>
 #include <platen/utcore.h>
@@ -40,9 +41,9 @@ struct PLATEN_API WriteResult {
 PLATEN_API WriteResult encodeFile(const PiaBlock& root, FileForm form, PiaKind kind,
                                   ut::ByteBuffer& bytes);
 /// Writes them to `path` once they were read back, so that `path` is either the old file whole or
-/// a new one that can be read.
+/// a new one that can be read. A file that is different from its mark is left alone.
 PLATEN_API WriteResult writeFile(const PiaBlock& root, FileForm form, PiaKind kind,
-                                 const std::wstring& path);
+                                 const std::wstring& path, const FileMark& mark = {});
 /// Writes bytes that came out of a file that was read.
 PLATEN_API WriteResult writeFileBytes(std::string_view bytes, const std::wstring& path);
 
@@ -73,13 +74,15 @@ public:
     /// What its header names or, without a name, what it holds.
     PiaKind headerKind();
 
-    /// Writes the tree in the form that it came in.
+    /// Writes the tree in the form that it came in. The file that was read is left alone when it
+    /// has changed since.
     WriteResult write(const std::wstring& path);
 
 private:
     PiaInput input_;
     FileForm form_ = FileForm::Compressed;
     ut::ByteBuffer bytes_;
+    FileMark mark_;
 };
 
 }  // namespace platen

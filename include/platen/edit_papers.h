@@ -74,6 +74,7 @@ private:
         /// Empty for a PMP that is new.
         std::string body;
         int version = 0;
+        FileMark mark;
         std::vector<std::wstring> lost;
     };
 

@@ -63,6 +63,7 @@ enum class PiaCode {
     NotReadBack,
     CharacterLost,
     FileUnwritable,
+    FileChanged,
     // Printers.
     PrinterMissing,
     PrintDataUnusable,

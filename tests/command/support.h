@@ -17,7 +17,7 @@ struct CommandResult {
     std::string err;
 };
 
-/// Arguments that begin with "@" name files of the folder.
+/// Arguments that begin with "@" name files of the folder, and with "@@" lists of files there.
 class CommandTest : public testing::Test {
 protected:
     using Arguments = std::vector<std::string>;
@@ -29,15 +29,18 @@ protected:
         return first;
     }
 
-    CommandResult run(Arguments arguments, bool terminal = false) const {
+    CommandResult run(Arguments arguments, bool terminal = false,
+                      const std::string& input = {}) const {
         for (std::string& argument : arguments) {
             if (argument.starts_with('@')) {
-                argument = path(argument.substr(1));
+                const bool isList = argument.starts_with("@@");
+                argument = (isList ? "@" : "") + path(argument.substr(isList ? 2 : 1));
             }
         }
         std::ostringstream out;
         std::ostringstream err;
-        const int code = cli::run(arguments, out, err, terminal);
+        std::istringstream in(input);
+        const int code = cli::run(arguments, {out, err, in, terminal, false});
         return {code, out.str(), err.str()};
     }
 

@@ -127,7 +127,8 @@ TEST_F(CommandUsageTest, AFullOutputIsAnError) {
     std::ostringstream out;
     std::ostringstream err;
     out.setstate(std::ios::badbit);
-    EXPECT_EQ(cli::run({"info", path("sound")}, out, err, false), 2);
+    std::istringstream in;
+    EXPECT_EQ(cli::run({"info", path("sound")}, {out, err, in}), 2);
     EXPECT_THAT(err.str(), HasSubstr("standard output"));
 }
 

@@ -72,17 +72,15 @@ private:
 
 }  // namespace
 
-int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
-        bool terminal) {
-    const Console console{out, err, terminal};
+int run(const std::vector<std::string>& arguments, const Console& console) {
     ExitCode code = ExitCode::Ok;
     try {
         code = CommandLine().run(arguments, console);
     } catch (const std::bad_alloc&) {
         code = fail(console, "", "there is not enough memory for this file");
     }
-    out.flush();
-    if (!out) {
+    console.out.flush();
+    if (!console.out) {
         code = fail(console, "standard output", "not everything could be written");
     }
     return static_cast<int>(code);

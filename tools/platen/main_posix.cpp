@@ -5,9 +5,12 @@
 #include <vector>
 
 #include "tools/platen/command.h"
+#include "tools/platen/console/interrupt.h"
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
-    return cli::run(arguments, std::cout, std::cerr, isatty(STDOUT_FILENO) == 1);
+    cli::console::catchInterrupts();
+    return cli::run(arguments, {std::cout, std::cerr, std::cin, isatty(STDOUT_FILENO) == 1,
+                                isatty(STDERR_FILENO) == 1});
 }

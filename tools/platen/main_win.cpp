@@ -10,6 +10,7 @@
 
 #include <platen/utcore.h>
 #include "tools/platen/command.h"
+#include "tools/platen/console/interrupt.h"
 
 namespace {
 
@@ -30,12 +31,15 @@ private:
 
 int wmain(int argc, wchar_t** argv) {
     const Utf8Console utf8;
-    // Data goes out byte for byte: no carriage returns of the runtime's making.
+    // Data comes and goes byte for byte: no carriage returns of the runtime's making.
+    _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     std::vector<std::string> arguments;
     for (int index = 1; index < argc; ++index) {
         arguments.push_back(ut::encodePath(argv[index]));
     }
-    return cli::run(arguments, std::cout, std::cerr, _isatty(_fileno(stdout)) != 0);
+    cli::console::catchInterrupts();
+    return cli::run(arguments, {std::cout, std::cerr, std::cin, _isatty(_fileno(stdout)) != 0,
+                                _isatty(_fileno(stderr)) != 0});
 }

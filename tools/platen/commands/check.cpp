@@ -10,6 +10,7 @@
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
 #include "tools/platen/console/remedies.h"
+#include "tools/platen/files/batch.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/printers/installed_printers.h"
 
@@ -24,10 +25,11 @@ Examples:
   platen check pens.ctb                 "pens.ctb: ok, ..." or the findings
   platen check plotter.pc3              the PMP that it names is looked for, too
   platen check --printers plotter.pc3   Windows: is the printer there, and does it take all this?
+  platen check -r plotters              every plotter file in a folder, on all processors
   platen check --json *.ctb             one JSON object a line, schema platen.check/1)";
 
 struct CheckOptions {
-    std::vector<std::string> files;
+    files::Selection selection;
     bool json = false;
     /// Ask the printers that configurations name, too.
     bool printers = false;
@@ -64,7 +66,16 @@ ExitCode checkFile(const std::string& file, const CheckOptions& options, const C
     const platen::CheckSettings settings{
         .reading = platen::readingUpTo(options.maxBody),
         .printers = options.printers ? printers::installedPrinters() : nullptr};
-    platen::CheckResult result = platen::check(ut::decodePath(file), settings);
+    platen::CheckResult result;
+    if (file == files::standardStream) {
+        std::string bytes;
+        if (!files::readStandardInput(bytes, options.maxBody, console)) {
+            return ExitCode::Error;
+        }
+        result = platen::checkBytes(bytes, {}, settings);
+    } else {
+        result = platen::check(ut::decodePath(file), settings);
+    }
     for (platen::Finding& finding : result.findings) {
         finding.remedy = console::remedyOf(finding.code);
     }
@@ -86,11 +97,9 @@ ExitCode run(const CheckOptions& options, const Console& console) {
     if (const std::string fault = printers::printersFault(); options.printers && !fault.empty()) {
         return fail(console, "", "--printers cannot be used: " + fault);
     }
-    ExitCode worst = ExitCode::Ok;
-    for (const std::string& file : options.files) {
-        worst = worse(worst, checkFile(file, options, console));
-    }
-    return worst;
+    return files::forEachSelected(
+        options.selection, {.doing = "checking", .oneThread = options.printers}, console,
+        [&](const std::string& file, const Console& own) { return checkFile(file, options, own); });
 }
 
 }  // namespace
@@ -99,7 +108,7 @@ CommandEntry addCheck(CLI::App& program) {
     CLI::App* command =
         arguments::addCommand(program, "check", "Verify files and list every finding", help);
     const auto options = std::make_shared<CheckOptions>();
-    arguments::takeText(command->add_option("FILE", options->files, "Files"))->required();
+    files::addFiles(command, options->selection);
     command->add_flag("--json", options->json, "One JSON object a line");
     command->add_flag("--printers", options->printers,
                       "Ask the printers of configurations, too (Windows)");

@@ -9,6 +9,7 @@
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/files/selection.h"
 #include "tools/platen/files/source.h"
 
 namespace cli::commands {
@@ -115,7 +116,14 @@ ExitCode printPath(const GetOptions& options, PiaBlock& root, const std::string&
 /// Prints items of the raw tree.
 ExitCode run(const GetOptions& options, const Console& console) {
     PiaInput input;
-    if (!input.open(ut::decodePath(options.file).c_str(), platen::readingUpTo(options.maxBody))) {
+    std::string bytes;
+    const PiaReadOptions reading = platen::readingUpTo(options.maxBody);
+    const bool isStandard = options.file == files::standardStream;
+    if (isStandard && !files::readStandardInput(bytes, options.maxBody, console)) {
+        return ExitCode::Error;
+    }
+    if (!(isStandard ? input.openBytes(bytes, reading)
+                     : input.open(ut::decodePath(options.file).c_str(), reading))) {
         return fail(console, options.file, input.report());
     }
     ExitCode worst = warn(console, options.file, input.report());
@@ -134,7 +142,8 @@ CommandEntry addGet(CLI::App& program) {
     CLI::App* command =
         arguments::addCommand(program, "get", "Print items of a file as they are stored", help);
     const auto options = std::make_shared<GetOptions>();
-    arguments::takeText(command->add_option("FILE", options->file, "File"))->required();
+    arguments::takeText(command->add_option("FILE", options->file, "File; -: standard input"))
+        ->required();
     arguments::takeText(
         command->add_option("PATH", options->paths, "Items; all of them when left out"));
     command->add_flag("--json", options->json, "Print JSON bodies");

@@ -11,6 +11,7 @@
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/files/batch.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/words/config_text.h"
 #include "tools/platen/words/parameters_text.h"
@@ -23,11 +24,12 @@ constexpr const char* help =
     R"(Examples:
   platen info pens.ctb                  a summary: container, settings, colours by equal styles
   platen info --json a.ctb b.stb        one JSON object a line, schema platen.info/1
+  platen info -r plotters               every plotter file in a folder
   platen info plotter.pc3               device, paper, resolution, PMP, custom papers, properties
   platen info --json pens.ctb | python3 -m json.tool)";
 
 struct InfoOptions {
-    std::vector<std::string> files;
+    files::Selection selection;
     bool json = false;
     std::uint64_t maxBody = files::usualMaxBody;
 };
@@ -122,10 +124,16 @@ ExitCode infoOf(const std::string& file, const InfoOptions& options, const Conso
     const std::wstring path = ut::decodePath(file);
     const PiaReadOptions reading = platen::readingUpTo(options.maxBody);
     PiaInput input;
-    if (!input.open(path.c_str(), reading)) {
+    std::string bytes;
+    const bool isStandard = file == files::standardStream;
+    if (isStandard && !files::readStandardInput(bytes, options.maxBody, console)) {
+        return ExitCode::Error;
+    }
+    if (!(isStandard ? input.openBytes(bytes, reading) : input.open(path.c_str(), reading))) {
         return fail(console, file, input.report());
     }
-    const platen::Content content = platen::readContent(input, path, reading);
+    const platen::Content content =
+        platen::readContent(input, isStandard ? std::wstring() : path, reading);
     if (options.json) {
         console.out << platen::infoJson(file, input.container(), content) << '\n';
     } else {
@@ -142,11 +150,9 @@ ExitCode infoOf(const std::string& file, const InfoOptions& options, const Conso
 
 /// Says what files are and hold.
 ExitCode run(const InfoOptions& options, const Console& console) {
-    ExitCode worst = ExitCode::Ok;
-    for (const std::string& file : options.files) {
-        worst = worse(worst, infoOf(file, options, console));
-    }
-    return worst;
+    return files::forEachSelected(
+        options.selection, {.doing = "reading"}, console,
+        [&](const std::string& file, const Console& own) { return infoOf(file, options, own); });
 }
 
 }  // namespace
@@ -155,7 +161,7 @@ CommandEntry addInfo(CLI::App& program) {
     CLI::App* command =
         arguments::addCommand(program, "info", "Say what files are and what they hold", help);
     const auto options = std::make_shared<InfoOptions>();
-    arguments::takeText(command->add_option("FILE", options->files, "Files"))->required();
+    files::addFiles(command, options->selection);
     command->add_flag("--json", options->json, "One JSON object a line");
     arguments::addMaxBody(command, options->maxBody);
     return entryOf(command, options, run);

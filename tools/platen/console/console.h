@@ -1,6 +1,7 @@
 /// Where a command's data and messages go.
 #pragma once
 
+#include <istream>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -15,8 +16,11 @@ namespace cli::console {
 struct Console {
     std::ostream& out;
     std::ostream& err;
+    std::istream& in;
     /// A person watches `out`.
     bool terminal = false;
+    /// A person watches `err`: progress is shown there.
+    bool watched = false;
 };
 
 using ut::printable;

@@ -1,8 +1,8 @@
 /// How a command ended, in the numbers that scripts see.
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <cstddef>
 
 namespace cli::console {
 
@@ -14,12 +14,15 @@ enum class ExitCode {
     Error = 2,
     /// Done, with something that the caller should look at.
     Warnings = 3,
+    /// Not everything was begun: what a shell calls a program that was interrupted.
+    Interrupted = 130,
 };
 
 /// The one of the two that a batch must not hide.
 constexpr ExitCode worse(ExitCode left, ExitCode right) {
-    constexpr std::array<int, 4> gravity{0, 1, 3, 2};
-    const auto of = [&](ExitCode code) { return gravity[static_cast<std::size_t>(code)]; };
+    constexpr std::array byGravity{ExitCode::Ok, ExitCode::Difference, ExitCode::Warnings,
+                                   ExitCode::Error, ExitCode::Interrupted};
+    const auto of = [&](ExitCode code) { return std::ranges::find(byGravity, code); };
     return of(left) < of(right) ? right : left;
 }
 

@@ -1,7 +1,6 @@
 #include "tools/platen/files/file_walk.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -16,7 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 constexpr bool wideNames = std::is_same_v<fs::path::value_type, wchar_t>;
 
-/// Names of files need not be text, so that they take the system's own form on both ways.
+}  // namespace
+
 fs::path pathOf(const std::string& name) {
     return wideNames ? fs::path(ut::decodePath(name)) : fs::path(name);
 }
@@ -24,8 +24,6 @@ fs::path pathOf(const std::string& name) {
 std::string nameOf(const fs::path& path) {
     return wideNames ? ut::encodePath(path.wstring()) : path.string();
 }
-
-}  // namespace
 
 FileWalk walkFiles(const std::string& folder) {
     FileWalk walk;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,10 @@ struct FileWalk {
 
 /// Finds regular files. Symbolic links are not followed: what they lead to may stand elsewhere.
 FileWalk walkFiles(const std::string& folder);
+
+/// Names of files need not be text, so that they take the system's own form on both ways.
+std::filesystem::path pathOf(const std::string& name);
+std::string nameOf(const std::filesystem::path& path);
 
 /// The first bytes of a file, at most `count`; fewer when it is shorter or cannot be read.
 std::string beginningOf(const std::string& file, std::size_t count);

@@ -1,6 +1,7 @@
 #include "tools/platen/files/output.h"
 
 #include <platen/utcore.h>
+#include "tools/platen/files/selection.h"
 
 namespace cli::files {
 
@@ -27,11 +28,23 @@ ExitCode tell(const platen::WriteResult& result, const std::string& file, const 
 
 ExitCode writeTree(const PiaBlock& root, platen::FileForm form, PiaKind kind,
                    const std::string& file, const Console& console) {
-    return tell(platen::writeFile(root, form, kind, ut::decodePath(file)), file, console);
+    if (file != standardStream) {
+        return tell(platen::writeFile(root, form, kind, ut::decodePath(file)), file, console);
+    }
+    ut::ByteBuffer bytes;
+    const platen::WriteResult result = platen::encodeFile(root, form, kind, bytes);
+    if (result) {
+        writeData(console, bytes.view());
+    }
+    return tell(result, "standard output", console);
 }
 
 ExitCode writeBytes(std::string_view bytes, const std::string& file, const Console& console) {
-    return tell(platen::writeFileBytes(bytes, ut::decodePath(file)), file, console);
+    if (file != standardStream) {
+        return tell(platen::writeFileBytes(bytes, ut::decodePath(file)), file, console);
+    }
+    writeData(console, bytes);
+    return ExitCode::Ok;
 }
 
 }  // namespace cli::files

@@ -12,9 +12,10 @@ namespace cli::files {
 /// Says why a file was not written, or what there is to know about it.
 ExitCode tell(const platen::WriteResult& result, const std::string& file, const Console& console);
 
+/// To standard output for "-".
 ExitCode writeTree(const PiaBlock& root, platen::FileForm form, PiaKind kind,
                    const std::string& file, const Console& console);
-/// Writes bytes that came out of a file that was read.
+/// Writes bytes that came out of a file that was read; to standard output for "-".
 ExitCode writeBytes(std::string_view bytes, const std::string& file, const Console& console);
 
 }  // namespace cli::files

@@ -1,0 +1,28 @@
+#include <csignal>
+#include <initializer_list>
+
+#include "tools/platen/console/interrupt.h"
+
+namespace cli::console {
+namespace {
+
+volatile std::sig_atomic_t noted = 0;
+
+void note(int) { noted = 1; }
+
+}  // namespace
+
+void catchInterrupts() {
+    struct sigaction action {};
+    action.sa_handler = note;
+    // The second one does what it always did. Reads and writes go on.
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+    sigemptyset(&action.sa_mask);
+    for (const int signal : {SIGINT, SIGTERM}) {
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+bool interrupted() { return noted != 0; }
+
+}  // namespace cli::console
