@@ -83,6 +83,46 @@ TEST(EditFiles, ComeBackInTheirForm) {
     EXPECT_EQ(bare.input().report().failure()->code, PiaCode::FileUnreadable);
 }
 
+TEST(EditFiles, WhatSomebodyElseWroteMeanwhileStays) {
+    const TemporaryFolder folder;
+    const std::unique_ptr<CPlotCfg3> config(CPlotCfg3::create(L"Print As PDF"));
+    const std::wstring path = folder.wide("a.pc3");
+    const auto changedBySomebody = [&] {
+        config->media.numberOfCopies += 1;
+        EXPECT_TRUE(config->write(path.c_str()));
+        return readBytes(path);
+    };
+    const auto isLeft = [&](const WriteResult& result, const std::string& bytes) {
+        return !result && result.report.failure()->code == PiaCode::FileChanged &&
+               readBytes(path) == bytes;
+    };
+    changedBySomebody();
+    platen::SourceFile file;
+    ASSERT_TRUE(file.read(path));
+    ASSERT_TRUE(platen::ItemEditor(*file.input().root()).set(L"media/number_of_copies", L"7"));
+    EXPECT_TRUE(isLeft(file.write(path), changedBySomebody()));
+    EXPECT_TRUE(file.write(folder.wide("b.pc3")));
+
+    platen::PaperFile papers;
+    PiaReport report;
+    ASSERT_TRUE(papers.open(path, platen::PaperFile::Purpose::Edit, report));
+    ASSERT_TRUE(platen::PaperEditor(papers).add(L"Roll", {914, 5000, {}, {}}));
+    const std::string changed = changedBySomebody();
+    const platen::SavedPapers saved = papers.save();
+    EXPECT_FALSE(saved.done);
+    EXPECT_TRUE(isLeft(saved.configuration->result, changed));
+
+    // Plot model parameters that changed are not set aside by new ones of another name.
+    ASSERT_TRUE(papers.open(path, platen::PaperFile::Purpose::Edit, report));
+    ASSERT_TRUE(platen::PaperEditor(papers).add(L"Roll", {914, 5000, {}, {}}));
+    std::filesystem::remove(folder.path("a.pmp"));
+    ASSERT_TRUE(papers.save().done);
+    ASSERT_TRUE(platen::PaperEditor(papers).add(L"Card", {85, 55, {}, {}}));
+    writeBytes(folder.path("a.pmp"), "somebody else's");
+    EXPECT_FALSE(papers.save().done);
+    EXPECT_EQ(readBytes(folder.path("a.pmp")), "somebody else's");
+}
+
 TEST(EditFiles, WhatFailsLeavesTheOldFile) {
     const TemporaryFolder folder;
     writeBytes(folder.path("a"), "old");

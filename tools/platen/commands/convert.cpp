@@ -3,10 +3,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include <platen/inspect.h>
@@ -15,6 +18,8 @@
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/files/batch.h"
+#include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/words/table_text.h"
@@ -35,16 +40,21 @@ Examples:
   platen convert pens.json -o pens.ctb
   platen convert pens.ctb -o pens.txt             the body text, for an editor, and back:
   platen convert pens.txt -o pens.ctb
+  platen convert -r tables -o json --to json      every file of a folder into another folder
+  platen convert pens.ctb -o - --to text | less   to standard output; IN may be -, too
   platen convert plotter.bak -o plotter --to pc3  when the name of OUT does not say it)";
 
 struct ConvertOptions {
     std::string in;
+    files::Selection selection;
     std::string out;
     /// A word such as "stb"; empty: the extension of `out` decides.
     std::string to;
     /// Begins the names of the styles that a colour table is turned into; empty: "Style".
     std::string prefix;
     std::uint64_t maxBody = files::usualMaxBody;
+    /// Replace files in the folder that many results go into.
+    bool force = false;
 };
 
 struct Target {
@@ -145,7 +155,10 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
     if (written == ExitCode::Error) {
         return written;
     }
-    printColours(*named, console);
+    // The words would stand behind the file.
+    if (options.out != files::standardStream) {
+        printColours(*named, console);
+    }
     return inOrder ? written
                    : warn(console, options.in,
                           "a colour does not use the style of its own place in the list; the "
@@ -189,19 +202,75 @@ ExitCode convertSource(const ConvertOptions& options, const Target& target,
                               : rewrite(source, target, options.out, console));
 }
 
-/// Writes a file in another form or as another document.
+ExitCode convertFile(const ConvertOptions& options, const Target& target, const Console& console) {
+    platen::SourceFile source;
+    if (!files::readSource(options.in, source, console, platen::readingUpTo(options.maxBody))) {
+        return ExitCode::Error;
+    }
+    return convertSource(options, target, source, console);
+}
+
+/// The folder below `out` in which the result of `file` stands, as `file` stands below `in`.
+std::string placeBelow(const ConvertOptions& options, const Target& target,
+                       const std::string& file) {
+    namespace fs = std::filesystem;
+    const fs::path in = files::pathOf(file);
+    const bool inFolder = ut::folderExists(ut::decodePath(options.in));
+    fs::path place = inFolder ? in.lexically_relative(files::pathOf(options.in)) : in.filename();
+    place.replace_extension(fs::path(target.extension));
+    return files::nameOf(files::pathOf(options.out) / place);
+}
+
+/// Writes each of many files into a folder.
+ExitCode convertInto(const ConvertOptions& options, const Target& target,
+                     const files::Selected& selected, const Console& console) {
+    std::map<std::string, std::string> sources;
+    std::vector<std::string> clashes;
+    for (const std::string& file : selected.files) {
+        const auto [other, isNew] = sources.emplace(placeBelow(options, target, file), file);
+        if (!isNew) {
+            fail(console, file, "its result would stand where that of " + other->second + " goes");
+            clashes.push_back(file);
+        }
+    }
+    if (!clashes.empty()) {
+        return fail(console, options.out, "nothing was written");
+    }
+    return files::forEachFile(
+        selected, {.doing = "converting", .jobs = options.selection.jobs}, console,
+        [&](const std::string& file, const Console& own) {
+            ConvertOptions one = options;
+            one.in = file;
+            one.out = placeBelow(options, target, file);
+            std::error_code error;
+            std::filesystem::create_directories(files::pathOf(one.out).parent_path(), error);
+            if (error) {
+                return fail(own, one.out, "its folder cannot be made: " + error.message());
+            }
+            if (ut::fileExists(ut::decodePath(one.out)) && !options.force) {
+                return fail(own, one.out, "is there already; add --force to replace it");
+            }
+            return convertFile(one, target, own);
+        });
+}
+
+/// Writes files in another form or as another document.
 ExitCode run(const ConvertOptions& options, const Console& console) {
     const Target* target = targetOf(options);
+    const files::Selected selected = files::select(options.in, options.selection, console);
+    if (selected.isBatch) {
+        return target == nullptr || options.to.empty()
+                   ? fail(console, options.out,
+                          "OUT is a folder here; say what to write with --to ctb, stb, pc3, pmp, "
+                          "json or text")
+                   : convertInto(options, *target, selected, console);
+    }
     if (target == nullptr) {
         return fail(console, options.out,
                     "the name does not say what to convert to; add --to ctb, stb, pc3, pmp, json "
                     "or text");
     }
-    platen::SourceFile source;
-    if (!files::readSource(options.in, source, console, platen::readingUpTo(options.maxBody))) {
-        return ExitCode::Error;
-    }
-    return convertSource(options, *target, source, console);
+    return convertFile(options, *target, console);
 }
 
 }  // namespace
@@ -210,13 +279,18 @@ CommandEntry addConvert(CLI::App& program) {
     CLI::App* command = arguments::addCommand(
         program, "convert", "Write a file as another kind or in another form", help);
     const auto options = std::make_shared<ConvertOptions>();
-    arguments::takeText(command->add_option("IN", options->in, "File to read"))->required();
+    arguments::takeText(
+        command->add_option("IN", options->in, "File to read, @LIST or -; with -r a folder"))
+        ->required();
     arguments::addOutput(command, options->out)->required();
     command->add_option("--to", options->to, "What to write; by default as OUT ends")
         ->check(arguments::oneOf({"ctb", "stb", "pc3", "pmp", "json", "text"}));
     arguments::takeText(command->add_option(
         "--prefix", options->prefix, "Beginning of the names of styles made from colours (Style)"));
     arguments::addMaxBody(command, options->maxBody);
+    files::addBatch(command, options->selection);
+    command->add_flag("--force", options->force,
+                      "Replace files in the folder OUT that many results go into");
     return entryOf(command, options, run);
 }
 

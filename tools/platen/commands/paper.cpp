@@ -9,6 +9,7 @@
 #include "tools/platen/arguments/paper_sizes.h"
 #include "tools/platen/arguments/suggest.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/files/batch.h"
 #include "tools/platen/files/paper_file.h"
 #include "tools/platen/words/paper_list.h"
 
@@ -32,6 +33,7 @@ enum class PaperAction { Add, Remove, Rename, Resize };
 struct PaperOptions {
     PaperAction action = PaperAction::Add;
     std::string file;
+    files::Selection selection;
     std::string name;
     std::string newName;
     /// "WIDTHxHEIGHT"
@@ -106,19 +108,18 @@ std::string apply(const PaperOptions& options, platen::PaperEditor& editor) {
     return reasonOf(done) + (taken ? "; platen paper resize changes it" : "");
 }
 
-/// Edits the custom papers of a configuration or of plot model parameters.
-ExitCode run(const PaperOptions& options, const Console& console) {
+ExitCode editIn(const std::string& path, const PaperOptions& options, const Console& console) {
     platen::PaperFile file;
     const ExitCode opened =
-        files::openPapers(options.file, file, platen::PaperFile::Purpose::Edit, console);
+        files::openPapers(path, file, platen::PaperFile::Purpose::Edit, console);
     if (opened == ExitCode::Error) {
         return opened;
     }
     platen::PaperEditor editor(file);
     if (const std::string fault = apply(options, editor); !fault.empty()) {
-        return fail(console, options.file, "nothing was written: " + fault);
+        return fail(console, path, "nothing was written: " + fault);
     }
-    const ExitCode saved = worse(opened, files::savePapers(options.file, file, console));
+    const ExitCode saved = worse(opened, files::savePapers(path, file, console));
     if (saved == ExitCode::Error) {
         return saved;
     }
@@ -128,9 +129,17 @@ ExitCode run(const PaperOptions& options, const Console& console) {
                                                          : "now ")
                 << inWords(editor.paper()) << '\n';
     return removed && editor.isCurrent()
-               ? worse(saved,
-                       warn(console, options.file, "the configuration is still set to this paper"))
+               ? worse(saved, warn(console, path, "the configuration is still set to this paper"))
                : saved;
+}
+
+/// Edits the custom papers of configurations or of plot model parameters.
+ExitCode run(const PaperOptions& options, const Console& console) {
+    const files::Selected selected = files::select(options.file, options.selection, console);
+    // A configuration writes the PMP that it names, which another one may name, too.
+    return files::forEachFile(
+        selected, {.doing = "changing", .oneThread = true}, console,
+        [&](const std::string& file, const Console& own) { return editIn(file, options, own); });
 }
 
 using SharedOptions = std::shared_ptr<PaperOptions>;
@@ -139,8 +148,11 @@ CLI::App* addAction(CLI::App* command, const SharedOptions& options, PaperAction
                     const char* word, const char* purpose, const char* nameHelp) {
     CLI::App* added = command->add_subcommand(word, purpose);
     added->group("Actions")->footer(help);
-    arguments::takeText(added->add_option("FILE", options->file, "Configuration or parameters"))
+    arguments::takeText(
+        added->add_option("FILE", options->file,
+                          "Configuration or parameters, or @LIST; with -r a folder"))
         ->required();
+    files::addBatch(added, options->selection);
     arguments::takeText(added->add_option("--name", options->name, nameHelp))
         ->type_name("NAME")
         ->required();
