@@ -273,6 +273,8 @@ TEST(CustomPaper, NamesOfAPmpSurviveAnUnchangedList) {
         sizes.back().name = name;
         sizes.back().localizedName = L"Roll";
     }
+    // What people call one paper is no other's own name.
+    sizes.back().localizedName = L"Roll 2";
     const auto names = [&] {
         std::vector<std::wstring> all;
         for (const auto& size : config->pmp()->udm.media->size.papers) {

@@ -174,6 +174,7 @@ TEST(PmpDocument, CopiesShareByDesignAndClonesDoNot) {
     EXPECT_EQ(bodyOfDocument(*clone), fullParameters);
     source->udm.media->size.papers.clear();
     source->mod.media.size->papers.clear();
+    source->mod.media.description->papers.clear();
     source->hidden->media.size->papers.resize(3);
     source->udm.calibration.x = 7;
     EXPECT_TRUE(copy->udm.media->size.papers.empty() && copy->mod.media.size->papers.empty());
