@@ -163,11 +163,11 @@ std::vector<LostItem> lostOf(const PiaBlock& root, const CarriedItems& carried,
         if (!isCarried) {
             walk.skip();
             if (!wasDropped(path)) {
-                lost.push_back({Reason::NotCarried, std::move(path), {}});
+                lost.push_back({Reason::NotCarried, std::move(path), {}, item.line()});
             }
         } else if (!isInPart(walk, path)) {
-            lost.push_back(
-                {Reason::Unreadable, std::move(path), static_cast<const PiaNum&>(item).value});
+            lost.push_back({Reason::Unreadable, std::move(path),
+                            static_cast<const PiaNum&>(item).value, item.line()});
         }
     }
     return lost;

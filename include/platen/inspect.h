@@ -195,6 +195,8 @@ struct LostItem {
     std::wstring path;
     /// The text of an unreadable number.
     std::wstring found;
+    /// See `PiaItem::line`: another item may have the same path.
+    std::uint32_t line = 0;
 };
 
 /// At most this many are listed.

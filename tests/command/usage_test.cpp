@@ -20,7 +20,7 @@ TEST_F(CommandUsageTest, AMistakeIsNamedWithWhatWasProbablyMeant) {
         {{"check", "--jsn", "x"},
          "check has no option \"--jsn\"; did you mean \"--json\"?; see platen check --help\n"},
         {{"check", "--jsn=yes"}, "check has no option \"--jsn\"; did you mean \"--json\"?; see"},
-        {{"info", "-j", "x"}, "info has no option \"-j\"; did you mean \"--json\"?; see"},
+        {{"papers", "-j", "x"}, "papers has no option \"-j\"; did you mean \"--json\"?; see"},
         {{"info"}, "info needs FILE; see platen info --help\n"},
         {{"convert", "@a.ctb"}, "convert needs --output OUT; see"},
         {{"papers", "--device"}, "--device needs a value: {pdf,image,none}; see"},

@@ -75,7 +75,7 @@ TEST(CheckDocuments, ItemsThatTheDocumentDropsAreNamed) {
         {
             {"io{\n", "io{\n speed=3\n", lost + "io/speed| speed=3"},
             {"io{\n", "extra{\n a=1\n}\nio{\n", lost + "extra|extra{"},
-            {" pathname=\"LPT1", " pathname=3\n pathname=\"LPT1", lost + "io/pathname| pathname=3"},
+            {" pathname=\"LPT1", " pathname=\"LPT1\n pathname=3", lost + "io/pathname| pathname=3"},
             {" color_mono=TRUE", " color_mono=1", lost + "res_color_mem/color_mono| color_mono=1"},
             {"   units=0", "   units=0\n   shape=1",
              lost + "media/custom_papers/0/shape|   shape=1"},
