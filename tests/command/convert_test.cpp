@@ -193,7 +193,7 @@ TEST_F(CommandConvertTest, TheSummaryNamesWhatDiffers) {
     EXPECT_EQ(result.code, 0) << result.err;
     EXPECT_THAT(result.out, HasSubstr("colour-dependent"));
     EXPECT_THAT(result.out, HasSubstr("Pens \\x1B"));
-    EXPECT_THAT(result.out, HasSubstr("colour 1: colour index 5, mode colour: RGB 0,255,0, "
+    EXPECT_THAT(result.out, HasSubstr("colour 1: colour index 5, mode colour: #00ff00, "
                                       "line weight 9 (0.3 mm)\n"));
     EXPECT_THAT(result.out, HasSubstr("colours 2-255: standard settings\n"));
 }
