@@ -211,12 +211,12 @@ private:
         const bool inStyles = meaning.family() == DocumentFamily::Table && !place_.empty() &&
                               place_.front().name == PlotStyleTableKeys::styles.text();
         if (inStyles && place_.size() == 2 && item.name == key) {
-            return meaning.millimetres(item);
+            return millimetres(item, meaning.lineWeights());
         }
         if (inStyles && place_.size() == 1 && item.type == PiaItemType::Block) {
             const PiaItem* weight =
                 static_cast<const PiaBlock&>(item).findItem(key, PiaItemType::Num);
-            return weight == nullptr ? std::nullopt : meaning.millimetres(*weight);
+            return weight == nullptr ? std::nullopt : millimetres(*weight, meaning.lineWeights());
         }
         return std::nullopt;
     }

@@ -54,20 +54,9 @@ bool isAt(std::span<const DifferenceStep> place, const PaperList& list) {
                       });
 }
 
-/// The text that tells an entry; empty when it has none.
-void nameEntry(const PiaBlock& entry, const List& list, DifferenceStep& step) {
-    step.kind = DifferenceStep::Kind::Entry;
-    if (list.kind == ListKind::Properties) {
-        if (entry.items.size() == 2 && entry.items[0]->type == PiaItemType::Str &&
-            ut::equalNoCase(entry.items[0]->name, styleName)) {
-            PiaAccess::copy(static_cast<const PiaStr&>(*entry.items[0]).value, step.name);
-            step.valueType = entry.items[1]->type;
-        }
-        return;
-    }
-    if (const PiaItem* name = entry.findItem(list.nameKey, PiaItemType::Str)) {
-        PiaAccess::copy(static_cast<const PiaStr*>(name)->value, step.name);
-    }
+const PiaBlock& nothing() {
+    static const PiaBlock block{L""};
+    return block;
 }
 
 /// The children by the numbers that they are named with; empty unless all are blocks numbered from
@@ -173,6 +162,20 @@ List listAt(DocumentFamily family, std::span<const DifferenceStep> place) {
     return {};
 }
 
+DifferenceStep stepOfEntry(const PiaBlock& entry, const List& list) {
+    DifferenceStep step{.kind = DifferenceStep::Kind::Entry};
+    if (list.kind == ListKind::Properties) {
+        if (entry.items.size() == 2 && entry.items[0]->type == PiaItemType::Str &&
+            ut::equalNoCase(entry.items[0]->name, styleName)) {
+            PiaAccess::copy(static_cast<const PiaStr&>(*entry.items[0]).value, step.name);
+            step.valueType = entry.items[1]->type;
+        }
+    } else if (const PiaItem* name = entry.findItem(list.nameKey, PiaItemType::Str)) {
+        PiaAccess::copy(static_cast<const PiaStr*>(name)->value, step.name);
+    }
+    return step;
+}
+
 std::vector<ListEntry> entriesOf(const PiaBlock& list, const List& kind) {
     std::vector<PiaBlock*> blocks;
     if (kind.kind == ListKind::Styles) {
@@ -189,8 +192,7 @@ std::vector<ListEntry> entriesOf(const PiaBlock& list, const List& kind) {
     entries.reserve(blocks.size());
     std::map<std::pair<std::wstring, std::optional<PiaItemType::Value>>, std::size_t> turns;
     for (PiaBlock* block : blocks) {
-        ListEntry entry{{}, block};
-        nameEntry(*block, kind, entry.step);
+        ListEntry entry{stepOfEntry(*block, kind), block};
         entry.step.number = turns[{entry.step.name, entry.step.valueType}]++;
         entries.push_back(std::move(entry));
     }
@@ -231,6 +233,8 @@ Meaning::Meaning(const PiaBlock& root) : root_(root), family_(familyOf(root)) {
     }
 }
 
+Meaning::Meaning(DocumentFamily family) : root_(nothing()), family_(family) {}
+
 std::span<const std::unique_ptr<PiaItem>> Meaning::missingIn(const PiaBlock& block) const {
     if (missing_.empty()) {
         return {};
@@ -256,7 +260,7 @@ const PiaItem* Meaning::find(const PiaBlock& block, std::wstring_view name,
 void Meaning::readTable() {
     readStyles(*blockOf(root_, PlotStyleTableKeys::styles.text()));
     readColors();
-    readLineWeights();
+    lineWeights_ = lineWeightsOf(root_);
     const CPlotStyleTable usual;
     if (root_.findItem(displayUnits, PiaItemType::Num) == nullptr) {
         addMissing(root_,
@@ -297,8 +301,8 @@ void Meaning::readColors() {
             std::copy(styles_.begin(), styles_.end(), colors_.begin());
             auto names = std::make_unique<PiaBlock>(PlotStyleTableKeys::aciTable.text());
             for (std::size_t place = 0; place < styles_.size(); ++place) {
-                DifferenceStep step;
-                nameEntry(*styles_[place], {ListKind::Styles, styleName}, step);
+                const DifferenceStep step =
+                    stepOfEntry(*styles_[place], {ListKind::Styles, styleName});
                 static_cast<void>(names->addString(std::to_wstring(place), step.name));
             }
             addMissing(root_, std::move(names));
@@ -330,34 +334,35 @@ void Meaning::readColors() {
                      std::equal(styles_.begin(), styles_.end(), colors_.begin());
 }
 
-void Meaning::readLineWeights() {
+std::vector<double> lineWeightsOf(const PiaBlock& root) {
     const CCustomLineweightTable usual;
+    std::vector<double> weights;
     for (std::size_t place = 0; place < CCustomLineweightTable::count; ++place) {
-        lineWeights_.push_back(usual[place]);
+        weights.push_back(usual[place]);
     }
-    const PiaBlock* list = blockOf(root_, PlotStyleTableKeys::lineWeights.text());
+    const PiaBlock* list = blockOf(root, PlotStyleTableKeys::lineWeights.text());
     if (list == nullptr) {
-        return;
+        return weights;
     }
     for (const PiaItem* item : list->items) {
         std::size_t place = 0;
         if (item->type == PiaItemType::Num &&
-            plot_style::parseIndex(item->name, lineWeights_.size(), place)) {
+            plot_style::parseIndex(item->name, weights.size(), place)) {
             static_cast<void>(PiaAccess::read(
                 static_cast<const PiaNum*>(item)->value,
-                [&](auto digits) { return ut::scanDouble(digits, lineWeights_[place]); }));
+                [&](auto digits) { return ut::scanDouble(digits, weights[place]); }));
         }
     }
+    return weights;
 }
 
-std::optional<double> Meaning::millimetres(const PiaItem& lineWeight) const {
+std::optional<double> millimetres(const PiaItem& lineWeight, std::span<const double> weights) {
     std::int32_t place = -1;
     const bool isNumber = lineWeight.type == PiaItemType::Num &&
                           PiaAccess::read(static_cast<const PiaNum&>(lineWeight).value,
                                           [&](auto digits) { return ut::scanInt(digits, place); });
-    const bool isThere =
-        isNumber && place >= 0 && static_cast<std::size_t>(place) < lineWeights_.size();
-    return isThere ? std::optional(lineWeights_[static_cast<std::size_t>(place)]) : std::nullopt;
+    const bool isThere = isNumber && place >= 0 && static_cast<std::size_t>(place) < weights.size();
+    return isThere ? std::optional(weights[static_cast<std::size_t>(place)]) : std::nullopt;
 }
 
 std::unique_ptr<PiaItem> Meaning::completeCopy(const PiaItem& item) const {

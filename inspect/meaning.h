@@ -46,12 +46,21 @@ struct ListEntry {
     DifferenceStep step;
     PiaBlock* block;
 };
+/// The step to an entry, but for how many of its name come before it.
+DifferenceStep stepOfEntry(const PiaBlock& entry, const List& list);
 /// The entries in the order of the file; styles, whose blocks are numbered, by their numbers.
 std::vector<ListEntry> entriesOf(const PiaBlock& list, const List& kind);
+
+/// The list of line weights of a table, those of a new one where it says nothing.
+std::vector<double> lineWeightsOf(const PiaBlock& root);
+/// What stands in the list at the place that the item names.
+std::optional<double> millimetres(const PiaItem& lineWeight, std::span<const double> weights);
 
 class Meaning {
 public:
     explicit Meaning(const PiaBlock& root);
+    /// That of parts of a document in which nothing is left out.
+    explicit Meaning(DocumentFamily family);
     Meaning(const Meaning&) = delete;
     Meaning& operator=(const Meaning&) = delete;
     ~Meaning() = default;
@@ -64,6 +73,7 @@ public:
     /// True for an item that stands for a key under another name.
     bool isAlias(const PiaItem& item) const { return alias_ == &item; }
     const PiaItem* alias() const { return alias_; }
+    void forgetAlias() { alias_ = nullptr; }
     /// The item in the block, or what the document has instead; null for none.
     const PiaItem* find(const PiaBlock& block, std::wstring_view name, PiaItemType type) const;
 
@@ -75,9 +85,7 @@ public:
     PiaBlock* styleOf(std::size_t color) const { return colors_[color]; }
     /// The styles by their places; empty when the list is at fault.
     const std::vector<PiaBlock*>& styles() const { return styles_; }
-    /// What stands at the place in the table's list of line weights that the item names.
-    std::optional<double> millimetres(const PiaItem& lineWeight) const;
-    /// The list of line weights.
+    /// The list of line weights of a table.
     std::span<const double> lineWeights() const { return lineWeights_; }
 
     /// A copy of the item with all that is in it and all that it leaves out.
@@ -89,7 +97,6 @@ private:
     void readTable();
     void readStyles(const PiaBlock& list);
     void readColors();
-    void readLineWeights();
     void addMissing(const PiaBlock& block, std::unique_ptr<PiaItem> item) {
         missing_[&block].push_back(std::move(item));
     }

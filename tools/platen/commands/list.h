@@ -33,6 +33,8 @@ CommandEntry addDiff(CLI::App& program);
 CommandEntry addConvert(CLI::App& program);
 CommandEntry addCreate(CLI::App& program);
 CommandEntry addSet(CLI::App& program);
+CommandEntry addApply(CLI::App& program);
+CommandEntry addMerge(CLI::App& program);
 CommandEntry addMigrate(CLI::App& program);
 CommandEntry addPapers(CLI::App& program);
 CommandEntry addPaper(CLI::App& program);
@@ -40,7 +42,8 @@ CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo, addGet,     addCheck,  addDiff,  addConvert,  addCreate,
-                              addSet,  addMigrate, addPapers, addPaper, addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,   addGet,   addCheck,    addDiff,   addConvert,
+                              addCreate, addSet,   addApply,    addMerge,  addMigrate,
+                              addPapers, addPaper, addPrinters, addDevmode};
 
 }  // namespace cli::commands
