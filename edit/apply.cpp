@@ -1,17 +1,16 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <set>
 #include <utility>
 
 #include <platen/edit_apply.h>
 #include <platen/style_words.h>
 #include <platen/utcore.h>
 #include "edit/change_target.h"
+#include "edit/table_changes.h"
 #include "inspect/compare_blocks.h"
 #include "inspect/compare_words.h"
 #include "inspect/item_values.h"
-#include "plotstyle/index_name.h"
 #include "plotstyle/table_keys.h"
 
 namespace platen {
@@ -21,20 +20,9 @@ using Change = Difference::Change;
 using Kind = DifferenceStep::Kind;
 
 constexpr std::wstring_view nameKey = L"name";
-constexpr std::wstring_view localizedNameKey = L"localized_name";
 constexpr std::wstring_view colorKey = L"color";
 constexpr std::wstring_view modeColorKey = L"mode_color";
 constexpr std::wstring_view lineWeightKey = L"lineweight";
-
-PiaBlock* blockOf(const PiaBlock& parent, PiaKey name) {
-    return static_cast<PiaBlock*>(parent.findItem(name.text(), PiaItemType::Block));
-}
-
-std::wstring lowerCase(std::wstring_view text) {
-    std::wstring lower(text);
-    std::ranges::transform(lower, lower.begin(), ut::toLower);
-    return lower;
-}
 
 /// When a change is made among the others: styles come before colours that name them, and go after
 /// those that named them; line weights come before styles that choose from them.
@@ -54,37 +42,13 @@ int rankOf(const Difference& change) {
     return isEntry ? 5 : 4;
 }
 
-/// What a change does, wherever it does it to.
-std::wstring doingOf(const Difference& change) {
-    std::wstring doing = std::to_wstring(static_cast<int>(change.change));
-    for (const DifferenceStep& step : change.place) {
-        if (step.kind != Kind::Color) {
-            doing += L'/' + step.name + L':' + std::to_wstring(step.number);
-        }
-    }
-    if (change.after && change.after->type == PiaItemType::Bool) {
-        doing += static_cast<const PiaBool&>(*change.after).value ? L"=TRUE" : L"=FALSE";
-    } else if (change.after && change.after->type != PiaItemType::Block) {
-        doing += L'=' + static_cast<const PiaTextItem&>(*change.after).value.str();
-    }
-    return doing;
-}
-
-/// What every change of a comparison has.
-bool isWhole(const Difference& change) {
-    const auto fits = [&](const std::shared_ptr<const PiaItem>& item, Change without) {
-        return (change.change == without) == (item == nullptr) &&
-               (item == nullptr || item->type == change.type);
-    };
-    return !change.place.empty() && change.place.back().kind != Kind::Color &&
-           fits(change.before, Change::Added) && fits(change.after, Change::Removed) &&
-           (change.place.back().kind == Kind::Member || change.type == PiaItemType::Block);
-}
-
 class Applier {
 public:
     Applier(PiaBlock& root, const std::vector<Difference>& changes)
-        : target_(root), none_(target_.meaning().family()), changes_(changes) {}
+        : target_(root),
+          none_(target_.meaning().family()),
+          changes_(changes),
+          table_(target_, changes) {}
 
     ApplyResult run() {
         ApplyResult result;
@@ -105,7 +69,6 @@ public:
             const auto turn = static_cast<std::ptrdiff_t>(change.place.back().number);
             return std::pair(rank, rank == 5 ? -turn : 0);
         });
-        noteSharedStyles();
         for (const std::size_t index : order) {
             AppliedChange& applied = result.changes[index];
             applied = apply(changes_[index]);
@@ -121,7 +84,7 @@ public:
                     break;
             }
         }
-        finishTable();
+        table_.finish(gaps_);
         return result;
     }
 
@@ -146,7 +109,7 @@ private:
         if (place.back().kind == Kind::Entry && target_.listAt(way).kind == ListKind::None) {
             return misfit("there is no list " + placeInWords(way));
         }
-        if (std::string shared = sharedFault(change); !shared.empty()) {
+        if (std::string shared = table_.sharedFault(change); !shared.empty()) {
             return misfit(std::move(shared));
         }
         const PiaItem* item = target_.itemIn(*parent, change);
@@ -167,7 +130,7 @@ private:
                        ? already()
                        : misfit("there is another one: " + valueInWords(*item), item);
         }
-        if (std::string why = nameFault(change); !why.empty()) {
+        if (std::string why = table_.nameFault(change); !why.empty()) {
             return misfit(std::move(why));
         }
         return change.place.back().kind == Kind::Entry ? addEntry(change) : addMember(change);
@@ -193,7 +156,7 @@ private:
         std::optional<std::size_t> weight;
         if (kind.kind == ListKind::Styles && change.millimetresAfter) {
             const PiaItem* chosen = entry.findItem(lineWeightKey, PiaItemType::Num);
-            weight = chosen == nullptr ? std::nullopt : weightPlace(*chosen, change);
+            weight = chosen == nullptr ? std::nullopt : table_.weightPlace(*chosen, change);
             if (!weight) {
                 return misfit(noWeight(change));
             }
@@ -226,7 +189,7 @@ private:
             reachFor(change).removeItem(item);
             return {};
         }
-        if (std::string colors = colorsNaming(*item); !colors.empty()) {
+        if (std::string colors = table_.colorsNaming(*item); !colors.empty()) {
             return misfit("the style is that of color " + colors, item);
         }
         const auto way = std::span(change.place).first(change.place.size() - 1);
@@ -250,7 +213,7 @@ private:
         if (isAfter || !equalValues(*item, *change.before)) {
             return isAfter ? already() : misfit(otherValue(change, *item), item);
         }
-        if (std::string why = nameFault(change); !why.empty()) {
+        if (std::string why = table_.nameFault(change); !why.empty()) {
             return misfit(std::move(why), item);
         }
         put(change, *change.after);
@@ -260,7 +223,7 @@ private:
     /// A line weight is known by its millimetres, whatever its place in the list.
     AppliedChange setLineWeight(const Difference& change, const PiaItem& item) {
         const std::optional<double> was = millimetres(item, target_.meaning().lineWeights());
-        const std::optional<double> is = millimetres(item, weights());
+        const std::optional<double> is = millimetres(item, table_.weights());
         if (is == change.millimetresAfter && equalValues(item, *change.after)) {
             return already();
         }
@@ -268,7 +231,7 @@ private:
             return is == change.millimetresAfter ? already()
                                                  : misfit(otherValue(change, item), &item);
         }
-        const std::optional<std::size_t> place = weightPlace(*change.after, change);
+        const std::optional<std::size_t> place = table_.weightPlace(*change.after, change);
         if (!place) {
             return misfit(noWeight(change), &item);
         }
@@ -276,31 +239,10 @@ private:
         return {};
     }
 
-    /// The place of the wanted line weight in the list: that of the change if it stands there.
-    std::optional<std::size_t> weightPlace(const PiaItem& wanted, const Difference& change) {
-        const std::vector<double>& list = weights();
-        if (millimetres(wanted, list) == change.millimetresAfter) {
-            std::int32_t place = 0;
-            const bool converts =
-                ut::scanInt(static_cast<const PiaNum&>(wanted).value.view(), place);
-            return converts ? std::optional(static_cast<std::size_t>(place)) : std::nullopt;
-        }
-        const auto found = std::ranges::find(list, *change.millimetresAfter);
-        return found == list.end() ? std::nullopt
-                                   : std::optional(static_cast<std::size_t>(found - list.begin()));
-    }
     static std::string noWeight(const Difference& change) {
         return "the table's list has no lineweight of " + numberInWords(*change.millimetresAfter) +
                " mm";
     }
-    /// The list as the changes have made it.
-    const std::vector<double>& weights() {
-        if (!weights_) {
-            weights_ = lineWeightsOf(target_.root());
-        }
-        return *weights_;
-    }
-
     /// Gives the item of the change a value.
     void put(const Difference& change, const PiaItem& value) {
         PiaBlock& parent = reachFor(change);
@@ -321,7 +263,7 @@ private:
                 static_cast<const PiaTextItem&>(value).value.view();
         }
         if (isOfStyle(change) && name == nameKey && change.type == PiaItemType::Str) {
-            renameInIndex(change.place[1], value);
+            table_.renameInIndex(change.place[1], value);
         }
     }
 
@@ -359,145 +301,26 @@ private:
                          .empty();
     }
 
-    static std::string otherValue(const Difference& change, const PiaItem& item) {
-        return "it is " + valueInWords(item) + ", not " + valueInWords(*change.before);
-    }
-
-    // --- Tables ---
-
-    /// Notes which changes are those of all colours that share a style.
-    void noteSharedStyles() {
-        if (target_.meaning().hasStylePerColor() || !target_.meaning().hasColors()) {
-            return;
+    std::string otherValue(const Difference& change, const PiaItem& item) {
+        const bool ofStyle = isOfStyle(change);
+        Difference other{.place = change.place, .type = change.type};
+        other.before = target_.meaning().completeCopy(item);
+        other.after = change.before;
+        if (change.millimetresBefore) {
+            other.millimetresBefore = millimetres(item, target_.meaning().lineWeights());
+            other.millimetresAfter = change.millimetresBefore;
         }
-        for (std::size_t color = 0; color < CAciTable::count; ++color) {
-            sharing_[target_.meaning().styleOf(color)].push_back(static_cast<int>(color) + 1);
-        }
-        for (const Difference& change : changes_) {
-            if (isWhole(change) && isOfColor(change)) {
-                doings_[doingOf(change)].insert(static_cast<int>(change.place[1].number));
-            }
-        }
-    }
-
-    static bool isOfColor(const Difference& change) {
-        return change.place.size() > 1 && change.place[1].kind == Kind::Color;
-    }
-
-    /// Why a change of what one colour has would change more; empty when it would not.
-    std::string sharedFault(const Difference& change) {
-        if (sharing_.empty() || !isOfColor(change)) {
-            return {};
-        }
-        if (change.place.size() == 3 &&
-            (change.place[2].name == nameKey || change.place[2].name == localizedNameKey)) {
-            return "a style that is known by its name keeps it";
-        }
-        const std::set<int>& doing = doings_[doingOf(change)];
-        std::vector<int> others;
-        for (const int color : sharing_[target_.meaning().styleOf(change.place[1].number - 1)]) {
-            if (!doing.contains(color)) {
-                others.push_back(color);
-            }
-        }
-        return others.empty() ? ""
-                              : "the style is also that of color " + rangesInWords(others) +
-                                    ", which would change, too";
-    }
-
-    /// Why a colour cannot have the style that the change names; empty when it can.
-    std::string nameFault(const Difference& change) {
-        if (change.place.front().name != PlotStyleTableKeys::aciTable.text() ||
-            target_.meaning().family() != DocumentFamily::Table) {
-            return {};
-        }
-        if (styleNames_.empty()) {
-            const PiaBlock* styles = blockOf(target_.root(), PlotStyleTableKeys::styles);
-            for (const PiaItem* style : styles->items) {
-                if (style->type == PiaItemType::Block) {
-                    styleNames_.insert(lowerCase(nameOf(static_cast<const PiaBlock&>(*style))));
-                }
-            }
-        }
-        const auto faultOf = [&](const PiaItem& item) {
-            const bool isMissing =
-                item.type == PiaItemType::Str &&
-                !styleNames_.contains(lowerCase(static_cast<const PiaStr&>(item).value));
-            return isMissing ? "there is no style " + valueInWords(item) : std::string();
-        };
-        if (change.after->type != PiaItemType::Block) {
-            return faultOf(*change.after);
-        }
-        for (const PiaItem* item : static_cast<const PiaBlock&>(*change.after).items) {
-            if (std::string fault = faultOf(*item); !fault.empty()) {
-                return fault;
-            }
-        }
-        return {};
-    }
-
-    static std::wstring nameOf(const PiaBlock& style) {
-        std::wstring name;
-        static_cast<void>(style.getString(name, nameKey));
-        return name;
-    }
-
-    /// The colours that name a style and no other one; empty for none, and for what is no style.
-    std::string colorsNaming(const PiaItem& style) {
-        const PiaBlock* styles = blockOf(target_.root(), PlotStyleTableKeys::styles);
-        const PiaBlock* index = blockOf(target_.root(), PlotStyleTableKeys::aciTable);
-        if (target_.meaning().family() != DocumentFamily::Table || styles == nullptr ||
-            index == nullptr || std::ranges::find(styles->items, &style) == styles->items.end()) {
-            return {};
-        }
-        const std::wstring name = nameOf(static_cast<const PiaBlock&>(style));
-        std::vector<int> colors;
-        for (const PiaItem* item : index->items) {
-            std::size_t place = 0;
-            if (item->type == PiaItemType::Str &&
-                ut::equalNoCase(static_cast<const PiaStr&>(*item).value, name) &&
-                plot_style::parseIndex(item->name, CAciTable::count, place)) {
-                colors.push_back(static_cast<int>(place) + 1);
-            }
-        }
-        std::ranges::sort(colors);
-        return rangesInWords(colors);
-    }
-
-    /// A colour of the table names its style by the name that the style was given.
-    void renameInIndex(const DifferenceStep& color, const PiaItem& name) {
-        const PiaBlock* index = blockOf(target_.root(), PlotStyleTableKeys::aciTable);
-        if (color.kind != Kind::Color || index == nullptr) {
-            return;
-        }
-        PiaItem* entry = index->findItem(std::to_wstring(color.number - 1), PiaItemType::Str);
-        if (entry != nullptr) {
-            static_cast<PiaStr*>(entry)->value = static_cast<const PiaStr&>(name).value.view();
-            renamed_ = true;
-        }
-    }
-
-    void finishTable() {
-        if (gaps_ && !target_.meaning().styles().empty()) {
-            target_.renumberStyles();
-        } else if (renamed_ && !Meaning(target_.root()).hasStylePerColor()) {
-            // Names that are there twice tell no styles apart; places do.
-            target_.root().removeItem(blockOf(target_.root(), PlotStyleTableKeys::aciTable));
-        }
+        const SidesInWords sides = sidesInWords(other, ofStyle);
+        return "it is " + sides.before + ", not " + sides.after;
     }
 
     ChangeTarget target_;
     /// For parts of documents that the changes carry.
     const Meaning none_;
     const std::vector<Difference>& changes_;
-    std::map<const PiaBlock*, std::vector<int>> sharing_;
-    std::map<std::wstring, std::set<int>> doings_;
-    std::set<std::wstring> styleNames_;
-    std::optional<std::vector<double>> weights_;
+    TableChanges table_;
     /// Styles were removed.
     bool gaps_ = false;
-    /// Styles of colours were given other names.
-    bool renamed_ = false;
 };
 
 }  // namespace
