@@ -26,7 +26,7 @@ std::vector<std::string> linesBetween(const PiaBlock& before, const PiaBlock& af
     return platen::describe(platen::compare(before, after));
 }
 
-constexpr std::uint32_t seeds = 25;
+constexpr std::uint32_t seeds = 12;
 
 /// Calls `check(random, kind)` with many seeds for each kind of document.
 template <class Check>

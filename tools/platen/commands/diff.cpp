@@ -24,7 +24,7 @@ one with a colour index are compared by what each colour gets. What differs in t
 (version, header, encoding) is said, but no difference.
 
 Of folders, files that only A has are "removed", those that only B has "added", and those of one
-content and two names "renamed". Only plotter files are looked at.
+content and two names "renamed". Only plotter files are looked at, and links are not followed.
 
 --json prints what platen apply takes. Exit codes: 0 equal, 1 different, 2 an error.
 
@@ -135,7 +135,8 @@ private:
     void tell(const std::string& file, const platen::Comparison& comparison, bool inFolders) {
         const std::vector<std::string> lines = platen::describe(comparison);
         if (inFolders && !lines.empty()) {
-            console_.out << "changed: " << printable(file) << '\n';
+            console_.out << (comparison.equal() ? "same content: " : "changed: ") << printable(file)
+                         << '\n';
         }
         for (const std::string& line : lines) {
             console_.out << (inFolders ? "  " : "") << line << '\n';

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 #include <platen/style_words.h>
@@ -11,8 +12,9 @@
 namespace cli::words {
 namespace {
 
-std::string colour(std::int32_t packed) {
-    return packed == -1 ? "object's colour" : "colour " + platen::colorInWords(packed);
+/// A colour, with a word before it where it does not say what it is.
+std::string colour(std::int32_t packed, std::string_view word) {
+    return packed == -1 ? "object's colour" : std::string(word) + platen::colorInWords(packed);
 }
 
 std::string lineWeight(std::int32_t index, const CCustomLineweightTable& weights) {
@@ -100,9 +102,9 @@ std::string settingsInWords(const CPlotStyle& style, const CCustomLineweightTabl
     const auto mentionNumber = [&](const char* label, std::int32_t value, std::int32_t usual) {
         mention(value != usual, [&] { return label + (" " + std::to_string(value)); });
     };
-    mention(style.color() != fresh.color(), [&] { return colour(style.color()); });
+    mention(style.color() != fresh.color(), [&] { return colour(style.color(), "colour "); });
     mention(style.mode_color() != style.color(),
-            [&] { return "mode colour: " + colour(style.mode_color()); });
+            [&] { return "mode colour: " + colour(style.mode_color(), ""); });
     mention(style.color_policy() != fresh.color_policy(),
             [&] { return platen::colorPolicyInWords(style.color_policy()); });
     mentionNumber("pen", style.pen(), fresh.pen());
