@@ -9,8 +9,10 @@
 ///     }
 #pragma once
 
+#include <platen/edit_apply.h>
 #include <platen/edit_file_mark.h>
 #include <platen/edit_files.h>
 #include <platen/edit_items.h>
+#include <platen/edit_merge.h>
 #include <platen/edit_papers.h>
 #include <platen/edit_result.h>

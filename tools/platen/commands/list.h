@@ -29,9 +29,12 @@ CommandEntry entryOf(CLI::App* app, std::shared_ptr<Options> options,
 CommandEntry addInfo(CLI::App& program);
 CommandEntry addGet(CLI::App& program);
 CommandEntry addCheck(CLI::App& program);
+CommandEntry addDiff(CLI::App& program);
 CommandEntry addConvert(CLI::App& program);
 CommandEntry addCreate(CLI::App& program);
 CommandEntry addSet(CLI::App& program);
+CommandEntry addApply(CLI::App& program);
+CommandEntry addMerge(CLI::App& program);
 CommandEntry addMigrate(CLI::App& program);
 CommandEntry addPapers(CLI::App& program);
 CommandEntry addPaper(CLI::App& program);
@@ -39,7 +42,8 @@ CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,    addGet,    addCheck, addConvert,  addCreate, addSet,
-                              addMigrate, addPapers, addPaper, addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,   addGet,   addCheck,    addDiff,   addConvert,
+                              addCreate, addSet,   addApply,    addMerge,  addMigrate,
+                              addPapers, addPaper, addPrinters, addDevmode};
 
 }  // namespace cli::commands
