@@ -170,7 +170,7 @@ TEST_F(CommandConvertTest, TheSummaryNamesWhatDiffers) {
     writeFile("a", body, PiaKind::Ctb);
     expectRun({"info", "@a"}, 0,
               AllOf(HasSubstr("colour-dependent"), HasSubstr("Pens \\x1B"),
-                    HasSubstr("colour 1: colour index 5, mode colour: RGB 0,255,0, "
+                    HasSubstr("colour 1: colour index 5, mode colour: #00ff00, "
                               "line weight 9 (0.3 mm)\n  colours 2-255: standard settings\n")));
 }
 

@@ -1,49 +1,18 @@
 #include "tools/platen/words/table_text.h"
 
-#include <array>
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
 #include <utility>
 
+#include <platen/style_words.h>
 #include "tools/platen/words/words.h"
 
 namespace cli::words {
 namespace {
 
-std::string hexadecimal(std::uint32_t value) {
-    std::array<char, 8> digits{};
-    const std::to_chars_result end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    return "0x" + std::string(digits.data(), end.ptr);
-}
-
 std::string colour(std::int32_t packed) {
-    constexpr std::uint32_t byIndex = 0xC3;
-    constexpr std::uint32_t byValue = 0xC2;
-    const auto bits = static_cast<std::uint32_t>(packed);
-    const std::uint32_t low = bits & 0xFFFFFFU;
-    if (packed == -1) {
-        return "object's colour";
-    }
-    if (bits >> 24U == byIndex && low <= CAciTable::count) {
-        return "colour index " + std::to_string(low);
-    }
-    if (bits >> 24U == byValue) {
-        return "RGB " + std::to_string(low >> 16U) + "," + std::to_string(low >> 8U & 255U) + "," +
-               std::to_string(low & 255U);
-    }
-    return "colour " + hexadecimal(bits);
-}
-
-std::string policy(const CPlotStyle& style) {
-    constexpr std::uint32_t knownBits = 7;
-    std::string words = style.isDither() ? "dithered" : "not dithered";
-    words += style.isGrayScale() ? ", grayscale" : "";
-    const std::uint32_t unknown = static_cast<std::uint32_t>(style.color_policy()) & ~knownBits;
-    words += unknown != 0 ? ", policy bits " + hexadecimal(unknown) : "";
-    return words;
+    return packed == -1 ? "object's colour" : "colour " + platen::colorInWords(packed);
 }
 
 std::string lineWeight(std::int32_t index, const CCustomLineweightTable& weights) {
@@ -107,19 +76,7 @@ void describeStyles(const CPlotStyleTable& table, std::ostream& out) {
 }  // namespace
 
 std::string coloursInWords(const std::vector<int>& colours) {
-    std::string ranges;
-    for (std::size_t first = 0; first < colours.size();) {
-        std::size_t last = first;
-        while (last + 1 < colours.size() && colours[last + 1] == colours[last] + 1) {
-            ++last;
-        }
-        ranges += (ranges.empty() ? "" : ", ") + std::to_string(colours[first]);
-        if (last > first) {
-            ranges += "-" + std::to_string(colours[last]);
-        }
-        first = last + 1;
-    }
-    return (colours.size() == 1 ? "colour " : "colours ") + ranges;
+    return (colours.size() == 1 ? "colour " : "colours ") + platen::rangesInWords(colours);
 }
 
 std::vector<int> coloursOf(const CPlotStyleTable& table, const CPlotStyle& style) {
@@ -146,7 +103,8 @@ std::string settingsInWords(const CPlotStyle& style, const CCustomLineweightTabl
     mention(style.color() != fresh.color(), [&] { return colour(style.color()); });
     mention(style.mode_color() != style.color(),
             [&] { return "mode colour: " + colour(style.mode_color()); });
-    mention(style.color_policy() != fresh.color_policy(), [&] { return policy(style); });
+    mention(style.color_policy() != fresh.color_policy(),
+            [&] { return platen::colorPolicyInWords(style.color_policy()); });
     mentionNumber("pen", style.pen(), fresh.pen());
     mentionNumber("virtual pen", style.virtualPen(), fresh.virtualPen());
     mention(style.screen() != fresh.screen(),

@@ -1,22 +1,16 @@
 #include "tools/platen/words/words.h"
 
-#include <array>
-#include <charconv>
 #include <iomanip>
 #include <ostream>
 
 #include <platen/oda.h>
+#include <platen/style_words.h>
 #include <platen/utcore.h>
 #include "tools/platen/console/console.h"
 
 namespace cli::words {
 
-std::string number(double value) {
-    std::array<char, 32> digits{};
-    const std::to_chars_result end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    return {digits.data(), end.ptr};
-}
+std::string number(double value) { return platen::numberInWords(value); }
 
 std::string roundedNumber(double value) {
     constexpr int places = 4;
