@@ -32,6 +32,7 @@ CommandEntry addCheck(CLI::App& program);
 CommandEntry addConvert(CLI::App& program);
 CommandEntry addCreate(CLI::App& program);
 CommandEntry addSet(CLI::App& program);
+CommandEntry addStyle(CLI::App& program);
 CommandEntry addMigrate(CLI::App& program);
 CommandEntry addPapers(CLI::App& program);
 CommandEntry addPaper(CLI::App& program);
@@ -39,7 +40,7 @@ CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,    addGet,    addCheck, addConvert,  addCreate, addSet,
-                              addMigrate, addPapers, addPaper, addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,  addGet,     addCheck,  addConvert, addCreate,   addSet,
+                              addStyle, addMigrate, addPapers, addPaper,   addPrinters, addDevmode};
 
 }  // namespace cli::commands

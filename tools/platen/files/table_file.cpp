@@ -1,0 +1,37 @@
+#include "tools/platen/files/table_file.h"
+
+#include <platen/pia.h>
+#include "tools/platen/arguments/suggest.h"
+#include "tools/platen/files/source.h"
+
+namespace cli::files {
+
+std::string reasonOf(const platen::EditResult& done) {
+    if (done) {
+        return {};
+    }
+    return done->present.empty()
+               ? done->reason
+               : done->reason + arguments::suggestion(done->wanted, done->present,
+                                                      "platen style list shows what is there");
+}
+
+ExitCode TableFile::open(const std::string& file, const Console& console) {
+    if (!readSource(file, source, console)) {
+        return ExitCode::Error;
+    }
+    const ExitCode read = warn(console, file, source.input().report());
+    const platen::EditResult opened = editor.open();
+    return opened ? read : fail(console, file, opened->reason);
+}
+
+ExitCode TableFile::store(const std::string& file, const Destination& destination,
+                          const Console& console) {
+    PiaTree tree;
+    if (!editor.writeTo(tree.root())) {
+        return fail(console, file, "the table cannot be written");
+    }
+    return storeChanged(file, destination, source, tree.root(), editor.changed(), console);
+}
+
+}  // namespace cli::files
