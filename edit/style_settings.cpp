@@ -55,8 +55,11 @@ std::string hexadecimal(std::int32_t value) {
 
 constexpr std::uint32_t colorBits = 0x00FFFFFF;
 constexpr std::uint32_t byIndex = 0xC3;
+// Of policies.
+constexpr std::int32_t ditherAlone = 1;
+constexpr std::int32_t explicitColor = 4;
 
-/// Such as the colour that `color2rgb` shows, with red in bits 16 to 23.
+/// The colour that `color2rgb` shows, with red in bits 16 to 23.
 std::uint32_t shownRgb(const CPlotStyle& style) {
     const auto reference = static_cast<std::uint32_t>(style.color2rgb());
     return ((reference & 0xFFU) << 16U) | (reference & 0xFF00U) | ((reference >> 16U) & 0xFFU);
@@ -82,49 +85,59 @@ bool setPacked(CPlotStyle& style, std::string_view text) {
     return true;
 }
 
-/// The colour with red in bits 16 to 23.
-std::optional<std::uint32_t> rgbIn(std::string_view text) {
+/// 1 to 255 in "index:7".
+std::optional<std::int32_t> colorIndexIn(std::string_view text) {
+    return text.starts_with(indexPrefix)
+               ? integerFrom(text.substr(indexPrefix.size()), 1, CAciTable::count)
+               : std::nullopt;
+}
+
+/// "#rrggbb" with red in bits 16 to 23.
+std::optional<std::int32_t> rgbIn(std::string_view text) {
     constexpr std::size_t digits = 6;
-    if (text.starts_with(indexPrefix)) {
-        const auto index = integerFrom(text.substr(indexPrefix.size()), 1, CAciTable::count);
-        return index ? std::optional(plot_style::palette[static_cast<std::size_t>(*index) - 1])
-                     : std::nullopt;
-    }
-    if (text.size() != digits + 1 || text.front() != '#') {
-        return std::nullopt;
-    }
-    const std::optional<std::int32_t> rgb = integerIn(text.substr(1), 16);
-    return rgb ? std::optional(static_cast<std::uint32_t>(*rgb)) : std::nullopt;
+    return text.size() == digits + 1 && text.front() == '#' ? integerIn(text.substr(1), 16)
+                                                            : std::nullopt;
 }
 
 std::string setColor(CPlotStyle& style, std::string_view text, const Weights&) {
-    if (text.starts_with(packedPrefix) && setPacked(style, text.substr(packedPrefix.size()))) {
-        return {};
-    }
-    if (text == colorText(style)) {
-        return {};
-    }
+    const std::int32_t withoutColor = style.color_policy() & ~explicitColor;
     if (text == objectWord) {
-        style.updateColor(-1);
+        // With other policies `updateColor` would write a number that `color2rgb` shows as white.
+        style.setPackedColor(-1, -1, withoutColor);
         return {};
     }
-    const std::optional<std::uint32_t> rgb = rgbIn(text);
-    if (!rgb) {
-        return "write #rrggbb, index:1 to index:255, or object";
+    if (const std::optional<std::int32_t> index = colorIndexIn(text)) {
+        if (withoutColor == ditherAlone) {
+            const auto packed =
+                static_cast<std::int32_t>(byIndex << 24U | static_cast<std::uint32_t>(*index));
+            style.setPackedColor(packed, packed, ditherAlone);
+        } else {
+            // Only beside that policy an index is one.
+            style.updateColor(
+                static_cast<int>(plot_style::palette[static_cast<std::size_t>(*index) - 1]));
+        }
+        return {};
     }
-    // In the order of bytes that makes `color2rgb` show it: red in bits 16 to 23.
-    style.updateColor(static_cast<int>(*rgb));
-    return {};
+    if (const std::optional<std::int32_t> rgb = rgbIn(text)) {
+        // In the order of bytes that makes `color2rgb` show it.
+        style.updateColor(*rgb);
+        return {};
+    }
+    const bool done =
+        text.starts_with(packedPrefix) && setPacked(style, text.substr(packedPrefix.size()));
+    return done ? "" : "write #rrggbb, index:1 to index:255, or object";
 }
 
 std::string exactColor(const CPlotStyle& style, const Weights& weights) {
-    CPlotStyle fresh;
-    fresh.setDither(style.isDither());
-    fresh.setGrayScale(style.isGrayScale());
+    constexpr int anyColor = 0x123456;
+    CPlotStyle other;
+    other.setDither(style.isDither());
+    other.setGrayScale(style.isGrayScale());
+    other.updateColor(anyColor);
     std::string text = colorText(style);
-    setColor(fresh, text, weights);
-    const bool same = fresh.color() == style.color() && fresh.mode_color() == style.mode_color() &&
-                      fresh.color_policy() == style.color_policy();
+    setColor(other, text, weights);
+    const bool same = other.color() == style.color() && other.mode_color() == style.mode_color() &&
+                      other.color_policy() == style.color_policy();
     return same ? text : packedText(style);
 }
 
@@ -353,27 +366,20 @@ const StyleSetting* findStyleSetting(std::wstring_view word) {
 }
 
 std::string colorText(const CPlotStyle& style) {
-    constexpr std::int32_t ditherAlone = 1;
+    constexpr std::size_t digits = 6;
     const auto color = static_cast<std::uint32_t>(style.color());
+    // The second is what `updateColor` writes for the object's colour beside other policies.
     if (style.color() == -1 || color == (byIndex << 24U | colorBits)) {
         return std::string(objectWord);
     }
-    const bool plain = style.color_policy() == ditherAlone;
     const std::uint32_t index = color & colorBits;
-    if (plain && color >> 24U == byIndex && index >= 1 && index <= CAciTable::count) {
+    const bool isIndex = style.color_policy() == ditherAlone && color >> 24U == byIndex;
+    if (isIndex && index >= 1 && index <= CAciTable::count) {
         return std::string(indexPrefix) + std::to_string(index);
     }
-    const std::uint32_t rgb = plain && color >> 24U == byIndex ? index : shownRgb(style);
-    const auto shown = plain ? color : static_cast<std::uint32_t>(style.mode_color());
-    if (shown >> 24U == byIndex) {
-        const auto entry = std::ranges::find(plot_style::palette, rgb);
-        if (entry != plot_style::palette.end()) {
-            return std::string(indexPrefix) +
-                   std::to_string(entry - plot_style::palette.begin() + 1);
-        }
-    }
-    const std::string digits = hexadecimal(static_cast<std::int32_t>(rgb));
-    return '#' + std::string(6 - digits.size(), '0') + digits;
+    const std::string text =
+        hexadecimal(static_cast<std::int32_t>(isIndex ? index : shownRgb(style)));
+    return '#' + std::string(digits - text.size(), '0') + text;
 }
 
 std::string settingText(const CPlotStyle& style, const StyleSetting& setting,

@@ -15,3 +15,4 @@
 #include <platen/edit_papers.h>
 #include <platen/edit_result.h>
 #include <platen/edit_styles.h>
+#include <platen/edit_table_presets.h>

@@ -12,6 +12,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -79,6 +80,16 @@ using EqualStyles = std::vector<std::vector<std::size_t>>;
 /// the order of their first. The style "Normal" of a named table is in none: whatever has no other
 /// style uses it.
 PLATEN_API EqualStyles equalStyles(const CPlotStyleTable& table);
+
+struct ColourTable {
+    /// Null when a colour has no style.
+    std::unique_ptr<CPlotStyleTable> table;
+    /// What is lost, English, UTF-8.
+    std::vector<std::string> lost;
+};
+
+/// Gives each colour a style of its own, like the one that a named table has for it.
+PLATEN_API ColourTable colourTableOf(const CPlotStyleTable& named);
 
 /// Changes a plot style table in a file. What the file holds beside the table stays, and so do the
 /// spelling of numbers and the order of items where nothing was changed.

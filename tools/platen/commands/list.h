@@ -33,6 +33,8 @@ CommandEntry addConvert(CLI::App& program);
 CommandEntry addCreate(CLI::App& program);
 CommandEntry addSet(CLI::App& program);
 CommandEntry addStyle(CLI::App& program);
+CommandEntry addLineweights(CLI::App& program);
+CommandEntry addMergePens(CLI::App& program);
 CommandEntry addMigrate(CLI::App& program);
 CommandEntry addPapers(CLI::App& program);
 CommandEntry addPaper(CLI::App& program);
@@ -40,7 +42,8 @@ CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,  addGet,     addCheck,  addConvert, addCreate,   addSet,
-                              addStyle, addMigrate, addPapers, addPaper,   addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,   addGet,   addCheck,       addConvert,   addCreate,
+                              addSet,    addStyle, addLineweights, addMergePens, addMigrate,
+                              addPapers, addPaper, addPrinters,    addDevmode};
 
 }  // namespace cli::commands

@@ -11,7 +11,6 @@
 #include "tools/platen/files/destination.h"
 #include "tools/platen/files/table_file.h"
 #include "tools/platen/words/columns.h"
-#include "tools/platen/words/table_text.h"
 
 namespace cli::commands {
 namespace {
@@ -21,7 +20,7 @@ constexpr const char* help =
 which * stands for any characters and ? for one; or all that are equal to one: =7, "=Wall 2".
 
 Settings:
-  color         #rrggbb, index:7, object         a colour of the palette is kept as its index
+  color         #rrggbb, index:7, object
   lineweight    0.35, 0.35mm, 0.014in, object    one of the table's, see platen lineweights
   screening     0 to 100
   dither, grayscale, adaptive                    on, off (adaptive: linetypes)
@@ -77,6 +76,21 @@ bool decode(const StyleOptions& options, Texts& texts) {
     return done;
 }
 
+/// What differs from a fresh style, in the words that set it.
+std::string settingsOf(const CPlotStyle& style, const CCustomLineweightTable& weights) {
+    const CPlotStyle fresh;
+    std::string words;
+    for (const platen::StyleSetting& setting : platen::styleSettings()) {
+        const std::string text = platen::settingText(style, setting, weights);
+        if (text != platen::settingText(fresh, setting, weights)) {
+            words += words.empty() ? "" : ", ";
+            words += std::string(setting.word) + ' ' +
+                     (setting.word == "color" ? platen::colorText(style) : text);
+        }
+    }
+    return words.empty() ? "standard" : words;
+}
+
 ExitCode listIn(const std::string& file, const StyleOptions& options, bool isBatch,
                 const Console& console) {
     files::TableFile table;
@@ -101,12 +115,11 @@ ExitCode listIn(const std::string& file, const StyleOptions& options, bool isBat
     if (isBatch) {
         console.out << printable(file) << '\n';
     }
-    std::vector<std::vector<std::string>> rows{{"number", "name", "settings", "description"}};
+    std::vector<std::vector<std::string>> rows{{"number", "name", "settings"}};
     for (const std::size_t place : places) {
         const CPlotStyle& style = *styles.style(place);
         rows.push_back({std::to_string(place + 1), ut::encodeUtf8(style.locName()),
-                        words::settingsInWords(style, styles.customLineweights()),
-                        ut::encodeUtf8(style.desc())});
+                        settingsOf(style, styles.customLineweights())});
     }
     words::printColumns(rows, console);
     return opened;

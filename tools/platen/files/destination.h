@@ -15,12 +15,12 @@ class App;
 namespace cli::files {
 
 struct Destination {
-    std::string out;
+    std::string out{};
     bool inPlace = false;
     /// Say what would change.
     bool dryRun = false;
     /// The old file is kept under its name and this, unless it is empty.
-    std::string backupSuffix;
+    std::string backupSuffix{};
 };
 
 /// Adds -o, --in-place[=SUFFIX] and --dry-run.

@@ -1,5 +1,8 @@
 #include "tools/platen/files/table_file.h"
 
+#include <memory>
+#include <utility>
+
 #include <platen/pia.h>
 #include "tools/platen/arguments/suggest.h"
 #include "tools/platen/files/source.h"
@@ -23,6 +26,17 @@ ExitCode TableFile::open(const std::string& file, const Console& console) {
     const ExitCode read = warn(console, file, source.input().report());
     const platen::EditResult opened = editor.open();
     return opened ? read : fail(console, file, opened->reason);
+}
+
+ExitCode TableFile::make(bool byColour, const Console& console) {
+    const std::unique_ptr<CPlotStyleTable> fresh(CPlotStyleTable::create(byColour, L""));
+    PiaTree tree;
+    ut::ByteBuffer bytes;
+    const bool made = fresh->writeToBlock(tree.root()) &&
+                      platen::encodeFile(tree.root(), platen::FileForm::Compressed,
+                                         byColour ? PiaKind::Ctb : PiaKind::Stb, bytes) &&
+                      source.readBytes(std::move(bytes)) && editor.open();
+    return made ? ExitCode::Ok : fail(console, "", "a fresh table cannot be made");
 }
 
 ExitCode TableFile::store(const std::string& file, const Destination& destination,

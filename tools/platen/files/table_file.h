@@ -19,6 +19,8 @@ struct TableFile {
 
     /// `Error` after a message.
     ExitCode open(const std::string& file, const Console& console);
+    /// A fresh table instead of a file's.
+    ExitCode make(bool byColour, const Console& console);
     /// Writes the table as it is now.
     ExitCode store(const std::string& file, const Destination& destination, const Console& console);
 };
