@@ -27,9 +27,10 @@ inline std::wstring folded(std::wstring name) {
 
 /// Not blank, and in one line.
 inline bool isStyleName(const std::wstring& name) {
-    return std::ranges::none_of(name,
-                                [](wchar_t unit) { return unit < L' ' || unit == L'\x7F'; }) &&
-           !std::ranges::all_of(name, ut::isSpace);
+    const auto isControl = [](wchar_t unit) {
+        return (unit < L' ' && unit != L'\t') || unit == L'\x7F';
+    };
+    return std::ranges::none_of(name, isControl) && !std::ranges::all_of(name, ut::isSpace);
 }
 
 }  // namespace platen

@@ -21,7 +21,7 @@ using Weights = CCustomLineweightTable;
 constexpr std::string_view objectWord = "object";
 constexpr std::string_view standardWord = "standard";
 constexpr std::string_view indexPrefix = "index:";
-constexpr std::string_view packedPrefix = "packed:";
+constexpr std::string_view packedPrefix = " (";
 
 /// The integer that is all of `text`; hexadecimal ones are the bits of one.
 std::optional<std::int32_t> integerIn(std::string_view text, int base = 10) {
@@ -65,9 +65,10 @@ std::uint32_t shownRgb(const CPlotStyle& style) {
     return ((reference & 0xFFU) << 16U) | (reference & 0xFF00U) | ((reference >> 16U) & 0xFFU);
 }
 
+/// The three numbers of a colour, behind what it shows: "#ff8000 (c2ff8000/c2ff8000/5)".
 std::string packedText(const CPlotStyle& style) {
-    return std::string(packedPrefix) + hexadecimal(style.color()) + '/' +
-           hexadecimal(style.mode_color()) + '/' + hexadecimal(style.color_policy());
+    return colorText(style) + std::string(packedPrefix) + hexadecimal(style.color()) + '/' +
+           hexadecimal(style.mode_color()) + '/' + hexadecimal(style.color_policy()) + ')';
 }
 
 bool setPacked(CPlotStyle& style, std::string_view text) {
@@ -123,9 +124,19 @@ std::string setColor(CPlotStyle& style, std::string_view text, const Weights&) {
         style.updateColor(*rgb);
         return {};
     }
-    const bool done =
-        text.starts_with(packedPrefix) && setPacked(style, text.substr(packedPrefix.size()));
-    return done ? "" : "write #rrggbb, index:1 to index:255, or object";
+    const std::size_t end = text.find(packedPrefix);
+    CPlotStyle packed = style;
+    const bool done = text.ends_with(')') && end != std::string_view::npos &&
+                      setPacked(packed, text.substr(end + packedPrefix.size(),
+                                                    text.size() - end - packedPrefix.size() - 1));
+    if (!done) {
+        return "write #rrggbb, index:1 to index:255, or object";
+    }
+    if (colorText(packed) != text.substr(0, end)) {
+        return "the numbers behind the colour mean another; leave them out";
+    }
+    style = packed;
+    return {};
 }
 
 std::string exactColor(const CPlotStyle& style, const Weights& weights) {

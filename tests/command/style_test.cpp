@@ -70,7 +70,7 @@ TEST_F(CommandStyleTest, RefusalsSayWhatIsThere) {
     for (const auto& [arguments, message] : cases) {
         expectRefused(joined({"style"}, arguments), message);
     }
-    expectRefused({"merge-pens", "@a.ctb", "--in-place"}, "");
+    expectRefused({"merge-pens", "@a.ctb", "--in-place"}, "platen convert");
     EXPECT_EQ(run({"style", "list", "@a.ctb", "Colour*"}).code, 1);
     expectRefused({"lineweights", "@a.ctb", "set", "27=1", "--in-place"}, "from 0 to 26");
     expectRefused({"lineweights", "@a.ctb", "set", "1=201", "--in-place"}, "0 to 200 mm");
@@ -91,8 +91,8 @@ TEST_F(CommandStyleTest, LineWeightsAreListedAndSet) {
 TEST_F(CommandStyleTest, TablesGoThroughOtherKinds) {
     prepare({"create", "ctb", "--preset", "screening", "-o", "@s.ctb"});
     expectRun({"merge-pens", "@s.ctb"}, 0, "equal: colours 1, 11-255\n");
-    prepare({"convert", "@s.ctb", "-o", "@s.stb"});
-    expectWarned({"convert", "@s.stb", "-o", "@back.ctb"},
+    prepare({"convert", "@s.ctb", "-o", "@named.stb"});
+    expectWarned({"convert", "@named.stb", "-o", "@back.ctb"},
                  HasSubstr("lost: the name \"Style 2\" of what is now colour 2"));
     EXPECT_EQ(run({"get", "@back.ctb"}).out, run({"get", "@s.ctb"}).out);
     // A folder of tables into one of CSV files.

@@ -50,7 +50,7 @@ TEST_F(CommandCsvTest, FilesOfSpreadsheetsAreTaken) {
         expectRun({"convert", "@a.csv", "-o", "@a.ctb"}, 0, IsEmpty());
         EXPECT_EQ(setting("2", "lineweight"), weight) << csv;
     }
-    EXPECT_EQ(setting("2", "mode_color"), "-1006698496\n");
+    EXPECT_EQ(setting("2", "color"), "-1006698496\n");
     EXPECT_EQ(setting("1", "lineweight"), "0\n");
 }
 

@@ -62,18 +62,17 @@ ExitCode mergeIn(const std::string& file, const MergeOptions& options, const Con
     }
     const platen::EqualStyles groups = platen::equalStyles(table.editor.table());
     const bool writes = !options.destination.dryRun;
-    // The words would stand behind the file.
-    const bool prints = !writes || options.destination.out != files::standardStream;
-    if (table.editor.isByColour()) {
-        print(table.editor, groups, console);
-        return !writes ? opened
-                       : fail(console, file,
-                              "nothing was written: a colour table keeps a style for each colour; "
-                              "platen convert makes a named table of it, with one style of each "
-                              "group");
+    if (table.editor.isByColour() && writes) {
+        return fail(console, file,
+                    "nothing was written: a colour table keeps a style for each colour; platen "
+                    "convert makes a named table of it, with one style of each group");
     }
-    if (prints) {
+    // The words would stand behind the file.
+    if (!writes || options.destination.out != files::standardStream) {
         print(table.editor, groups, console);
+    }
+    if (table.editor.isByColour()) {
+        return opened;
     }
     if (const platen::EditResult done = table.editor.merge(groups); !done) {
         return fail(console, file, "nothing was written: " + files::reasonOf(done));
