@@ -167,10 +167,12 @@ PiaKind SourceFile::headerKind() {
     }
 }
 
-WriteResult SourceFile::write(const std::wstring& path) {
+WriteResult SourceFile::write(const std::wstring& path) { return write(path, *input_.root()); }
+
+WriteResult SourceFile::write(const std::wstring& path, const PiaBlock& root) {
     // Only this form has a header.
     const PiaKind kind = form_ == FileForm::Compressed ? headerKind() : PiaKind::Pc3;
-    return writeFile(*input_.root(), form_, kind, path, mark_);
+    return writeFile(root, form_, kind, path, mark_);
 }
 
 }  // namespace platen

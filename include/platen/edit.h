@@ -1,4 +1,4 @@
-/// Changing plotter files: items by their paths, papers by their names.
+/// Changing plotter files: items by their paths, papers and plot styles by their names.
 ///
 ///     platen::SourceFile file;
 ///     if (file.read(L"plan.pc3")) {
@@ -16,3 +16,5 @@
 #include <platen/edit_merge.h>
 #include <platen/edit_papers.h>
 #include <platen/edit_result.h>
+#include <platen/edit_styles.h>
+#include <platen/edit_table_presets.h>

@@ -77,6 +77,8 @@ public:
     /// Writes the tree in the form that it came in. The file that was read is left alone when it
     /// has changed since.
     WriteResult write(const std::wstring& path);
+    /// Writes another tree in place of the file's own, in the same form and with the same care.
+    WriteResult write(const std::wstring& path, const PiaBlock& root);
 
 private:
     PiaInput input_;

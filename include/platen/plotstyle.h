@@ -63,6 +63,20 @@ public:
     void setLineWeight(std::int32_t index) { lineWeight_ = index; }
     void setLineType(std::int32_t type) { lineType_ = type; }
     void setAdaptiveLinetype(bool adaptive) { adaptiveLineType_ = adaptive; }
+    void setLinePatternSize(double size) { linePatternSize_ = size; }
+    void setEndStyle(std::int32_t style) { endStyle_ = style; }
+    void setJoinStyle(std::int32_t style) { joinStyle_ = style; }
+    /// The three numbers of a colour as a file has them.
+    void setPackedColor(std::int32_t color, std::int32_t modeColor, std::int32_t policy) {
+        color_ = color;
+        modeColor_ = modeColor;
+        colorPolicy_ = policy;
+    }
+    /// Both names as a file has them; `updateName` makes one from the other.
+    void setNames(std::wstring name, std::wstring localizedName) {
+        name_ = std::move(name);
+        localizedName_ = std::move(localizedName);
+    }
     /// Sets or clears the dither bit only.
     void setDither(bool dither);
     /// Sets or clears the grayscale bit only.

@@ -12,6 +12,7 @@
 #include <system_error>
 #include <vector>
 
+#include <platen/edit.h>
 #include <platen/inspect.h>
 #include <platen/pia.h>
 #include <platen/plotstyle.h>
@@ -22,6 +23,7 @@
 #include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
+#include "tools/platen/files/table_file.h"
 #include "tools/platen/words/table_text.h"
 
 namespace cli::commands {
@@ -40,6 +42,9 @@ Examples:
   platen convert pens.json -o pens.ctb
   platen convert pens.ctb -o pens.txt             the body text, for an editor, and back:
   platen convert pens.txt -o pens.ctb
+  platen convert pens.ctb -o pens.csv             a table for a spreadsheet, and back into it:
+  platen convert pens.csv -o pens.ctb             rows and columns that are missing stay
+  platen convert pens.csv -o new.ctb --base pens.ctb
   platen convert -r tables -o json --to json      every file of a folder into another folder
   platen convert pens.ctb -o - --to text | less   to standard output; IN may be -, too
   platen convert plotter.bak -o plotter --to pc3  when the name of OUT does not say it)";
@@ -52,6 +57,8 @@ struct ConvertOptions {
     std::string to;
     /// Begins the names of the styles that a colour table is turned into; empty: "Style".
     std::string prefix;
+    /// The table that a CSV file changes; empty: OUT when it is there, or a fresh one.
+    std::string base;
     std::uint64_t maxBody = files::usualMaxBody;
     /// Replace files in the folder that many results go into.
     bool force = false;
@@ -64,13 +71,16 @@ struct Target {
     std::optional<PiaKind> header;
 };
 
-constexpr std::array<Target, 6> targets{{
+constexpr std::string_view csvWord = "csv";
+
+constexpr std::array<Target, 7> targets{{
     {"ctb", L"ctb", PiaKind::Ctb},
     {"stb", L"stb", PiaKind::Stb},
     {"pc3", L"pc3", PiaKind::Pc3},
     {"pmp", L"pmp", PiaKind::Pc3},
     {"json", L"json", std::nullopt},
     {"text", L"txt", std::nullopt},
+    {csvWord, L"csv", std::nullopt},
 }};
 
 const Target* targetOf(const ConvertOptions& options) {
@@ -84,6 +94,9 @@ const Target* targetOf(const ConvertOptions& options) {
 
 /// Why this content cannot become such a file; empty when it can.
 std::string refusal(const platen::Content& content, const Target& target) {
+    if (target.word == csvWord) {
+        return content.table ? "" : "only a sound plot style table becomes a CSV file";
+    }
     if (!target.header || content.kind == platen::FileKind::Pia ||
         target.word == platen::kindWord(content.kind)) {
         return {};
@@ -94,10 +107,9 @@ std::string refusal(const platen::Content& content, const Target& target) {
                                 : "";
     }
     if (content.kind == platen::FileKind::Stb && target.header == PiaKind::Ctb) {
-        // Tables that list a style for each colour may have come under the wrong header.
-        return content.table && platen::hasStylePerColour(*content.table)
+        return content.table && platen::colourTableOf(*content.table).table
                    ? ""
-                   : "a named table does not give each of the 255 colours a style of its own, so "
+                   : "the named table does not say which style each of the 255 colours has, so "
                      "that no colour-dependent table can be made of it";
     }
     return std::string("the file holds a document of another family: ") +
@@ -165,6 +177,51 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
                           "conversion went by the place");
 }
 
+/// Makes a table by colour of a named one whose colours have styles, and lists what is lost.
+ExitCode convertToColours(const ConvertOptions& options, const CPlotStyleTable& named,
+                          const Console& console) {
+    const platen::ColourTable made = platen::colourTableOf(named);
+    PiaTree tree;
+    if (!made.table || !made.table->writeToBlock(tree.root())) {
+        return fail(console, options.in, "the table cannot be turned into one by colour");
+    }
+    ExitCode code = files::writeTree(tree.root(), platen::FileForm::Compressed, PiaKind::Ctb,
+                                     options.out, console);
+    for (const std::string& lost : made.lost) {
+        code = code == ExitCode::Error ? code
+                                       : worse(code, warn(console, options.in, "lost: " + lost));
+    }
+    return code;
+}
+
+/// Puts a CSV file into a table.
+ExitCode convertCsv(const ConvertOptions& options, const Target& target, const Console& console) {
+    if (target.word != "ctb" && target.word != "stb") {
+        return fail(console, options.in, "a CSV file becomes a plot style table: a ctb or stb");
+    }
+    std::string bytes;
+    if (!files::readBytes(options.in, bytes, options.maxBody, console)) {
+        return ExitCode::Error;
+    }
+    const bool overOld = options.base.empty() && options.out != files::standardStream &&
+                         ut::fileExists(ut::decodePath(options.out));
+    const std::string base = overOld ? options.out : options.base;
+    files::TableFile table;
+    const ExitCode opened =
+        base.empty() ? table.make(target.word == "ctb", console) : table.open(base, console);
+    if (opened == ExitCode::Error) {
+        return opened;
+    }
+    if (table.source.headerKind() != target.header) {
+        return fail(console, base,
+                    "the table that the CSV file changes is of another kind; --base names one");
+    }
+    if (const platen::EditResult done = table.editor.readCsv(bytes); !done) {
+        return fail(console, options.in, done->reason + "; nothing was written");
+    }
+    return worse(opened, table.store(options.out, {.out = options.out}, console));
+}
+
 ExitCode rewrite(const platen::SourceFile& source, const Target& target, const std::string& out,
                  const Console& console) {
     const PiaBlock& root = *source.input().root();
@@ -185,6 +242,15 @@ ExitCode convertSource(const ConvertOptions& options, const Target& target,
     if (const std::string reason = refusal(content, target); !reason.empty()) {
         return fail(console, options.in, reason + "; nothing was written");
     }
+    if (target.word == csvWord) {
+        return worse(warn(console, options.in, source.input().report()),
+                     files::writeBytes(platen::tableCsv(*content.table), options.out, console));
+    }
+    if (content.kind == platen::FileKind::Stb && target.header == PiaKind::Ctb &&
+        !platen::hasStylePerColour(*content.table)) {
+        return worse(warn(console, options.in, source.input().report()),
+                     convertToColours(options, *content.table, console));
+    }
     const bool named = needsNames(content, target);
     if (!named && !options.prefix.empty()) {
         return fail(console, options.in,
@@ -203,6 +269,9 @@ ExitCode convertSource(const ConvertOptions& options, const Target& target,
 }
 
 ExitCode convertFile(const ConvertOptions& options, const Target& target, const Console& console) {
+    if (!options.base.empty() || ut::hasExtension(ut::decodePath(options.in), L"csv")) {
+        return convertCsv(options, target, console);
+    }
     platen::SourceFile source;
     if (!files::readSource(options.in, source, console, platen::readingUpTo(options.maxBody))) {
         return ExitCode::Error;
@@ -262,13 +331,13 @@ ExitCode run(const ConvertOptions& options, const Console& console) {
         return target == nullptr || options.to.empty()
                    ? fail(console, options.out,
                           "OUT is a folder here; say what to write with --to ctb, stb, pc3, pmp, "
-                          "json or text")
+                          "json, text or csv")
                    : convertInto(options, *target, selected, console);
     }
     if (target == nullptr) {
         return fail(console, options.out,
-                    "the name does not say what to convert to; add --to ctb, stb, pc3, pmp, json "
-                    "or text");
+                    "the name does not say what to convert to; add --to ctb, stb, pc3, pmp, json, "
+                    "text or csv");
     }
     return convertFile(options, *target, console);
 }
@@ -284,9 +353,12 @@ CommandEntry addConvert(CLI::App& program) {
         ->required();
     arguments::addOutput(command, options->out)->required();
     command->add_option("--to", options->to, "What to write; by default as OUT ends")
-        ->check(arguments::oneOf({"ctb", "stb", "pc3", "pmp", "json", "text"}));
+        ->check(arguments::oneOf({"ctb", "stb", "pc3", "pmp", "json", "text", "csv"}));
     arguments::takeText(command->add_option(
         "--prefix", options->prefix, "Beginning of the names of styles made from colours (Style)"));
+    arguments::takeText(command->add_option("--base", options->base,
+                                            "Table that a CSV file changes (OUT, or a fresh one)"))
+        ->type_name("TABLE");
     arguments::addMaxBody(command, options->maxBody);
     files::addBatch(command, options->selection);
     command->add_flag("--force", options->force,

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <platen/edit_table_presets.h>
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 #include <platen/plotstyle.h>
@@ -29,6 +30,7 @@ without regard to case.
 
 Examples:
   platen create ctb -o pens.ctb                   a style for each of the 255 colours
+  platen create ctb -o iso.ctb --preset iso-0.25  line widths of ISO 128 for colours 1 to 7
   platen create stb -o named.stb --description "Named pens"     one style, "Normal"
   platen create pc3 --device "Print As PDF" -o pdf.pc3
   platen create pc3 --device "Print As PNG" --paper "XGA (1024.00 x 768.00 Pixels)" -o png.pc3
@@ -41,6 +43,7 @@ struct CreateOptions {
     std::string out;
     /// Of a table.
     std::string description;
+    std::string preset;
     /// The device and, unless empty, the paper of a configuration.
     std::string device;
     std::string paper;
@@ -72,6 +75,8 @@ std::string usageFault(const CreateOptions& options) {
         {options.from, parameters, "--from goes with pmp only; leave it out"},
         {options.description, !configuration && !parameters,
          "--description goes with ctb and stb only; leave it out"},
+        {options.preset, !configuration && !parameters,
+         "--preset goes with ctb and stb only; leave it out"},
     };
     for (const auto& rule : rules) {
         if (!rule.value.empty() && !rule.fits) {
@@ -88,6 +93,11 @@ ExitCode makeTable(const CreateOptions& options, PiaBlock& root, const Console& 
     }
     const std::unique_ptr<CPlotStyleTable> table(
         CPlotStyleTable::create(options.kind == "ctb", description.c_str()));
+    if (!options.preset.empty()) {
+        if (const platen::EditResult made = platen::applyPreset(options.preset, *table); !made) {
+            return fail(console, options.out, made->reason);
+        }
+    }
     if (!table->writeToBlock(root)) {
         return fail(console, options.out, "the table cannot be written");
     }
@@ -229,6 +239,14 @@ ExitCode make(const CreateOptions& options, PiaBlock& root, const Console& conso
                                  : makeTable(options, root, console);
 }
 
+std::vector<std::string> presetNames() {
+    std::vector<std::string> names;
+    for (const platen::TablePreset& preset : platen::tablePresets()) {
+        names.emplace_back(preset.name);
+    }
+    return names;
+}
+
 PiaKind headerOf(const std::string& kind) {
     if (kind == "ctb") {
         return PiaKind::Ctb;
@@ -259,6 +277,12 @@ ExitCode run(const CreateOptions& options, const Console& console) {
 
 CommandEntry addCreate(CLI::App& program) {
     CLI::App* command = arguments::addCommand(program, "create", "Make a fresh document", help);
+    std::string presets = "\n\nPresets:";
+    for (const platen::TablePreset& preset : platen::tablePresets()) {
+        presets += "\n  " + std::string(preset.name);
+        presets.append(std::size_t{12} - preset.name.size(), ' ').append(preset.purpose);
+    }
+    command->footer(help + presets);
     const auto options = std::make_shared<CreateOptions>();
     command
         ->add_option("KIND", options->kind,
@@ -269,6 +293,8 @@ CommandEntry addCreate(CLI::App& program) {
     arguments::addOutput(command, options->out)->required();
     arguments::takeText(
         command->add_option("--description", options->description, "Description of a table"));
+    command->add_option("--preset", options->preset, "What a table begins with")
+        ->check(arguments::oneOf(presetNames()));
     arguments::takeText(command->add_option("--device", options->device,
                                             "Device of a configuration, such as \"Print As PDF\""))
         ->type_name("NAME");

@@ -35,6 +35,9 @@ CommandEntry addCreate(CLI::App& program);
 CommandEntry addSet(CLI::App& program);
 CommandEntry addApply(CLI::App& program);
 CommandEntry addMerge(CLI::App& program);
+CommandEntry addStyle(CLI::App& program);
+CommandEntry addLineweights(CLI::App& program);
+CommandEntry addMergePens(CLI::App& program);
 CommandEntry addMigrate(CLI::App& program);
 CommandEntry addPapers(CLI::App& program);
 CommandEntry addPaper(CLI::App& program);
@@ -42,8 +45,9 @@ CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,   addGet,   addCheck,    addDiff,   addConvert,
-                              addCreate, addSet,   addApply,    addMerge,  addMigrate,
-                              addPapers, addPaper, addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,     addGet,    addCheck,   addDiff,        addConvert,
+                              addCreate,   addSet,    addStyle,   addLineweights, addMergePens,
+                              addApply,    addMerge,  addMigrate, addPapers,      addPaper,
+                              addPrinters, addDevmode};
 
 }  // namespace cli::commands

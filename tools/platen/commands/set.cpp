@@ -12,8 +12,7 @@
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/arguments/suggest.h"
 #include "tools/platen/commands/list.h"
-#include "tools/platen/files/batch.h"
-#include "tools/platen/files/output.h"
+#include "tools/platen/files/destination.h"
 #include "tools/platen/files/source.h"
 
 namespace cli::commands {
@@ -39,26 +38,9 @@ struct SetOptions {
     std::vector<std::string> assignments;
     /// Paths of items to delete, before anything is assigned.
     std::vector<std::string> deleted;
-    std::string out;
+    files::Destination destination;
     std::uint64_t maxBody = files::usualMaxBody;
-    bool inPlace = false;
-    /// Say what would change.
-    bool dryRun = false;
-    /// The old file is kept under its name and this, unless it is empty.
-    std::string backupSuffix;
 };
-
-/// What is wrong with the options taken together; empty when nothing is.
-std::string usageFault(const SetOptions& options) {
-    if (options.inPlace && options.file == files::standardStream) {
-        return "standard input cannot be changed in place; write the result with -o OUT";
-    }
-    if (options.inPlace == !options.out.empty() && !options.dryRun) {
-        return "say where the result goes: either -o OUT or --in-place";
-    }
-    const bool leadsElsewhere = options.backupSuffix.find_first_of("/\\") != std::string::npos;
-    return leadsElsewhere ? "the suffix of --in-place only ends a name; leave slashes out" : "";
-}
 
 /// Why a change was refused, and what to do about it; empty when it was made.
 std::string reasonOf(const platen::EditResult& done) {
@@ -107,20 +89,6 @@ bool edit(const std::string& file, const SetOptions& options, platen::ItemEditor
     return done;
 }
 
-ExitCode store(const std::string& file, const SetOptions& options, platen::SourceFile& source,
-               bool changed, const Console& console) {
-    if (!options.inPlace) {
-        return files::writeSource(source, changed, options.out, console);
-    }
-    if (!options.backupSuffix.empty()) {
-        const std::string backup = file + options.backupSuffix;
-        if (files::writeBytes(source.bytes(), backup, console) != ExitCode::Ok) {
-            return ExitCode::Error;
-        }
-    }
-    return changed ? files::writeSource(source, changed, file, console) : ExitCode::Ok;
-}
-
 ExitCode setIn(const std::string& file, const SetOptions& options, const Console& console) {
     platen::SourceFile source;
     if (!files::readSource(file, source, console, platen::readingUpTo(options.maxBody))) {
@@ -133,12 +101,8 @@ ExitCode setIn(const std::string& file, const SetOptions& options, const Console
         return fail(console, file, "nothing was written");
     }
     const std::string lost = platen::lostDocument(before, platen::documentState(source.input()));
-    if (options.dryRun) {
-        console.out << printable(file)
-                    << (editor.changed() ? ": would change\n" : ": stays as it is\n");
-    }
-    const ExitCode stored =
-        options.dryRun ? ExitCode::Ok : store(file, options, source, editor.changed(), console);
+    const ExitCode stored = files::storeChanged(file, options.destination, source,
+                                                *source.input().root(), editor.changed(), console);
     if (stored == ExitCode::Error || lost.empty()) {
         return worse(read, stored);
     }
@@ -147,15 +111,8 @@ ExitCode setIn(const std::string& file, const SetOptions& options, const Console
 
 /// Changes items of the raw tree.
 ExitCode run(const SetOptions& options, const Console& console) {
-    if (const std::string fault = usageFault(options); !fault.empty()) {
-        return fail(console, options.file, fault);
-    }
-    const files::Selected selected = files::select(options.file, options.selection, console);
-    if (selected.isBatch && !options.out.empty()) {
-        return fail(console, options.file, "many files have no room in one OUT; add --in-place");
-    }
-    return files::forEachFile(
-        selected, {.doing = "changing", .jobs = options.selection.jobs}, console,
+    return files::changeFiles(
+        options.file, options.selection, options.destination, console,
         [&](const std::string& file, const Console& own) { return setIn(file, options, own); });
 }
 
@@ -175,22 +132,9 @@ CommandEntry addSet(CLI::App& program) {
                             "Item to delete before values are set; may be repeated"))
         ->type_name("PATH")
         ->allow_extra_args(false);
-    arguments::addOutput(command, options->out);
     arguments::addMaxBody(command, options->maxBody);
     files::addBatch(command, options->selection);
-    command->add_flag("--dry-run", options->dryRun, "Say which files would change");
-    // A flag whose value can only follow "=", so that it takes no argument for its own.
-    const CLI::Option* inPlace =
-        command->add_flag("--in-place", options->backupSuffix,
-                          "Change FILE itself; --in-place=SUFFIX keeps the old file under "
-                          "its name and SUFFIX");
-    command->parse_complete_callback([options, inPlace] {
-        constexpr const char* flagWithoutValue = "true";
-        options->inPlace = inPlace->count() > 0;
-        if (options->backupSuffix == flagWithoutValue) {
-            options->backupSuffix.clear();
-        }
-    });
+    files::addDestination(command, options->destination);
     return entryOf(command, options, run);
 }
 

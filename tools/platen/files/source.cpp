@@ -44,6 +44,25 @@ bool readStandardInput(std::string& bytes, std::uint64_t limit, const Console& c
     return true;
 }
 
+bool readBytes(const std::string& file, std::string& bytes, std::uint64_t limit,
+               const Console& console) {
+    if (file == standardStream) {
+        return readStandardInput(bytes, limit, console);
+    }
+    ut::ByteBuffer buffer;
+    bool tooLarge = false;
+    const ut::SystemError error = ut::readFile(ut::decodePath(file), limit, buffer, tooLarge);
+    if (error || tooLarge) {
+        PiaReport report;
+        report.fail({.code = tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable,
+                     .found = ut::decodePath(error.message())});
+        fail(console, file, report);
+        return false;
+    }
+    bytes = buffer.view();
+    return true;
+}
+
 bool readSource(const std::string& file, platen::SourceFile& source, const Console& console,
                 const PiaReadOptions& options) {
     bool told = false;

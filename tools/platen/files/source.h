@@ -15,6 +15,10 @@ inline constexpr std::uint64_t usualMaxBody = PiaLimits{}.bodyBytes;
 /// Reads standard input whole. False after a message when it is larger than `limit`.
 bool readStandardInput(std::string& bytes, std::uint64_t limit, const Console& console);
 
+/// Reads the bytes of `file`, or standard input for "-". False after a message.
+bool readBytes(const std::string& file, std::string& bytes, std::uint64_t limit,
+               const Console& console);
+
 /// Reads `file`, or standard input for "-". False after a message.
 bool readSource(const std::string& file, platen::SourceFile& source, const Console& console,
                 const PiaReadOptions& options = {});
