@@ -35,7 +35,7 @@ TEST_F(CommandUsageTest, AMistakeIsNamedWithWhatWasProbablyMeant) {
          "paper add needs --name NAME and --size WxH; see platen paper add --help\n"},
         {{"convert", "@a.ctb", "-o", "@b", "--to", "svg"},
          "--to: there is no \"svg\"; there are \"ctb\", \"stb\", \"pc3\", \"pmp\", \"json\", "
-         "\"text\"; see"},
+         "\"text\", \"csv\"; see"},
         {{"create", "[cbt]", "-o", "@b"}, "KIND: there is no \"[cbt]\"; there are"},
         {{"create", "cbt", "-o", "@b"}, "KIND: there is no \"cbt\"; did you mean \"ctb\"?; see"},
         {{"check", "@a.ctb", "--json=perhaps"}, "Could not convert: --json = perhaps; see"},
