@@ -37,7 +37,8 @@ std::string colorInWords(std::int32_t packed) {
     if (bits >> 24U == byIndex && low <= CAciTable::count) {
         return "index " + std::to_string(low);
     }
-    if (bits >> 24U == byValue) {
+    // A colour of the palette may stand as its red, green and blue in place of its index.
+    if (bits >> 24U == byValue || bits >> 24U == byIndex) {
         const std::string digits = hexadecimal(low);
         return '#' + std::string(colorDigits - digits.size(), '0') + digits;
     }

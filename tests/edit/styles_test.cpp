@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <platen/edit.h>
+#include <platen/style_words.h>
 #include <platen/utcore.h>
 #include "tests/support/random_tables.h"
 #include "tests/support/trees.h"
@@ -239,6 +240,10 @@ TEST(EditStyles, ColoursAreShownAsTheyWereSet) {
     EXPECT_TRUE(setStyle(packed, setting, L"#ff8000 (c2ff8000/c2ff8000/5)", {}));
     EXPECT_EQ(settingText(packed, setting, {}), "#ff8000 (c2ff8000/c2ff8000/5)");
     EXPECT_FALSE(setStyle(packed, setting, L"#ff8001 (c2ff8000/c2ff8000/5)", {}));
+    // A colour of the palette stands with its red, green and blue.
+    CPlotStyle red;
+    ASSERT_TRUE(setStyle(red, setting, L"#ff0000", {}));
+    EXPECT_EQ(platen::colorInWords(red.color()), "#ff0000");
     // A colour that a driver reads as red, green, blue.
     CPlotStyle style;
     ASSERT_TRUE(setStyle(style, *platen::findStyleSetting(L"color"), L"#ff8001", {}));
