@@ -22,7 +22,9 @@ class CommandTest : public testing::Test {
 protected:
     using Arguments = std::vector<std::string>;
 
-    std::string path(std::string_view name) const { return folder_.path(name).string(); }
+    std::string path(std::string_view name) const {
+        return folder_.path(name).make_preferred().string();
+    }
 
     static Arguments joined(Arguments first, const Arguments& more) {
         first.insert(first.end(), more.begin(), more.end());
