@@ -100,7 +100,8 @@ TEST(EditFiles, WhatSomebodyElseWroteMeanwhileStays) {
     platen::SourceFile file;
     ASSERT_TRUE(file.read(path));
     ASSERT_TRUE(platen::ItemEditor(*file.input().root()).set(L"media/number_of_copies", L"7"));
-    EXPECT_TRUE(isLeft(file.write(path), changedBySomebody()));
+    const std::string theirs = changedBySomebody();
+    EXPECT_TRUE(isLeft(file.write(path), theirs));
     EXPECT_TRUE(file.write(folder.wide("b.pc3")));
 
     platen::PaperFile papers;
