@@ -217,7 +217,7 @@ std::optional<Difference> changeOf(const Json& json) {
         {{L"added", Change::Added}, {L"removed", Change::Removed}, {L"changed", Change::Changed}}};
     Difference change;
     const std::optional<std::wstring> word = textOf(member(json, "change"));
-    const auto* known = std::ranges::find_if(
+    const auto known = std::ranges::find_if(
         words, [&](const auto& entry) { return word && entry.first == *word; });
     const auto type = typeOf(member(json, "type"));
     if (known == words.end() || !type || !readPlace(member(json, "place"), change.place)) {

@@ -40,11 +40,11 @@ std::vector<Step> stepsOf(std::string_view preset) {
     std::vector<Step> steps;
     if (preset.starts_with(iso)) {
         const std::string_view first = preset.substr(iso.size());
-        const auto* from = std::ranges::find_if(widths, [&](std::wstring_view width) {
+        const auto from = std::ranges::find_if(widths, [&](std::wstring_view width) {
             return std::ranges::equal(width, first,
                                       [](wchar_t wide, char narrow) { return wide == narrow; });
         });
-        for (const auto* width = from; width != widths.end(); ++width) {
+        for (auto width = from; width != widths.end(); ++width) {
             steps.push_back({L"lineweight", *width, std::wstring(*width) + L" mm"});
         }
     } else if (preset == "black") {

@@ -74,8 +74,8 @@ constexpr std::array<StyleKey, 15> styleKeys{{
 }};
 
 const StyleKey* styleKeyOf(std::wstring_view name) {
-    const auto* found = std::ranges::find(styleKeys, name, &StyleKey::key);
-    return found == styleKeys.end() ? nullptr : found;
+    const auto found = std::ranges::find(styleKeys, name, &StyleKey::key);
+    return found == styleKeys.end() ? nullptr : &*found;
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ bool takeApart(std::basic_string_view<Character> text, Digits<Character>& digits
         digits.isNegative = text.front() == '-';
         text.remove_prefix(1);
     }
-    const auto* point = std::find(text.begin(), text.end(), static_cast<Character>('.'));
+    const auto point = std::find(text.begin(), text.end(), static_cast<Character>('.'));
     const auto before = static_cast<std::size_t>(point - text.begin());
     digits.whole = text.substr(0, before);
     digits.fraction = before == text.size() ? text.substr(before) : text.substr(before + 1);
