@@ -345,8 +345,9 @@ std::vector<std::string> describeMisfits(const std::vector<Difference>& changes,
     }
     std::vector<std::string> lines;
     for (const auto& [reason, comparison] : misfits) {
-        for (const std::string& line : describe(comparison)) {
-            lines.push_back(line + ": " + reason);
+        for (std::string& line : describe(comparison)) {
+            line.append(": ").append(reason);
+            lines.push_back(std::move(line));
         }
     }
     return lines;

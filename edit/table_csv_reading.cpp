@@ -93,10 +93,17 @@ private:
                 for (const std::string_view each : all) {
                     names += (names.empty() ? "" : ", ") + std::string(each);
                 }
-                return stop(where + "there is no column \"" + word + "\"; columns are " + names);
+                return stop(std::string(where)
+                                .append("there is no column \"")
+                                .append(word)
+                                .append("\"; columns are ")
+                                .append(names));
             }
             if (!word.empty() && std::count(header_.begin(), header_.end(), word) > 1) {
-                return stop(where + "the column \"" + word + "\" stands there twice");
+                return stop(std::string(where)
+                                .append("the column \"")
+                                .append(word)
+                                .append("\" stands there twice"));
             }
         }
         if (!cell(columns::number) && !cell(columns::name) && !cell(columns::localizedName)) {

@@ -44,7 +44,7 @@ List listAt(DocumentFamily family, std::span<const DifferenceStep> place);
 /// An entry of a list and the step that leads to it.
 struct ListEntry {
     DifferenceStep step;
-    PiaBlock* block;
+    PiaBlock* block = nullptr;
 };
 /// The step to an entry, but for how many of its name come before it.
 DifferenceStep stepOfEntry(const PiaBlock& entry, const List& list);
