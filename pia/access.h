@@ -87,6 +87,8 @@ struct PiaAccess {
     }
     /// Destroys the children.
     static void clear(PiaBlock& block);
+    /// Puts the last child before the one at `position`.
+    static void moveLast(PiaBlock& block, std::size_t position);
 
     /// Takes a list of items that another block gave back, to be filled anew from the first.
     static void takeList(PiaBlock& block, const PiaBlock::Items& list) {

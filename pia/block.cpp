@@ -172,6 +172,12 @@ bool PiaBlock::removeItem(const PiaItem* item) {
     return true;
 }
 
+void PiaAccess::moveLast(PiaBlock& block, std::size_t position) {
+    PiaItem** const end = block.items.items_ + block.items.size_;
+    std::rotate(block.items.items_ + position, end - 1, end);
+    block.index_.reset();
+}
+
 void PiaBlock::sortItems() {
     std::stable_sort(items.items_, items.items_ + items.size_,
                      [](const PiaItem* left, const PiaItem* right) {

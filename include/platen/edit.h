@@ -15,6 +15,7 @@
 #include <platen/edit_items.h>
 #include <platen/edit_merge.h>
 #include <platen/edit_papers.h>
+#include <platen/edit_repair.h>
 #include <platen/edit_result.h>
 #include <platen/edit_styles.h>
 #include <platen/edit_table_presets.h>

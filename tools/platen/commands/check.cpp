@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include <platen/edit.h>
 #include <platen/inspect.h>
 #include <platen/pia.h>
 #include <platen/utcore.h>
@@ -11,6 +12,8 @@
 #include "tools/platen/commands/list.h"
 #include "tools/platen/console/remedies.h"
 #include "tools/platen/files/batch.h"
+#include "tools/platen/files/file_walk.h"
+#include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/printers/installed_printers.h"
 
@@ -20,11 +23,16 @@ namespace {
 constexpr const char* help =
     R"(Each finding is a line with a code that stays the same from release to release,
 the place and a remedy. Errors keep the file from being used (exit 2), warnings do not (exit 3).
+--fix mends what nothing is lost or guessed by: a header, checksums and lengths, one wrong byte that
+the checksum tells, equal duplicates, closing braces at the end. What else was found is left and
+named; platen repair goes further.
 
 Examples:
   platen check pens.ctb                 "pens.ctb: ok, ..." or the findings
   platen check plotter.pc3              the PMP that it names is looked for, too
   platen check --printers plotter.pc3   Windows: is the printer there, and does it take all this?
+  platen check --fix pens.ctb           what would be mended; -o OUT or --in-place=.bak does it
+  platen check --fix -r plotters --in-place=.bak
   platen check -r plotters              every plotter file in a folder, on all processors
   platen check --json *.ctb             one JSON object a line, schema platen.check/1)";
 
@@ -33,6 +41,12 @@ struct CheckOptions {
     bool json = false;
     /// Ask the printers that configurations name, too.
     bool printers = false;
+    /// Mend what is safe to mend.
+    bool fix = false;
+    bool inPlace = false;
+    /// The old file is kept under its name and this, unless it is empty.
+    std::string backupSuffix;
+    std::string out;
     std::uint64_t maxBody = files::usualMaxBody;
 };
 
@@ -62,24 +76,13 @@ ExitCode codeOf(platen::Verdict verdict) {
     return ExitCode::Error;
 }
 
-ExitCode checkFile(const std::string& file, const CheckOptions& options, const Console& console) {
-    const platen::CheckSettings settings{
-        .reading = platen::readingUpTo(options.maxBody),
-        .printers = options.printers ? printers::installedPrinters() : nullptr};
-    platen::CheckResult result;
-    if (file == files::standardStream) {
-        std::string bytes;
-        if (!files::readStandardInput(bytes, options.maxBody, console)) {
-            return ExitCode::Error;
-        }
-        result = platen::checkBytes(bytes, {}, settings);
-    } else {
-        result = platen::check(ut::decodePath(file), settings);
-    }
+/// The findings of a file, with what this command knows to do about them.
+ExitCode tell(const std::string& file, platen::CheckResult result, const CheckOptions& options,
+              const Console& console) {
     for (platen::Finding& finding : result.findings) {
         finding.remedy = console::remedyOf(finding.code);
     }
-    if (options.json) {
+    if (options.json && !options.fix) {
         console.out << platen::checkJson(file, result) << '\n';
     }
     if (!result.findings.empty() && result.findings[0].code == PiaCode::FileUnreadable) {
@@ -92,14 +95,120 @@ ExitCode checkFile(const std::string& file, const CheckOptions& options, const C
     return codeOf(result.verdict);
 }
 
+ExitCode checkFile(const std::string& file, const CheckOptions& options, const Console& console) {
+    const platen::CheckSettings settings{
+        .reading = platen::readingUpTo(options.maxBody),
+        .printers = options.printers ? printers::installedPrinters() : nullptr};
+    if (file != files::standardStream) {
+        return tell(file, platen::check(ut::decodePath(file), settings), options, console);
+    }
+    std::string bytes;
+    if (!files::readStandardInput(bytes, options.maxBody, console)) {
+        return ExitCode::Error;
+    }
+    return tell(file, platen::checkBytes(bytes, {}, settings), options, console);
+}
+
+/// Puts the mended file where it belongs.
+ExitCode storeFixed(const std::string& file, const std::string& before, const std::string& after,
+                    const CheckOptions& options, const Console& console) {
+    if (!options.out.empty()) {
+        return files::writeBytes(after, options.out, console);
+    }
+    if (!options.inPlace || before == after) {
+        return ExitCode::Ok;
+    }
+    const std::wstring path = ut::decodePath(file);
+    if (!options.backupSuffix.empty()) {
+        const ExitCode kept = files::writeBytes(before, file + options.backupSuffix, console);
+        if (kept != ExitCode::Ok) {
+            return kept;
+        }
+    }
+    if (platen::FileMark(path, before).differsNow(path)) {
+        PiaReport report;
+        report.fail({.code = PiaCode::FileChanged});
+        return fail(console, file, report);
+    }
+    return files::writeBytes(after, file, console);
+}
+
+ExitCode fixFile(const std::string& file, const CheckOptions& options, const Console& console) {
+    std::string bytes;
+    if (!files::readBytes(file, bytes, options.maxBody, console)) {
+        return ExitCode::Error;
+    }
+    const bool isStream = file == files::standardStream;
+    const platen::RepairResult result =
+        platen::repair(bytes, {.limits = platen::readingUpTo(options.maxBody).limits,
+                               .file = isStream ? std::wstring() : ut::decodePath(file),
+                               .safeOnly = true});
+    const Console said = files::besideData(options.out, console);
+    const bool isWritten = options.inPlace || !options.out.empty();
+    if (options.json) {
+        said.out << platen::repairJson(file, result) << '\n';
+    } else {
+        for (const platen::Assumption& assumption : result.assumptions) {
+            said.out << printable(file) << ": " << (isWritten ? "fixed " : "would fix ")
+                     << platen::describe(assumption) << '\n';
+        }
+    }
+    const ExitCode found = tell(file, result.check, options, said);
+    if (found == ExitCode::Error) {
+        return found;
+    }
+    const bool isLeft = !isWritten && !result.assumptions.empty();
+    return worse(isLeft ? ExitCode::Warnings : found,
+                 storeFixed(file, bytes, result.bytes, options, console));
+}
+
+/// What is wrong with the options taken together; empty when nothing is.
+std::string usageFault(const CheckOptions& options) {
+    if (!options.fix) {
+        return options.inPlace || !options.out.empty() ? "-o and --in-place go with --fix" : "";
+    }
+    if (options.inPlace && !options.out.empty()) {
+        return "say where the result goes: either -o OUT or --in-place";
+    }
+    return options.backupSuffix.find_first_of("/\\") == std::string::npos
+               ? ""
+               : "the suffix of --in-place only ends a name; leave slashes out";
+}
+
+/// The same once the files are known.
+std::string usageFault(const CheckOptions& options, const files::Selected& selected) {
+    if (!options.out.empty() && (selected.isBatch || selected.files.size() != 1)) {
+        return "many files have no room in one OUT; use --in-place";
+    }
+    for (const std::string& file : selected.files) {
+        if (!options.out.empty() && files::isSameFile(file, options.out)) {
+            return "OUT is the file itself; use --in-place for that";
+        }
+        if (options.inPlace && file == files::standardStream) {
+            return "standard input cannot be changed in place; write the result with -o OUT";
+        }
+    }
+    return {};
+}
+
 /// Verifies files and lists every finding.
 ExitCode run(const CheckOptions& options, const Console& console) {
     if (const std::string fault = printers::printersFault(); options.printers && !fault.empty()) {
         return fail(console, "", "--printers cannot be used: " + fault);
     }
-    return files::forEachSelected(
-        options.selection, {.doing = "checking", .oneThread = options.printers}, console,
-        [&](const std::string& file, const Console& own) { return checkFile(file, options, own); });
+    if (const std::string fault = usageFault(options); !fault.empty()) {
+        return fail(console, "", fault);
+    }
+    const files::Selected selected = files::select(options.selection, console);
+    if (const std::string fault = usageFault(options, selected); !fault.empty()) {
+        return fail(console, "", fault);
+    }
+    return files::forEachFile(
+        selected,
+        {.doing = "checking", .jobs = options.selection.jobs, .oneThread = options.printers},
+        console, [&](const std::string& file, const Console& own) {
+            return options.fix ? fixFile(file, options, own) : checkFile(file, options, own);
+        });
 }
 
 }  // namespace
@@ -112,6 +221,9 @@ CommandEntry addCheck(CLI::App& program) {
     command->add_flag("--json", options->json, "One JSON object a line");
     command->add_flag("--printers", options->printers,
                       "Ask the printers of configurations, too (Windows)");
+    command->add_flag("--fix", options->fix, "Mend what is safe to mend");
+    arguments::addOutput(command, options->out);
+    arguments::addInPlace(command, options->inPlace, options->backupSuffix);
     arguments::addMaxBody(command, options->maxBody);
     return entryOf(command, options, run);
 }

@@ -43,11 +43,12 @@ CommandEntry addPapers(CLI::App& program);
 CommandEntry addPaper(CLI::App& program);
 CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
+CommandEntry addRepair(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,     addGet,    addCheck,   addDiff,        addConvert,
-                              addCreate,   addSet,    addStyle,   addLineweights, addMergePens,
-                              addApply,    addMerge,  addMigrate, addPapers,      addPaper,
-                              addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,   addGet,      addCheck,  addDiff,        addConvert,
+                              addCreate, addSet,      addStyle,  addLineweights, addMergePens,
+                              addApply,  addMerge,    addRepair, addMigrate,     addPapers,
+                              addPaper,  addPrinters, addDevmode};
 
 }  // namespace cli::commands

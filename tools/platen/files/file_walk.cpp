@@ -58,6 +58,11 @@ FileWalk walkFiles(const std::string& folder) {
     return walk;
 }
 
+bool isSameFile(const std::string& left, const std::string& right) {
+    std::error_code missing;
+    return fs::equivalent(pathOf(left), pathOf(right), missing) && !missing;
+}
+
 std::string beginningOf(const std::string& file, std::size_t count) {
     std::string bytes(count, '\0');
     std::ifstream stream(pathOf(file), std::ios::binary);

@@ -26,6 +26,9 @@ FileWalk walkFiles(const std::string& folder);
 std::filesystem::path pathOf(const std::string& name);
 std::string nameOf(const std::filesystem::path& path);
 
+/// True when both are there and are one file, however they are spelled and linked.
+bool isSameFile(const std::string& left, const std::string& right);
+
 /// The first bytes of a file, at most `count`; fewer when it is shorter or cannot be read.
 std::string beginningOf(const std::string& file, std::size_t count);
 

@@ -26,6 +26,11 @@ ExitCode tell(const platen::WriteResult& result, const std::string& file, const 
             "; nothing was written");
 }
 
+Console besideData(const std::string& out, const Console& console) {
+    std::ostream& said = out == standardStream ? console.err : console.out;
+    return {said, console.err, console.in, console.terminal, console.watched};
+}
+
 ExitCode writeTree(const PiaBlock& root, platen::FileForm form, PiaKind kind,
                    const std::string& file, const Console& console) {
     if (file != standardStream) {

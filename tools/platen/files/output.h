@@ -12,6 +12,9 @@ namespace cli::files {
 /// Says why a file was not written, or what there is to know about it.
 ExitCode tell(const platen::WriteResult& result, const std::string& file, const Console& console);
 
+/// Where what is said goes when data go to `out`: not between them.
+Console besideData(const std::string& out, const Console& console);
+
 /// To standard output for "-".
 ExitCode writeTree(const PiaBlock& root, platen::FileForm form, PiaKind kind,
                    const std::string& file, const Console& console);

@@ -1,0 +1,42 @@
+// A damaged file, and a damaged body, into files that pass the check.
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+
+#include <platen/edit.h>
+#include <platen/inspect.h>
+#include "fuzz/require.h"
+#include "tests/support/trees.h"
+
+namespace {
+
+void repairIt(std::string_view damaged) {
+    const platen::RepairResult result = platen::repair(damaged);
+    require(static_cast<bool>(result) != result.bytes.empty());
+    if (!result) {
+        require(!result.reason.empty());
+        return;
+    }
+    require(result.check.verdict != platen::Verdict::Errors);
+    const platen::RepairResult again = platen::repair(result.bytes);
+    require(std::ranges::all_of(again.assumptions, [](const platen::Assumption& assumption) {
+        return assumption.code == platen::RepairCode::LineFull;
+    }));
+    for (const platen::Assumption& assumption : result.assumptions) {
+        require(!platen::describe(assumption).empty());
+    }
+    const platen::RepairResult fixed = platen::repair(damaged, {.safeOnly = true});
+    require(fixed.losses.empty());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    repairIt(bytes);
+    for (const PiaKind kind : {PiaKind::Ctb, PiaKind::Stb, PiaKind::Pc3}) {
+        repairIt(fileAround(bytes, kind));
+    }
+    return 0;
+}

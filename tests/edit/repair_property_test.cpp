@@ -1,0 +1,199 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+
+#include <platen/edit.h>
+#include <platen/inspect.h>
+#include "tests/inspect/found.h"
+#include "tests/support/configurations.h"
+#include "tests/support/documents.h"
+
+namespace {
+
+class Chance {
+public:
+    explicit Chance(unsigned seed) : random_(seed) {}
+
+    std::size_t below(std::size_t end) {
+        return end == 0 ? 0 : std::uniform_int_distribution<std::size_t>(0, end - 1)(random_);
+    }
+
+private:
+    std::mt19937 random_;
+};
+
+std::string randomTable(bool byColour, Chance& chance) {
+    const std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(byColour, L"Pl\u00E4ne"));
+    for (std::size_t added = chance.below(byColour ? 1 : 30); added > 0; --added) {
+        table->addStyle((L"Style " + std::to_wstring(added)).c_str(), -1, nullptr);
+    }
+    for (std::size_t index = 0; index < table->size(); ++index) {
+        table->style(index)->setScreen(static_cast<int>(chance.below(101)));
+        table->style(index)->setDesc(
+            std::wstring(chance.below(20), L'a' + static_cast<wchar_t>(chance.below(26))));
+    }
+    return bodyOfDocument(*table);
+}
+
+/// The same with other digits in its numbers.
+std::string withOtherDigits(std::string body, Chance& chance) {
+    for (const BodyItem& item : itemsOf(body)) {
+        for (std::size_t at = body.find('=', item.begin) + 1; at < item.end; ++at) {
+            if (body[at] >= '1' && body[at] <= '9' && chance.below(4) == 0) {
+                body[at] = static_cast<char>('1' + chance.below(9));
+            }
+        }
+    }
+    return body;
+}
+
+struct Document {
+    std::string body;
+    PiaKind kind;
+};
+
+Document randomDocument(Chance& chance) {
+    switch (chance.below(4)) {
+        case 0:
+            return {randomTable(true, chance), PiaKind::Ctb};
+        case 1:
+            return {randomTable(false, chance), PiaKind::Stb};
+        case 2:
+            return {withOtherDigits(fullConfiguration, chance), PiaKind::Pc3};
+        default:
+            return {withOtherDigits(fullParameters, chance), PiaKind::Pc3};
+    }
+}
+
+void damage(std::string& bytes, Chance& chance) {
+    if (bytes.empty()) {
+        return;
+    }
+    const std::size_t at = chance.below(bytes.size());
+    const std::size_t length = std::min(bytes.size() - at, 1 + chance.below(60));
+    switch (chance.below(6)) {
+        case 0:
+        case 1:
+            bytes[at] = static_cast<char>(bytes[at] ^ (1U << chance.below(8)));
+            break;
+        case 2:
+            bytes.resize(at);
+            break;
+        case 3:
+            for (std::size_t count = 1 + chance.below(9); count > 0; --count) {
+                bytes.insert(at, 1, static_cast<char>(chance.below(256)));
+            }
+            break;
+        case 4:
+            bytes.erase(at, length);
+            break;
+        default: {
+            // Two pieces change places.
+            const std::size_t other = chance.below(bytes.size() - length + 1);
+            const std::string piece = bytes.substr(at, length);
+            bytes.replace(at, length, bytes.substr(other, length));
+            bytes.replace(other, length, piece);
+        }
+    }
+}
+
+/// All text that can be had out of a damaged file, and of the sound one.
+std::string textsIn(const std::string& body, const std::string& file) {
+    std::string texts = body;
+    const auto add = [&](const std::string& stream) {
+        ut::ByteBuffer bytes;
+        std::size_t consumed = 0;
+        auto stop = ut::ZlibEngine::Stop::None;
+        static_cast<void>(
+            ut::ZlibEngine::decompress(stream, bytes, 0, PiaLimits().bodyBytes, consumed, stop));
+        texts.append(1, '\n').append(bytes.view());
+    };
+    for (std::size_t at = 0; at < std::min<std::size_t>(file.size(), 200); ++at) {
+        add(file.substr(at));
+    }
+    if (file.size() > 62) {
+        add("\x78\x9C" + file.substr(62));
+    }
+    return texts + '\n' + file;
+}
+
+/// What of the outcome is neither in the texts nor in an assumption.
+std::string inventedIn(const platen::RepairResult& result, const std::string& texts) {
+    std::wstring said;
+    for (const platen::Assumption& assumption : result.assumptions) {
+        said += assumption.taken + L'\n' + assumption.path + L'\n';
+    }
+    PiaInput input;
+    if (!input.openBytes(result.bytes)) {
+        return "it does not read back";
+    }
+    for (PiaWalk walk(*input.root()); walk.next();) {
+        const PiaItem& item = walk.item();
+        std::wstring value;
+        if (item.type != PiaItemType::Block && item.type != PiaItemType::Bool) {
+            value = static_cast<const PiaTextItem&>(item).value.str();
+        }
+        for (const std::wstring& text : {std::wstring(item.name), value}) {
+            std::string ansi;
+            static_cast<void>(ut::convertToAnsi(text, ansi));
+            if (texts.find(ansi) == texts.npos && texts.find(ut::encodeUtf8(text)) == texts.npos &&
+                said.find(text) == said.npos) {
+                return ut::encodeUtf8(walk.path() + L" = " + text);
+            }
+        }
+    }
+    return {};
+}
+
+/// Repairs of the damaged file pass the check, and everything in them is from somewhere.
+void expectHonest(const std::string& damaged, const std::string& texts, std::size_t& repaired) {
+    const platen::RepairResult result = platen::repair(damaged, {.most = 1000000});
+    if (!result) {
+        EXPECT_NE(result.reason, "");
+        return;
+    }
+    ++repaired;
+    const platen::CheckResult check = platen::checkBytes(result.bytes);
+    ASSERT_NE(check.verdict, platen::Verdict::Errors) << foundIn(check);
+    ASSERT_EQ(inventedIn(result, texts), "");
+    // What was repaired has nothing left to repair.
+    const platen::RepairResult again = platen::repair(result.bytes);
+    for (const platen::Assumption& assumption : again.assumptions) {
+        ASSERT_EQ(assumption.code, platen::RepairCode::LineFull) << platen::describe(assumption);
+    }
+    // What is safe loses nothing.
+    const platen::RepairResult fixed = platen::repair(damaged, {.safeOnly = true});
+    ASSERT_TRUE(fixed.losses.empty());
+    ASSERT_TRUE(std::ranges::all_of(fixed.assumptions, [](const platen::Assumption& assumption) {
+        return platen::isSafe(assumption.code);
+    }));
+}
+
+TEST(RepairOfRandomDamage, NeverInventsAndPassesTheCheck) {
+    constexpr unsigned rounds = 1500;
+    std::size_t containers = 0;
+    std::size_t bodies = 0;
+    for (unsigned seed = 0; seed < rounds; ++seed) {
+        SCOPED_TRACE(seed);
+        Chance chance(seed);
+        const auto [body, kind] = randomDocument(chance);
+        std::string file = fileAround(body, kind);
+        std::string text = body;
+        for (std::size_t count = 1 + chance.below(4); count > 0; --count) {
+            damage(file, chance);
+            damage(text, chance);
+        }
+        expectHonest(file, textsIn(body, file), containers);
+        expectHonest(fileAround(text, kind), text, bodies);
+        if (HasFatalFailure()) {
+            return;
+        }
+    }
+    // Most of what is damaged a little comes back.
+    EXPECT_GT(containers, rounds / 2);
+    EXPECT_GT(bodies, rounds * 2 / 3);
+}
+
+}  // namespace
