@@ -11,6 +11,7 @@
 #include "edit/repair_container.h"
 #include "edit/repair_documents.h"
 #include "edit/repair_json.h"
+#include "edit/repair_lines.h"
 #include "edit/repair_notes.h"
 #include "edit/repair_tree.h"
 #include "pia/body_lines.h"
@@ -57,6 +58,9 @@ public:
             return unchanged();
         }
         body_ = std::move(*body);
+        if (settings_.safeOnly && body_.form == FileForm::Compressed && !body_.kind) {
+            return unchanged();
+        }
         result_.form = body_.form;
         isNew_ = !notes_.empty();
         notes_.moveTo(result_);
@@ -90,6 +94,7 @@ private:
         const bool isRead = open(body_.text);
         const bool isSound = isRead && input_.report().warningCount() == 0 &&
                              documentState(input_).fault.empty() &&
+                             !repair_lines::TextEncoding(body_.text).hasFaults() &&
                              (settings_.safeOnly || !hasFullLine(body_.text));
         if (isSound && !body_.torn) {
             return true;
@@ -164,7 +169,7 @@ private:
         if (fault == nullptr && isNew_ && root().items.empty()) {
             return "no item of it can be read";
         }
-        if (fault == nullptr && isNew_ && body_.form == FileForm::BodyText &&
+        if (fault == nullptr && body_.form == FileForm::BodyText &&
             recognise(input_).kind == FileKind::Pia) {
             return "it holds no document";
         }
@@ -175,7 +180,8 @@ private:
         const bool isTable = hasBlock(root(), L"plot_style") ||
                              (body_.kind != PiaKind::Pc3 && !hasBlock(root(), L"meta"));
         if (isTable) {
-            return root().items.empty() || mendTable(root(), *body_.kind, repair) || !hasTableKeys()
+            return root().items.empty() || mendTable(root(), *body_.kind, repair) ||
+                           !isPartOfTable()
                        ? nullptr
                        : "no style of the table can be read";
         }
@@ -194,9 +200,10 @@ private:
         return nullptr;
     }
 
-    bool hasTableKeys() {
+    bool isPartOfTable() {
         return hasBlock(root(), L"plot_style") || hasBlock(root(), L"aci_table") ||
-               hasBlock(root(), L"custom_lineweight_table");
+               hasBlock(root(), L"custom_lineweight_table") ||
+               root().findItem(L"aci_table_available", PiaItemType::Bool) != nullptr;
     }
 
     /// Takes out optional numbers that do not convert, for which documents have the usual ones.

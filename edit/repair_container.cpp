@@ -280,7 +280,9 @@ std::optional<RecoveredBody> recoverBody(std::string_view file, const PiaLimits&
     }
     StreamFinder found(file, limits);
     const bool isThere = found.find();
-    if (!(isThere && found.data.whole) && looksLikeHeader(file)) {
+    const bool isWhole =
+        isThere && found.data.whole && !found.headerReplaced && found.offset == pia_header::size;
+    if (!isWhole && looksLikeHeader(file)) {
         Assumption assumption;
         if (std::optional<std::string> corrected = withByteCorrected(file, limits, assumption)) {
             notes.assume(std::move(assumption));

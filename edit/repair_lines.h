@@ -37,6 +37,8 @@ class TextEncoding {
 public:
     explicit TextEncoding(std::string_view body);
 
+    /// True for UTF-8 with bytes in it that are no text.
+    bool hasFaults() const { return hasFaults_; }
     /// True when a line needs no `cleaned`.
     bool isClean(std::string_view text) const;
     /// Without zero bytes, carriage returns at the end, and what is no text of the encoding.
@@ -50,7 +52,6 @@ private:
     static std::size_t characterAt(std::string_view text, std::size_t at);
 
     bool isUtf8_;
-    /// True for UTF-8 with wrong bytes in it.
     bool hasFaults_ = false;
 };
 

@@ -41,7 +41,7 @@ TEST_F(CommandRepairTest, ExitCodesSayHowItEnded) {
     expectRun({"repair", "@sound.ctb", "-o", "@copy.ctb"}, 0, HasSubstr("nothing to repair"));
     EXPECT_EQ(read("copy.ctb"), sound_);
     write("none.ctb", std::string(1000, 'x'));
-    expectRefused({"repair", "@none.ctb", "-o", "@out.ctb"}, "it holds no document");
+    expectRefused({"repair", "@none.ctb", "-o", "@out.ctb"}, "no item of it can be read");
     expectRefused({"repair", "@missing.ctb", "-o", "@out.ctb"}, "cannot be read");
     expectRefused({"repair", "@sound.ctb"}, "-o OUT");
     write("checksum.ctb", sound_ + "rest");

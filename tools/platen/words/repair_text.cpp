@@ -41,6 +41,9 @@ void printNotes(const std::string& file, const Notes& notes, KindOf kindOf,
 
 void printRepair(const std::string& file, const platen::RepairResult& result,
                  const Console& console) {
+    if (!result) {
+        return;
+    }
     const std::string name = printable(file);
     printNotes(
         name, result.assumptions, [](const platen::Assumption& note) { return note.code; },
@@ -51,9 +54,6 @@ void printRepair(const std::string& file, const platen::RepairResult& result,
         console.out << name << ": "
                     << counted(result.omittedAssumptions + result.omittedLosses, "further note")
                     << " not listed\n";
-    }
-    if (!result) {
-        return;
     }
     for (const platen::Finding& finding : result.check.findings) {
         console.out << name << ": left: " << platen::describe(finding) << '\n';
