@@ -50,15 +50,18 @@ public:
           notes_(settings.most) {}
 
     RepairResult run() {
-        std::optional<RecoveredBody> body = recoverBody(bytes_, settings_.limits, notes_);
+        const char* reason = "";
+        std::optional<RecoveredBody> body = recoverBody(bytes_, settings_.limits, notes_, reason);
         if (!body) {
-            return unusable("no compressed data of a plotter file can be read in it");
+            return settings_.safeOnly ? unchanged() : unusable(reason);
         }
         if (settings_.safeOnly && !notes_.allSafe()) {
             return unchanged();
         }
         body_ = std::move(*body);
-        if (settings_.safeOnly && body_.form == FileForm::Compressed && !body_.kind) {
+        // Body text alone is no plotter file yet, and a kind that is not known is a guess.
+        if (settings_.safeOnly && (body_.form == FileForm::BodyText ||
+                                   (body_.form == FileForm::Compressed && !body_.kind))) {
             return unchanged();
         }
         result_.form = body_.form;
@@ -301,7 +304,8 @@ private:
     RepairResult unchanged() {
         RepairResult same;
         same.form = body_.form;
-        same.check = checkOf(bytes_);
+        same.check = settings_.safeOnly ? checkBytes(bytes_, settings_.file, {.reading = reading_})
+                                        : checkOf(bytes_);
         same.kind = same.check.kind;
         if (same.check.verdict == Verdict::Errors && !settings_.safeOnly) {
             return unusable("it cannot be used, and nothing in it can be mended");

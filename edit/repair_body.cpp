@@ -16,7 +16,7 @@ using repair_lines::LineKind;
 
 constexpr std::size_t readSize = PiaBodyLines::readSize;
 /// Items that had a name twice are kept for the document to decide, but not without end.
-constexpr std::size_t mostDuplicates = 1000;
+constexpr std::size_t mostDuplicates = 200;
 /// Stands behind such names: no writer of the format makes it.
 constexpr char duplicateMark = '\x1A';
 

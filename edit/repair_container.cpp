@@ -91,9 +91,13 @@ public:
 
 private:
     bool take(std::string_view stream, std::size_t at) {
+        // Fewer bytes than this any data may give by chance.
+        constexpr std::size_t surelyText = 24;
         data = inflate(stream, 0, limits_.bodyBytes);
         offset = at;
-        return (data.whole && data.bytes.size() == 0) || looksLikeBody(data.bytes.view());
+        const std::size_t least = data.whole ? 0 : surelyText;
+        return data.bytes.size() >= least &&
+               (data.bytes.size() == 0 || looksLikeBody(data.bytes.view()));
     }
 
     bool tryAt(std::size_t at) { return at < file_.size() && take(file_.substr(at), at); }
@@ -267,7 +271,11 @@ RecoveredBody textOf(std::string_view file) {
 }  // namespace
 
 std::optional<RecoveredBody> recoverBody(std::string_view file, const PiaLimits& limits,
-                                         RepairNotes& notes) {
+                                         RepairNotes& notes, const char*& reason) {
+    constexpr const char* tooLarge = "it is larger than the reader takes";
+    reason = file.size() > limits.bodyBytes
+                 ? tooLarge
+                 : "no compressed data of a plotter file can be read in it";
     if (file.size() > limits.bodyBytes) {
         return std::nullopt;
     }
@@ -290,9 +298,12 @@ std::optional<RecoveredBody> recoverBody(std::string_view file, const PiaLimits&
             return again.find() ? std::optional(bodyIn(again, *corrected, notes)) : std::nullopt;
         }
     }
+    if (isThere && found.data.stop == Stop::TooLarge) {
+        reason = tooLarge;
+        return std::nullopt;
+    }
     if (isThere) {
-        return found.data.stop == Stop::TooLarge ? std::nullopt
-                                                 : std::optional(bodyIn(found, file, notes));
+        return bodyIn(found, file, notes);
     }
     return looksLikeHeader(file) && file.substr(0, pia_header::size).find('{') == file.npos
                ? std::nullopt

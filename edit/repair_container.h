@@ -20,9 +20,9 @@ struct RecoveredBody {
     bool torn = false;
 };
 
-/// Empty when there is no body within the limits.
+/// Empty when there is no body within the limits; `reason` then says which, as a sentence.
 std::optional<RecoveredBody> recoverBody(std::string_view file, const PiaLimits& limits,
-                                         RepairNotes& notes);
+                                         RepairNotes& notes, const char*& reason);
 
 /// A sound file around body text.
 std::string containerAround(std::string_view body, PiaKind kind);

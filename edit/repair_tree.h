@@ -97,7 +97,12 @@ void TreeRepair::mendNode(PiaBlock& block, const std::wstring& path, const Node&
 
 template <class Entry>
 void TreeRepair::mendEntries(PiaBlock* list, const std::wstring& path) {
-    for (std::size_t index = 0; list != nullptr && index < list->items.size(); ++index) {
+    // Longer ones than any device has are not worth the time.
+    constexpr std::size_t mostEntries = 4000;
+    if (list == nullptr || list->items.size() > mostEntries) {
+        return;
+    }
+    for (std::size_t index = 0; index < list->items.size(); ++index) {
         PiaItem* item = list->items[index];
         if (item->type == PiaItemType::Block) {
             mendNode<Entry>(static_cast<PiaBlock&>(*item), joined(path, item->name));

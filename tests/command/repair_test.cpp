@@ -104,6 +104,8 @@ TEST_F(CommandRepairTest, CheckFixesWhatIsCertainAndNamesTheRest) {
     EXPECT_EQ(read("t/torn.ctb"), sound_.substr(0, 2000));
     EXPECT_FALSE(std::filesystem::exists(path("t/sound.ctb.old")));
 
+    write("none.ctb", "x=1\n");
+    expectRun({"check", "--fix", "@none.ctb"}, 2, HasSubstr("error [json-missing]"));
     expectRefused({"check", "@out.ctb", "--in-place"}, "go with --fix");
     expectRefused({"check", "--fix", "-r", "@t", "-o", "@out.ctb"}, "no room in one OUT");
     expectRefused({"check", "--fix", "@out.ctb", "-o", "@./out.ctb"}, "use --in-place");

@@ -183,7 +183,7 @@ void expectHonest(const std::string& damaged, const std::string& body, const std
 }
 
 TEST(RepairOfRandomDamage, NeverInventsAndPassesTheCheck) {
-    constexpr unsigned rounds = 300;
+    constexpr unsigned rounds = 200;
     std::size_t containers = 0;
     std::size_t bodies = 0;
     for (unsigned seed = 0; seed < rounds; ++seed) {

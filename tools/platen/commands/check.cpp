@@ -143,6 +143,9 @@ ExitCode fixFile(const std::string& file, const CheckOptions& options, const Con
         platen::repair(bytes, {.limits = platen::readingUpTo(options.maxBody).limits,
                                .file = isStream ? std::wstring() : ut::decodePath(file),
                                .safeOnly = true});
+    if (!result) {
+        return fail(console, file, result.reason);
+    }
     const Console said = files::besideData(options.out, console);
     const bool isWritten = options.inPlace || !options.out.empty();
     if (options.json) {
