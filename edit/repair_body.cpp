@@ -15,7 +15,8 @@ using repair_lines::Line;
 using repair_lines::LineKind;
 
 constexpr std::size_t readSize = PiaBodyLines::readSize;
-/// Items that had a name twice are kept for the document to decide, but not without end.
+/// Items that had a name twice are kept for the document to decide, but not without end. Marks of
+/// as many bytes make their names longer at most.
 constexpr std::size_t mostDuplicates = 200;
 /// Stands behind such names: no writer of the format makes it.
 constexpr char duplicateMark = '\x1A';
@@ -283,7 +284,8 @@ void BodySalvage::open(std::string_view indentedName) {
     }
     const std::string key = "{" + std::string(name);
     if (levels_.back().items.contains(key)) {
-        const std::optional<std::string> other = markedName(name, '{');
+        const std::optional<std::string> other =
+            name.size() + mostDuplicates < readSize ? markedName(name, '{') : std::nullopt;
         if (!other) {
             assume(RepairCode::DuplicateDropped, name, {}, name);
             beginLeftOut(indentedName.find_first_not_of(' '));
@@ -378,14 +380,15 @@ void BodySalvage::add(std::string_view before, const std::string& name, char typ
         assume(RepairCode::DuplicateEqual, value, {}, name);
         return;
     }
-    const std::optional<std::string> other = isNumber(name) ? markedName(name, type) : std::nullopt;
-    const std::string marked = other ? *other + line.substr(before.size()) : std::string();
-    if (!other || (marked.size() > readSize && type != '\\')) {
+    const bool isShort = type == '\\' || line.size() + mostDuplicates <= readSize;
+    const std::optional<std::string> other =
+        isNumber(name) && isShort ? markedName(name, type) : std::nullopt;
+    if (!other) {
         assume(RepairCode::DuplicateDropped, value, there->second, name);
         lose(Loss::Unit::Items, 1, line);
         return;
     }
-    emit(marked);
+    emit(*other + line.substr(before.size()));
 }
 
 std::optional<std::string> BodySalvage::markedName(std::string_view name, char type) {

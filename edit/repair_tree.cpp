@@ -56,9 +56,10 @@ bool differInOneLetter(std::wstring_view left, std::wstring_view right) {
     if (right.size() - left.size() > 1 || left == right) {
         return false;
     }
-    const auto [differs, other] = std::ranges::mismatch(left, right);
-    const std::wstring_view restOfLeft(differs, left.end());
-    const std::wstring_view restOfRight(other, right.end());
+    const auto equal =
+        static_cast<std::size_t>(std::ranges::mismatch(left, right).in1 - left.begin());
+    const std::wstring_view restOfLeft = left.substr(equal);
+    const std::wstring_view restOfRight = right.substr(equal);
     if (left.size() < right.size()) {
         return restOfLeft == restOfRight.substr(1);
     }

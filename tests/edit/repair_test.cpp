@@ -201,6 +201,9 @@ TEST(Repair, DamagedLinesCostNoMoreThanThemselves) {
          "line-too-long", "13 bytes",
          edited(full, " config_description=\"described\n",
                 " x=\"" + longText.substr(0, 507) + "\n")},
+        // Too long for another name, which the next item must not get.
+        {full + "7=\"x" + longText.substr(0, 400) + "\n7=\"" + longText.substr(0, 400) + "\n8=1\n",
+         "duplicate-dropped", "1 items", full + "7=\"x" + longText.substr(0, 400) + "\n8=1\n"},
         {edited(full, " config_description=\"described", fullLine), "line-full", "",
          edited(full, " config_description=\"described", fullLine)},
     };
