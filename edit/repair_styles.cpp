@@ -229,7 +229,8 @@ private:
             double value = 0;
             if (there == nullptr) {
                 repair_.assume(RepairCode::KeyDefault, *block, place, {}, usual);
-                insertItem(*block, copyOf(*model.items[index], std::to_wstring(index)), index);
+                insertItem(*block, copyWithLines(*model.items[index], std::to_wstring(index)),
+                           index);
             } else if (!ut::scanDouble(there->value.str(), value)) {
                 repair_.assume(RepairCode::ValueDefault, *there, place, there->value, usual);
                 there->value = usual;

@@ -6,6 +6,7 @@
 
 #include <platen/edit_items.h>
 #include <platen/utcore.h>
+#include "inspect/item_values.h"
 #include "plotstyle/index_name.h"
 
 namespace platen {
@@ -170,26 +171,12 @@ std::wstring textOf(const PiaItem& item) {
     }
 }
 
-std::unique_ptr<PiaItem> copyOf(const PiaItem& item, std::wstring_view name) {
-    if (item.type != PiaItemType::Block) {
-        return withLine(itemOf(item.type, name, textOf(item)), item);
-    }
-    auto copy = std::make_unique<PiaBlock>(name);
-    PiaAccess::setLine(*copy, item.line());
-    std::vector<PiaBlock*> open{copy.get()};
-    for (PiaWalk walk(static_cast<const PiaBlock&>(item)); walk.next();) {
-        if (walk.isEnd()) {
-            open.pop_back();
-            continue;
-        }
-        const PiaItem& child = walk.item();
-        const bool isBlock = child.type == PiaItemType::Block;
-        std::unique_ptr<PiaItem> added =
-            withLine(itemOf(child.type, child.name, isBlock ? L"" : textOf(child)), child);
-        PiaItem* borrowed = added.release();
-        PiaAccess::append(*open.back(), borrowed);
-        if (isBlock) {
-            open.push_back(static_cast<PiaBlock*>(borrowed));
+std::unique_ptr<PiaItem> copyWithLines(const PiaItem& item, std::wstring_view name) {
+    std::unique_ptr<PiaItem> copy = withLine(copyOf(item, name), item);
+    if (item.type == PiaItemType::Block) {
+        PiaWalk walk(static_cast<const PiaBlock&>(item));
+        for (PiaWalk other(static_cast<const PiaBlock&>(*copy)); walk.next() && other.next();) {
+            PiaAccess::setLine(other.item(), walk.item().line());
         }
     }
     return copy;
@@ -231,7 +218,7 @@ void TreeRepair::drop(PiaBlock& parent, const PiaItem* item, const std::wstring&
 
 PiaItem* TreeRepair::rename(PiaBlock& parent, const PiaItem* item, std::wstring_view name) {
     const std::size_t position = placeOf(parent, item);
-    std::unique_ptr<PiaItem> copy = copyOf(*item, name);
+    std::unique_ptr<PiaItem> copy = copyWithLines(*item, name);
     parent.removeItem(item);
     return insertItem(parent, std::move(copy), position);
 }
@@ -350,7 +337,7 @@ bool TreeRepair::mendKey(PiaBlock& block, const PiaBlock& defaults, const PiaFin
     } else {
         assume(RepairCode::KeyDefault, *parent, full, {}, textOf(*standard));
     }
-    return insertItem(*parent, copyOf(*standard, rest), place) != nullptr;
+    return insertItem(*parent, copyWithLines(*standard, rest), place) != nullptr;
 }
 
 bool TreeRepair::takeNearest(PiaBlock& block, const PiaBlock& defaults, const PiaItem& model,
@@ -361,7 +348,7 @@ bool TreeRepair::takeNearest(PiaBlock& block, const PiaBlock& defaults, const Pi
         assume(code, item, path, std::move(found), std::move(taken));
         const std::size_t place = placeOf(block, &item);
         std::unique_ptr<PiaItem> mended =
-            item.type == model.type ? copyOf(item, name)
+            item.type == model.type ? copyWithLines(item, name)
                                     : withLine(itemOf(model.type, name, textOf(item)), item);
         block.removeItem(&item);
         return insertItem(block, std::move(mended), place) != nullptr;

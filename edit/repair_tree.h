@@ -67,8 +67,8 @@ private:
 
 /// A block of that name, or null.
 PiaBlock* blockIn(const PiaBlock& parent, std::wstring_view name);
-/// A copy that the caller owns, under the name.
-std::unique_ptr<PiaItem> copyOf(const PiaItem& item, std::wstring_view name);
+/// A copy of an item, under another name, whose lines are those of the item.
+std::unique_ptr<PiaItem> copyWithLines(const PiaItem& item, std::wstring_view name);
 /// Adds an item before the one at `position`; null when its name is taken.
 PiaItem* insertItem(PiaBlock& parent, std::unique_ptr<PiaItem> item, std::size_t position);
 /// The text of an item that is no block, or the lines of a block in one.

@@ -2,74 +2,33 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
-#include <random>
 #include <set>
 
 #include <platen/edit.h>
 #include <platen/inspect.h>
 #include "tests/inspect/found.h"
-#include "tests/support/configurations.h"
-#include "tests/support/documents.h"
+#include "tests/support/random_documents.h"
+#include "tests/support/trees.h"
 
 namespace {
-
-class Chance {
-public:
-    explicit Chance(unsigned seed) : random_(seed) {}
-
-    std::size_t below(std::size_t end) {
-        return end == 0 ? 0 : std::uniform_int_distribution<std::size_t>(0, end - 1)(random_);
-    }
-
-private:
-    std::mt19937 random_;
-};
-
-std::string randomTable(bool byColour, Chance& chance) {
-    const std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(byColour, L"Pl\u00E4ne"));
-    for (std::size_t added = chance.below(byColour ? 1 : 30); added > 0; --added) {
-        table->addStyle((L"Style " + std::to_wstring(added)).c_str(), -1, nullptr);
-    }
-    for (std::size_t index = 0; index < table->size(); ++index) {
-        table->style(index)->setScreen(static_cast<int>(chance.below(101)));
-        table->style(index)->setDesc(
-            std::wstring(chance.below(20), L'a' + static_cast<wchar_t>(chance.below(26))));
-    }
-    return bodyOfDocument(*table);
-}
-
-/// The same with other digits in its numbers.
-std::string withOtherDigits(std::string body, Chance& chance) {
-    for (const BodyItem& item : itemsOf(body)) {
-        for (std::size_t at = body.find('=', item.begin) + 1; at < item.end; ++at) {
-            if (body[at] >= '1' && body[at] <= '9' && chance.below(4) == 0) {
-                body[at] = static_cast<char>('1' + chance.below(9));
-            }
-        }
-    }
-    return body;
-}
 
 struct Document {
     std::string body;
     PiaKind kind;
 };
 
-Document randomDocument(Chance& chance) {
-    switch (chance.below(4)) {
-        case 0:
-            return {randomTable(true, chance), PiaKind::Ctb};
-        case 1:
-            return {randomTable(false, chance), PiaKind::Stb};
-        case 2:
-            return {withOtherDigits(fullConfiguration, chance), PiaKind::Pc3};
-        default:
-            return {withOtherDigits(fullParameters, chance), PiaKind::Pc3};
-    }
+Document randomDocument(RandomDocuments& random) {
+    const RandomKind kind = randomKinds[random.below(std::size(randomKinds))];
+    Document document;
+    PiaReport report;
+    EXPECT_TRUE(piaWriteBody(*random.make(kind), document.body, report));
+    document.kind = kind == RandomKind::Ctb || kind == RandomKind::CtbWithoutIndex ? PiaKind::Ctb
+                    : kind == RandomKind::Stb || kind == RandomKind::StbWithIndex  ? PiaKind::Stb
+                                                                                   : PiaKind::Pc3;
+    return document;
 }
 
-void damage(std::string& bytes, Chance& chance) {
+void damage(std::string& bytes, RandomDocuments& chance) {
     if (bytes.empty()) {
         return;
     }
@@ -188,7 +147,7 @@ TEST(RepairOfRandomDamage, NeverInventsAndPassesTheCheck) {
     std::size_t bodies = 0;
     for (unsigned seed = 0; seed < rounds; ++seed) {
         SCOPED_TRACE(seed);
-        Chance chance(seed);
+        RandomDocuments chance(seed);
         const auto [body, kind] = randomDocument(chance);
         std::string file = fileAround(body, kind);
         std::string text = body;

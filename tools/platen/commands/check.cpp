@@ -12,6 +12,7 @@
 #include "tools/platen/commands/list.h"
 #include "tools/platen/console/remedies.h"
 #include "tools/platen/files/batch.h"
+#include "tools/platen/files/destination.h"
 #include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
@@ -43,10 +44,7 @@ struct CheckOptions {
     bool printers = false;
     /// Mend what is safe to mend.
     bool fix = false;
-    bool inPlace = false;
-    /// The old file is kept under its name and this, unless it is empty.
-    std::string backupSuffix;
-    std::string out;
+    files::Destination destination;
     std::uint64_t maxBody = files::usualMaxBody;
 };
 
@@ -111,16 +109,19 @@ ExitCode checkFile(const std::string& file, const CheckOptions& options, const C
 
 /// Puts the mended file where it belongs.
 ExitCode storeFixed(const std::string& file, const std::string& before, const std::string& after,
-                    const CheckOptions& options, const Console& console) {
-    if (!options.out.empty()) {
-        return files::writeBytes(after, options.out, console);
+                    const files::Destination& destination, const Console& console) {
+    if (destination.dryRun) {
+        return ExitCode::Ok;
     }
-    if (!options.inPlace || before == after) {
+    if (!destination.out.empty()) {
+        return files::writeBytes(after, destination.out, console);
+    }
+    if (!destination.inPlace || before == after) {
         return ExitCode::Ok;
     }
     const std::wstring path = ut::decodePath(file);
-    if (!options.backupSuffix.empty()) {
-        const ExitCode kept = files::writeBytes(before, file + options.backupSuffix, console);
+    if (!destination.backupSuffix.empty()) {
+        const ExitCode kept = files::writeBytes(before, file + destination.backupSuffix, console);
         if (kept != ExitCode::Ok) {
             return kept;
         }
@@ -134,6 +135,7 @@ ExitCode storeFixed(const std::string& file, const std::string& before, const st
 }
 
 ExitCode fixFile(const std::string& file, const CheckOptions& options, const Console& console) {
+    const files::Destination& destination = options.destination;
     std::string bytes;
     if (!files::readBytes(file, bytes, options.maxBody, console)) {
         return ExitCode::Error;
@@ -146,8 +148,8 @@ ExitCode fixFile(const std::string& file, const CheckOptions& options, const Con
     if (!result) {
         return fail(console, file, result.reason);
     }
-    const Console said = files::besideData(options.out, console);
-    const bool isWritten = options.inPlace || !options.out.empty();
+    const Console said = files::besideData(destination.out, console);
+    const bool isWritten = !destination.dryRun && (destination.inPlace || !destination.out.empty());
     if (options.json) {
         said.out << platen::repairJson(file, result) << '\n';
     } else {
@@ -162,32 +164,31 @@ ExitCode fixFile(const std::string& file, const CheckOptions& options, const Con
     }
     const bool isLeft = !isWritten && !result.assumptions.empty();
     return worse(isLeft ? ExitCode::Warnings : found,
-                 storeFixed(file, bytes, result.bytes, options, console));
+                 storeFixed(file, bytes, result.bytes, destination, console));
 }
 
-/// What is wrong with the options taken together; empty when nothing is.
-std::string usageFault(const CheckOptions& options) {
+/// What is wrong with the options taken together, now that the files are known; empty when nothing
+/// is.
+std::string usageFault(const CheckOptions& options, const files::Selected& selected) {
+    const auto& [out, inPlace, dryRun, backupSuffix] = options.destination;
     if (!options.fix) {
-        return options.inPlace || !options.out.empty() ? "-o and --in-place go with --fix" : "";
+        return inPlace || dryRun || !out.empty() ? "-o, --in-place and --dry-run go with --fix"
+                                                 : "";
     }
-    if (options.inPlace && !options.out.empty()) {
+    if (inPlace && !out.empty()) {
         return "say where the result goes: either -o OUT or --in-place";
     }
-    return options.backupSuffix.find_first_of("/\\") == std::string::npos
-               ? ""
-               : "the suffix of --in-place only ends a name; leave slashes out";
-}
-
-/// The same once the files are known.
-std::string usageFault(const CheckOptions& options, const files::Selected& selected) {
-    if (!options.out.empty() && (selected.isBatch || selected.files.size() != 1)) {
+    if (backupSuffix.find_first_of("/\\") != std::string::npos) {
+        return "the suffix of --in-place only ends a name; leave slashes out";
+    }
+    if (!out.empty() && (selected.isBatch || selected.files.size() != 1)) {
         return "many files have no room in one OUT; use --in-place";
     }
     for (const std::string& file : selected.files) {
-        if (!options.out.empty() && files::isSameFile(file, options.out)) {
+        if (!out.empty() && files::isSameFile(file, out)) {
             return "OUT is the file itself; use --in-place for that";
         }
-        if (options.inPlace && file == files::standardStream) {
+        if (inPlace && file == files::standardStream) {
             return "standard input cannot be changed in place; write the result with -o OUT";
         }
     }
@@ -198,9 +199,6 @@ std::string usageFault(const CheckOptions& options, const files::Selected& selec
 ExitCode run(const CheckOptions& options, const Console& console) {
     if (const std::string fault = printers::printersFault(); options.printers && !fault.empty()) {
         return fail(console, "", "--printers cannot be used: " + fault);
-    }
-    if (const std::string fault = usageFault(options); !fault.empty()) {
-        return fail(console, "", fault);
     }
     const files::Selected selected = files::select(options.selection, console);
     if (const std::string fault = usageFault(options, selected); !fault.empty()) {
@@ -225,8 +223,7 @@ CommandEntry addCheck(CLI::App& program) {
     command->add_flag("--printers", options->printers,
                       "Ask the printers of configurations, too (Windows)");
     command->add_flag("--fix", options->fix, "Mend what is safe to mend");
-    arguments::addOutput(command, options->out);
-    arguments::addInPlace(command, options->inPlace, options->backupSuffix);
+    files::addDestination(command, options->destination);
     arguments::addMaxBody(command, options->maxBody);
     return entryOf(command, options, run);
 }
