@@ -67,19 +67,19 @@ TEST_F(CommandDiffTest, FoldersSayWhatBecameOfFiles) {
     copy("b.ctb", "old/gone.ctb");
     write("old/notes.txt", "notes");
     prepare({"create", "stb", "-o", "@new/more.stb"});
-    const CommandResult result = run({"diff", "@old", "@new"});
+    const CommandResult result = run({"diff", "-r", "@old", "@new"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.out, "removed: " + path("old/gone.ctb") + "\nadded: " + path("new/more.stb") +
                               "\nrenamed: " + path("old/first.ctb") + " -> " +
                               path("new/deep/second.ctb") + "\nchanged: " + path("old/deep/x.ctb") +
                               "\n  Color 1-2: lineweight 0 mm -> 0.35 mm\n"
                               "  Color 9: screening 100 % -> 5 %\n");
-    EXPECT_THAT(run({"diff", "@old", "@new", "--json"}).out,
+    EXPECT_THAT(run({"diff", "-r", "@old", "@new", "--json"}).out,
                 AllOf(HasSubstr("{\"schema\":\"platen.diff-file/1\",\"change\":\"renamed\""),
                       HasSubstr("{\"schema\":\"platen.diff/1\""), Not(HasSubstr("same.ctb"))));
-    EXPECT_EQ(run({"diff", "@old", "@old"}).code, 0);
+    EXPECT_EQ(run({"diff", "-r", "@old", "@old"}).code, 0);
     write("new/same.ctb", "damaged");
-    EXPECT_EQ(run({"diff", "@old", "@new"}).code, 2);
+    EXPECT_EQ(run({"diff", "-r", "@old", "@new"}).code, 2);
 }
 
 TEST_F(CommandDiffTest, ChangesApplyToOtherFiles) {
@@ -89,10 +89,10 @@ TEST_F(CommandDiffTest, ChangesApplyToOtherFiles) {
     writeFile("old/c.pc3", fullConfiguration, PiaKind::Pc3);
     const std::string config = read("old/c.pc3");
 
-    CommandResult result = run({"apply", "@changes", "@old", "--dry-run"});
+    CommandResult result = run({"apply", "@changes", "-r", "@old", "--dry-run"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(read("old/deep/x.ctb"), read("a.ctb"));
-    result = run({"apply", "@changes", "@old"});
+    result = run({"apply", "@changes", "-r", "@old", "--in-place"});
     EXPECT_EQ(result.code, 1);
     EXPECT_THAT(result.out, AllOf(HasSubstr("x.ctb: 3 changes made, 0 already there, 0 do not fit"),
                                   HasSubstr("other.ctb: 2 changes made, 0 already there, 1 does")));
@@ -102,20 +102,20 @@ TEST_F(CommandDiffTest, ChangesApplyToOtherFiles) {
     EXPECT_EQ(read("old/c.pc3"), config);
 
     const std::string before = read("old/deep/x.ctb");
-    EXPECT_EQ(run({"apply", "@changes", "@old/deep/x.ctb"}).code, 0);
+    EXPECT_EQ(run({"apply", "@changes", "@old/deep/x.ctb", "--in-place"}).code, 0);
     EXPECT_EQ(read("old/deep/x.ctb"), before);
     // Whoever names a file means it.
-    EXPECT_EQ(run({"apply", "@changes", "@old/c.pc3"}).code, 1);
+    EXPECT_EQ(run({"apply", "@changes", "@old/c.pc3", "--in-place"}).code, 1);
     write("changes", "nonsense");
-    expectRefused({"apply", "@changes", "@old/c.pc3"}, "not one JSON object");
-    expectRefused({"apply", "@none", "@old/c.pc3"}, "none");
+    expectRefused({"apply", "@changes", "@old/c.pc3", "--in-place"}, "not one JSON object");
+    expectRefused({"apply", "@none", "@old/c.pc3", "--in-place"}, "none");
     // A style more or less makes a table for colours no table.
     prepare({"create", "stb", "-o", "@one.stb"});
     set("one.stb", "two.stb", {"plot_style/0/name=Other"});
     write("changes", replaced(replaced(run({"diff", "@one.stb", "@two.stb", "--json"}).out,
                                        "\"removed\"", "\"added\""),
                               "\"before\":[{", "\"after\":[{"));
-    EXPECT_EQ(run({"apply", "@changes", "@a.ctb"}).code, 2);
+    EXPECT_EQ(run({"apply", "@changes", "@a.ctb", "--in-place"}).code, 2);
 }
 
 TEST_F(CommandDiffTest, StatesMerge) {

@@ -11,7 +11,8 @@
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
-#include "tools/platen/files/folder_pairs.h"
+#include "tools/platen/files/destination.h"
+#include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
 
 namespace cli::commands {
@@ -22,19 +23,20 @@ constexpr const char* help =
 names (a style, a paper, a colour), and a line weight by its millimetres, so that it means the same
 in other files. It is made where the file is as it was before the change; where the file is already
 as after it, nothing is to do; everywhere else it does not fit, is listed with the reason, and the
-file keeps what it has. Of folders, the plotter files of the kind that was compared are changed.
+file keeps what it has. Of folders and lists, the files of the kind that was compared are changed.
 
 Exit codes: 0 all changes are there, 1 some did not fit, 2 an error.
 
 Examples:
   platen diff a.ctb b.ctb --json > thicker.json
   platen apply thicker.json other.ctb --dry-run
-  platen apply thicker.json other.ctb plotters)";
+  platen apply thicker.json other.ctb --in-place=.bak
+  platen apply thicker.json -r plotters --in-place=.bak)";
 
 struct ApplyOptions {
     std::string changes;
-    std::vector<std::string> files;
-    bool dryRun = false;
+    files::Selection selection;
+    files::Destination destination;
     std::uint64_t maxBody = files::usualMaxBody;
 };
 
@@ -46,108 +48,85 @@ bool isTable(platen::FileKind kind) {
     return kind == platen::FileKind::Ctb || kind == platen::FileKind::Stb;
 }
 
-class Application {
-public:
-    Application(const ApplyOptions& options, const Console& console)
-        : options_(options), console_(console) {}
-
-    ExitCode run() {
-        if (!readChanges()) {
-            return ExitCode::Error;
-        }
-        ExitCode worst = ExitCode::Ok;
-        for (const std::string& name : options_.files) {
-            if (!ut::folderExists(ut::decodePath(name))) {
-                worst = worse(worst, change(name, false));
-                continue;
-            }
-            const files::FileWalk walk = files::walkFiles(name);
-            for (const files::FileWalk::Fault& fault : walk.faults) {
-                worst = worse(worst, fail(console_, fault.path, fault.reason));
-            }
-            for (const std::string& file : walk.files) {
-                if (files::isPlotterFile(file)) {
-                    worst = worse(worst, change(file, true));
-                }
-            }
-        }
-        return worst;
+bool readChanges(const ApplyOptions& options, platen::ChangeList& changes, const Console& console) {
+    ut::ByteBuffer bytes;
+    bool tooLarge = false;
+    const ut::SystemError error =
+        ut::readFile(ut::decodePath(options.changes), options.maxBody, bytes, tooLarge);
+    if (error || tooLarge) {
+        fail(console, options.changes,
+             tooLarge ? "the file is too large; allow more with --max-body" : error.message());
+        return false;
     }
-
-private:
-    bool readChanges() {
-        ut::ByteBuffer bytes;
-        bool tooLarge = false;
-        const ut::SystemError error =
-            ut::readFile(ut::decodePath(options_.changes), options_.maxBody, bytes, tooLarge);
-        if (error || tooLarge) {
-            fail(console_, options_.changes,
-                 tooLarge ? "the file is too large; allow more with --max-body" : error.message());
-            return false;
-        }
-        const platen::EditResult done = platen::readChanges(bytes.view(), changes_);
-        if (!done) {
-            fail(console_, options_.changes, done->reason);
-        }
-        return static_cast<bool>(done);
+    const platen::EditResult done = platen::readChanges(bytes.view(), changes);
+    if (!done) {
+        fail(console, options.changes, done->reason);
     }
+    return static_cast<bool>(done);
+}
 
-    /// Folders hold files that the changes are not meant for.
-    bool isMeant(platen::FileKind kind) const {
-        return changes_.kind == platen::FileKind::Pia || kind == changes_.kind ||
-               (isTable(kind) && isTable(changes_.kind));
+/// Folders hold files that the changes are not meant for; whoever names a file means it.
+bool isMeant(platen::FileKind kind, const std::string& file, const platen::ChangeList& changes,
+             const ApplyOptions& options) {
+    return changes.kind == platen::FileKind::Pia || kind == changes.kind ||
+           (isTable(kind) && isTable(changes.kind)) ||
+           std::ranges::find(options.selection.named, file) != options.selection.named.end();
+}
+
+ExitCode tellMisfits(const std::string& file, const platen::ChangeList& changes,
+                     const platen::ApplyResult& applied, const Console& console) {
+    constexpr std::size_t shown = 50;
+    const std::vector<std::string> lines = platen::describeMisfits(changes.changes, applied);
+    for (std::size_t index = 0; index < std::min(lines.size(), shown); ++index) {
+        warn(console, file, "does not fit: " + lines[index]);
     }
-
-    ExitCode change(const std::string& file, bool inFolder) {
-        platen::SourceFile source;
-        if (!files::readSource(file, source, console_, platen::readingUpTo(options_.maxBody))) {
-            return ExitCode::Error;
-        }
-        const platen::DocumentState before = platen::documentState(source.input());
-        if (inFolder && !isMeant(before.kind)) {
-            return ExitCode::Ok;
-        }
-        const platen::ApplyResult applied =
-            platen::applyChanges(*source.input().root(), changes_.changes);
-        const std::string lost =
-            platen::lostDocument(before, platen::documentState(source.input()));
-        if (!lost.empty()) {
-            return fail(console_, file, lost + "; nothing was written");
-        }
-        ExitCode worst = ExitCode::Ok;
-        if (applied.made > 0 && !options_.dryRun) {
-            worst = files::writeSource(source, true, file, console_);
-            if (worst == ExitCode::Error) {
-                return worst;
-            }
-        }
-        console_.out << printable(file) << ": "
-                     << counted(applied.made, options_.dryRun ? "would be made" : "made") << ", "
-                     << applied.alreadyThere << " already there, " << applied.misfits
-                     << (applied.misfits == 1 ? " does not fit\n" : " do not fit\n");
-        return worse(worst, tellMisfits(file, applied));
+    if (lines.size() > shown) {
+        warn(console, file, "and " + std::to_string(lines.size() - shown) + " more");
     }
+    return applied.misfits == 0 ? ExitCode::Ok : ExitCode::Difference;
+}
 
-    ExitCode tellMisfits(const std::string& file, const platen::ApplyResult& applied) const {
-        constexpr std::size_t shown = 50;
-        const std::vector<std::string> lines = platen::describeMisfits(changes_.changes, applied);
-        for (std::size_t index = 0; index < std::min(lines.size(), shown); ++index) {
-            warn(console_, file, "does not fit: " + lines[index]);
-        }
-        if (lines.size() > shown) {
-            warn(console_, file, "and " + std::to_string(lines.size() - shown) + " more");
-        }
-        return applied.misfits == 0 ? ExitCode::Ok : ExitCode::Difference;
+ExitCode change(const std::string& file, const platen::ChangeList& changes,
+                const ApplyOptions& options, const Console& console) {
+    platen::SourceFile source;
+    if (!files::readSource(file, source, console, platen::readingUpTo(options.maxBody))) {
+        return ExitCode::Error;
     }
-
-    const ApplyOptions& options_;
-    const Console& console_;
-    platen::ChangeList changes_;
-};
+    const platen::DocumentState before = platen::documentState(source.input());
+    if (!isMeant(before.kind, file, changes, options)) {
+        return ExitCode::Ok;
+    }
+    PiaBlock& root = *source.input().root();
+    const platen::ApplyResult applied = platen::applyChanges(root, changes.changes);
+    const std::string lost = platen::lostDocument(before, platen::documentState(source.input()));
+    if (!lost.empty()) {
+        return fail(console, file, lost + "; nothing was written");
+    }
+    const bool isDry = options.destination.dryRun;
+    if (!isDry) {
+        const ExitCode stored =
+            files::storeChanged(file, options.destination, source, root, applied.made > 0, console);
+        if (stored == ExitCode::Error) {
+            return stored;
+        }
+    }
+    files::besideData(options.destination.out, console).out
+        << printable(file) << ": " << counted(applied.made, isDry ? "would be made" : "made")
+        << ", " << applied.alreadyThere << " already there, " << applied.misfits
+        << (applied.misfits == 1 ? " does not fit\n" : " do not fit\n");
+    return tellMisfits(file, changes, applied, console);
+}
 
 /// Makes the differences of two files in others.
 ExitCode run(const ApplyOptions& options, const Console& console) {
-    return Application(options, console).run();
+    platen::ChangeList changes;
+    if (!readChanges(options, changes, console)) {
+        return ExitCode::Error;
+    }
+    return files::changeFiles(options.selection, options.destination, console,
+                              [&](const std::string& file, const Console& own) {
+                                  return change(file, changes, options, own);
+                              });
 }
 
 }  // namespace
@@ -159,9 +138,8 @@ CommandEntry addApply(CLI::App& program) {
     arguments::takeText(
         command->add_option("CHANGES", options->changes, "What platen diff --json printed"))
         ->required();
-    arguments::takeText(command->add_option("FILE", options->files, "Files and folders to change"))
-        ->required();
-    command->add_flag("--dry-run", options->dryRun, "Say what would be done, and write nothing");
+    files::addFiles(command, options->selection);
+    files::addDestination(command, options->destination);
     arguments::addMaxBody(command, options->maxBody);
     return entryOf(command, options, run);
 }

@@ -119,19 +119,15 @@ ExitCode storeFixed(const std::string& file, const std::string& before, const st
     if (!destination.inPlace || before == after) {
         return ExitCode::Ok;
     }
-    const std::wstring path = ut::decodePath(file);
-    if (!destination.backupSuffix.empty()) {
-        const ExitCode kept = files::writeBytes(before, file + destination.backupSuffix, console);
-        if (kept != ExitCode::Ok) {
-            return kept;
+    return files::keepingCopy(file, destination, before, console, [&] {
+        const std::wstring path = ut::decodePath(file);
+        if (!platen::FileMark(path, before).differsNow(path)) {
+            return files::writeBytes(after, file, console);
         }
-    }
-    if (platen::FileMark(path, before).differsNow(path)) {
         PiaReport report;
         report.fail({.code = PiaCode::FileChanged});
         return fail(console, file, report);
-    }
-    return files::writeBytes(after, file, console);
+    });
 }
 
 ExitCode fixFile(const std::string& file, const CheckOptions& options, const Console& console) {

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/arguments/suggest.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/files/batch.h"
 #include "tools/platen/files/folder_pairs.h"
 #include "tools/platen/files/source.h"
 
@@ -33,8 +35,8 @@ Examples:
       Color 1-9, 250-255: lineweight 0.25 mm -> 0.35 mm, screening 100 % -> 50 %
   platen diff old.pc3 new.pc3 --only media,custom
   platen diff a.ctb b.ctb --only lineweight --json > thicker.json
-  platen apply thicker.json other.ctb
-  platen diff plotters-2023 plotters-2024)";
+  platen apply thicker.json other.ctb --in-place=.bak
+  platen diff -r plotters-2023 plotters-2024)";
 
 struct DiffOptions {
     std::string before;
@@ -42,6 +44,8 @@ struct DiffOptions {
     /// Keys, with commas between them; empty for all.
     std::string only;
     bool json = false;
+    /// Of folders.
+    files::Selection selection;
     std::uint64_t maxBody = files::usualMaxBody;
 };
 
@@ -67,7 +71,12 @@ public:
             return fail(console_, folders ? options_.after : options_.before,
                         "this is no folder, and the other is; name two files or two folders");
         }
-        return folders ? compareFolders() : compareFiles(options_.before, options_.after, false);
+        if (folders && !options_.selection.recursive) {
+            return fail(console_, options_.before,
+                        "this is a folder; add -r for all plotter files in it");
+        }
+        return folders ? compareFolders()
+                       : compareFiles(options_.before, options_.after, false, console_);
     }
 
 private:
@@ -86,10 +95,18 @@ private:
         for (const files::FolderPairs::Names& names : pairs.renamed) {
             worst = worse(worst, tellFile(names.before, names.after));
         }
+        files::Selected selected;
+        selected.code = worst;
+        selected.isBatch = true;
+        std::map<std::string, std::string> others;
         for (const files::FolderPairs::Names& names : pairs.both) {
-            worst = worse(worst, compareFiles(names.before, names.after, true));
+            selected.files.push_back(names.before);
+            others.emplace(names.before, names.after);
         }
-        return worst;
+        return files::forEachFile(selected, {.doing = "comparing", .jobs = options_.selection.jobs},
+                                  console_, [&](const std::string& file, const Console& own) {
+                                      return compareFiles(file, others.at(file), true, own);
+                                  });
     }
 
     ExitCode tellFile(const std::string& before, const std::string& after) {
@@ -106,12 +123,13 @@ private:
         return ExitCode::Difference;
     }
 
-    ExitCode compareFiles(const std::string& before, const std::string& after, bool inFolders) {
+    ExitCode compareFiles(const std::string& before, const std::string& after, bool inFolders,
+                          const Console& console) const {
         platen::SourceFile one;
         platen::SourceFile other;
         const PiaReadOptions reading = platen::readingUpTo(options_.maxBody);
-        const bool read = files::readSource(before, one, console_, reading);
-        if (!files::readSource(after, other, console_, reading) || !read) {
+        const bool read = files::readSource(before, one, console, reading);
+        if (!files::readSource(after, other, console, reading) || !read) {
             return ExitCode::Error;
         }
         if (!inFolders && !knowsKeys(one, other)) {
@@ -121,30 +139,31 @@ private:
         platen::keepOnly(comparison, only_);
         if (options_.json) {
             if (!inFolders || !comparison.equal()) {
-                console_.out << platen::diffJson({before, platen::recognise(one.input()).kind},
-                                                 {after, platen::recognise(other.input()).kind},
-                                                 comparison)
-                             << '\n';
+                console.out << platen::diffJson({before, platen::recognise(one.input()).kind},
+                                                {after, platen::recognise(other.input()).kind},
+                                                comparison)
+                            << '\n';
             }
         } else {
-            tell(before, comparison, inFolders);
+            tell(before, comparison, inFolders, console);
         }
         return comparison.equal() ? ExitCode::Ok : ExitCode::Difference;
     }
 
-    void tell(const std::string& file, const platen::Comparison& comparison, bool inFolders) {
+    static void tell(const std::string& file, const platen::Comparison& comparison, bool inFolders,
+                     const Console& console) {
         const std::vector<std::string> lines = platen::describe(comparison);
         if (inFolders && !lines.empty()) {
-            console_.out << (comparison.equal() ? "same content: " : "changed: ") << printable(file)
-                         << '\n';
+            console.out << (comparison.equal() ? "same content: " : "changed: ") << printable(file)
+                        << '\n';
         }
         for (const std::string& line : lines) {
-            console_.out << (inFolders ? "  " : "") << line << '\n';
+            console.out << (inFolders ? "  " : "") << line << '\n';
         }
     }
 
     /// A mistyped key would find that the files are equal.
-    bool knowsKeys(const platen::SourceFile& one, const platen::SourceFile& other) {
+    bool knowsKeys(const platen::SourceFile& one, const platen::SourceFile& other) const {
         std::vector<std::wstring> names;
         for (const platen::SourceFile* file : {&one, &other}) {
             for (PiaWalk walk(*file->input().root()); !only_.empty() && walk.next();) {
@@ -189,6 +208,7 @@ CommandEntry addDiff(CLI::App& program) {
     arguments::takeText(command->add_option(
         "--only", options->only, "Keys that count, with commas between them; all when left out"));
     command->add_flag("--json", options->json, "Print JSON, one object a line");
+    files::addBatch(command, options->selection);
     arguments::addMaxBody(command, options->maxBody);
     return entryOf(command, options, run);
 }

@@ -1,9 +1,12 @@
 #include "tools/platen/files/destination.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
+#include <system_error>
 
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
+#include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/output.h"
 
 namespace cli::files {
@@ -50,16 +53,43 @@ void addDestination(CLI::App* command, Destination& destination) {
     });
 }
 
-ExitCode changeFiles(const std::string& named, const Selection& selection,
-                     const Destination& destination, const Console& console, const FileWork& work) {
-    if (const std::string fault = usageFault(named, destination); !fault.empty()) {
-        return fail(console, named, fault);
+ExitCode changeFiles(const Selection& selection, const Destination& destination,
+                     const Console& console, const FileWork& work) {
+    const std::string& first = selection.named.front();
+    if (const std::string fault = usageFault(first, destination); !fault.empty()) {
+        return fail(console, first, fault);
     }
-    const Selected selected = select(named, selection, console);
-    if (selected.isBatch && !destination.out.empty()) {
-        return fail(console, named, "many files have no room in one OUT; add --in-place");
+    const Selected selected = select(selection, console);
+    if ((selected.isBatch || selected.files.size() > 1) && !destination.out.empty()) {
+        return fail(console, first, "many files have no room in one OUT; add --in-place");
     }
     return forEachFile(selected, {.doing = "changing", .jobs = selection.jobs}, console, work);
+}
+
+ExitCode changeFiles(const std::string& named, const Selection& selection,
+                     const Destination& destination, const Console& console, const FileWork& work) {
+    Selection one = selection;
+    one.named = {named};
+    return changeFiles(one, destination, console, work);
+}
+
+ExitCode keepingCopy(const std::string& file, const Destination& destination,
+                     std::string_view bytes, const Console& console,
+                     const std::function<ExitCode()>& write) {
+    if (destination.backupSuffix.empty()) {
+        return write();
+    }
+    const std::string copy = file + destination.backupSuffix;
+    const bool isNew = !ut::fileExists(ut::decodePath(copy));
+    if (writeBytes(bytes, copy, console) != ExitCode::Ok) {
+        return ExitCode::Error;
+    }
+    const ExitCode code = write();
+    if (code == ExitCode::Error && isNew) {
+        std::error_code ignored;
+        std::filesystem::remove(pathOf(copy), ignored);
+    }
+    return code;
 }
 
 ExitCode storeChanged(const std::string& file, const Destination& destination,
@@ -72,13 +102,9 @@ ExitCode storeChanged(const std::string& file, const Destination& destination,
     if (!destination.inPlace) {
         return write(source, root, changed, destination.out, console);
     }
-    if (!destination.backupSuffix.empty()) {
-        const std::string backup = file + destination.backupSuffix;
-        if (writeBytes(source.bytes(), backup, console) != ExitCode::Ok) {
-            return ExitCode::Error;
-        }
-    }
-    return changed ? write(source, root, changed, file, console) : ExitCode::Ok;
+    return keepingCopy(file, destination, source.bytes(), console, [&] {
+        return changed ? write(source, root, changed, file, console) : ExitCode::Ok;
+    });
 }
 
 }  // namespace cli::files

@@ -1,6 +1,7 @@
 #include "tools/platen/files/file_walk.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -23,6 +24,19 @@ fs::path pathOf(const std::string& name) {
 
 std::string nameOf(const fs::path& path) {
     return wideNames ? ut::encodePath(path.wstring()) : path.string();
+}
+
+bool isPlotterFile(const std::string& file) {
+    constexpr std::array<std::wstring_view, 4> extensions{L"ctb", L"stb", L"pc3", L"pmp"};
+    if (file.ends_with(copySuffix)) {
+        return false;
+    }
+    const std::wstring path = ut::decodePath(file);
+    constexpr std::string_view header = "PIAFILEVERSION_";
+    return std::ranges::any_of(
+               extensions,
+               [&](std::wstring_view extension) { return ut::hasExtension(path, extension); }) ||
+           beginningOf(file, header.size()) == header;
 }
 
 FileWalk walkFiles(const std::string& folder) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cli::files {
@@ -18,6 +19,12 @@ struct FileWalk {
     /// Folders and entries that cannot be looked at.
     std::vector<Fault> faults;
 };
+
+/// What ends the names of copies.
+inline constexpr std::string_view copySuffix = ".bak";
+
+/// True for what is named like a plotter file or begins as one does, and is no copy.
+bool isPlotterFile(const std::string& file);
 
 /// Finds regular files. Symbolic links are not followed: what they lead to may stand elsewhere.
 FileWalk walkFiles(const std::string& folder);

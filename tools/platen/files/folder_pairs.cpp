@@ -1,7 +1,6 @@
 #include "tools/platen/files/folder_pairs.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <functional>
 #include <iterator>
@@ -75,15 +74,6 @@ void findRenamed(FolderPairs& pairs) {
 }
 
 }  // namespace
-
-bool isPlotterFile(const std::string& file) {
-    constexpr std::string_view header = "PIAFILEVERSION_";
-    constexpr std::array<std::wstring_view, 4> extensions{L"ctb", L"stb", L"pc3", L"pmp"};
-    const std::wstring path = ut::decodePath(file);
-    return std::any_of(extensions.begin(), extensions.end(),
-                       [&](std::wstring_view word) { return ut::hasExtension(path, word); }) ||
-           beginningOf(file, header.size()) == header;
-}
 
 FolderPairs pairFolders(const std::string& before, const std::string& after) {
     FolderPairs pairs;

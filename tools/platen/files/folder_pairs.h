@@ -24,9 +24,6 @@ struct FolderPairs {
     std::vector<FileWalk::Fault> faults;
 };
 
-/// True for what begins as a plotter file does, or is named like one.
-bool isPlotterFile(const std::string& file);
-
 /// Names are whole paths, each list sorted.
 FolderPairs pairFolders(const std::string& before, const std::string& after);
 

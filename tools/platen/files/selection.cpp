@@ -2,10 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <sstream>
-#include <string_view>
 #include <utility>
 
 #include <platen/utcore.h>
@@ -14,21 +12,6 @@
 
 namespace cli::files {
 namespace {
-
-constexpr std::string_view copySuffix = ".bak";
-
-bool isPlotterFile(const std::string& file) {
-    constexpr std::array<std::wstring_view, 4> extensions{L"ctb", L"stb", L"pc3", L"pmp"};
-    if (file.ends_with(copySuffix)) {
-        return false;
-    }
-    const std::wstring path = ut::decodePath(file);
-    constexpr std::string_view header = "PIAFILEVERSION_";
-    return std::ranges::any_of(
-               extensions,
-               [&](std::wstring_view extension) { return ut::hasExtension(path, extension); }) ||
-           beginningOf(file, header.size()) == header;
-}
 
 /// One name a line; lines end as on any system.
 void addLines(std::istream& list, std::vector<std::string>& files) {
