@@ -118,6 +118,16 @@ Content readContent(PiaInput& input, const std::wstring& file, const PiaReadOpti
     return content;
 }
 
+std::vector<int> colorsOf(const CPlotStyleTable& table, const CPlotStyle& style) {
+    std::vector<int> colours;
+    for (std::size_t index = 0; table.ACI() != nullptr && index < CAciTable::count; ++index) {
+        if (table.ACI()->at(index) == &style) {
+            colours.push_back(static_cast<int>(index) + 1);
+        }
+    }
+    return colours;
+}
+
 bool hasStylePerColour(const CPlotStyleTable& table) {
     if (table.ACI() == nullptr || table.size() != CAciTable::count) {
         return false;

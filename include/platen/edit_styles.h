@@ -91,6 +91,17 @@ struct ColourTable {
 /// Gives each colour a style of its own, like the one that a named table has for it.
 PLATEN_API ColourTable colourTableOf(const CPlotStyleTable& named);
 
+struct NamedTable {
+    /// Null when the colours have no styles.
+    std::unique_ptr<CPlotStyleTable> table;
+    /// Each colour had the style of its own place, by which the conversion goes.
+    bool inOrder = true;
+};
+
+/// Gathers equal styles of a colour table into named ones, which are called `prefix` ("Style" when
+/// that is empty) and a number.
+PLATEN_API NamedTable namedTableOf(const CPlotStyleTable& colours, const std::wstring& prefix = {});
+
 /// Changes a plot style table in a file. What the file holds beside the table stays, and so do the
 /// spelling of numbers and the order of items where nothing was changed.
 class PLATEN_API TableEditor {

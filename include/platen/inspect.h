@@ -74,6 +74,9 @@ PLATEN_API Content readContent(PiaInput& input, const std::wstring& file,
 
 /// True when each of the 255 colours has the style of its own place in the list.
 PLATEN_API bool hasStylePerColour(const CPlotStyleTable& table);
+/// The colours, 1 to 255 in order, whose entry of the colour index is `style`, one of the table's
+/// own.
+PLATEN_API std::vector<int> colorsOf(const CPlotStyleTable& table, const CPlotStyle& style);
 
 // --- What is wrong with it ---
 

@@ -124,22 +124,10 @@ bool needsNames(const platen::Content& content, const Target& target) {
            content.table->size() == CAciTable::count;
 }
 
-/// A file may leave its colour index out, which means that every colour has the style of its
-/// place. The conversion asks for one that is spelled out.
-bool spellOutIndex(CPlotStyleTable& table) {
-    PiaBlock index{L""};
-    for (std::size_t entry = 0; entry < CAciTable::count; ++entry) {
-        if (!table.writeAciEntry(index, static_cast<int>(entry))) {
-            return false;
-        }
-    }
-    return table.initAci(index);
-}
-
 void printColours(const CPlotStyleTable& table, const Console& console) {
     for (std::size_t index = 0; index < table.size(); ++index) {
         const CPlotStyle& style = *table.style(index);
-        if (const std::vector<int> colours = words::coloursOf(table, style); !colours.empty()) {
+        if (const std::vector<int> colours = platen::colorsOf(table, style); !colours.empty()) {
             console.out << printable(ut::encodeUtf8(style.name())) << ": "
                         << words::coloursInWords(colours) << '\n';
         }
@@ -152,12 +140,7 @@ ExitCode convertToNamed(const ConvertOptions& options, const CPlotStyleTable& so
     if (!ut::decodeUtf8(options.prefix, prefix)) {
         return fail(console, options.in, "the prefix is not UTF-8; nothing was written");
     }
-    CPlotStyleTable colours(source);
-    const bool inOrder = platen::hasStylePerColour(colours);
-    std::unique_ptr<CPlotStyleTable> named;
-    if (colours.useACI() || spellOutIndex(colours)) {
-        named.reset(ctb2stb(colours, options.prefix.empty() ? nullptr : prefix.c_str()));
-    }
+    const auto [named, inOrder] = platen::namedTableOf(source, prefix);
     PiaTree tree;
     if (!named || !named->writeToBlock(tree.root())) {
         return fail(console, options.in, "the table cannot be turned into a named one");

@@ -46,7 +46,7 @@ struct PaperOptions {
 
 std::string inWords(const CustomPaperSize& paper) {
     return printable('"' + ut::encodeUtf8(paper.localName) +
-                     "\": " + words::sizeInWords(words::shown(paper)));
+                     "\": " + words::sizeInWords(platen::shown(paper)));
 }
 
 /// Reads size, units and margins. Says why they are none; empty when they are.

@@ -54,7 +54,7 @@ void papersOfDevice(const PapersOptions& options, const Console& console) {
     }
     std::vector<words::ShownPaper> list;
     for (const wut::PaperSizeInfo& paper : arguments::tableOf(device)) {
-        list.push_back(words::shown(paper));
+        list.push_back(platen::shown(paper));
     }
     print(list, options.device, options.json, console);
 }
@@ -74,7 +74,7 @@ ExitCode papersOfFile(const PapersOptions& options, const Console& console) {
     }
     std::vector<words::ShownPaper> list;
     std::transform(papers.begin(), papers.end(), std::back_inserter(list),
-                   [](const CustomPaperSize& paper) { return words::shown(paper); });
+                   [](const CustomPaperSize& paper) { return platen::shown(paper); });
     print(list, options.file, options.json, console);
     return opened;
 }

@@ -16,18 +16,6 @@ using enum OdDbPlotSettings::PlotPaperUnits;
 constexpr double millimetresPerInch = 25.4;
 constexpr const char* schema = "platen.papers/1";
 
-bool hasSizeOnPaper(const ShownPaper& paper) {
-    return paper.units == kMillimeters || paper.units == kInches;
-}
-
-double inMillimetres(const ShownPaper& paper, double length) {
-    return paper.units == kInches ? length * millimetresPerInch : length;
-}
-
-double inInches(const ShownPaper& paper, double length) {
-    return paper.units == kInches ? length : length / millimetresPerInch;
-}
-
 std::string size(double width, double height) {
     return ut::formatFixedAscii(width, 2) + " x " + ut::formatFixedAscii(height, 2);
 }
@@ -52,7 +40,7 @@ std::string margins(const ShownPaper& paper) {
     for (const double margin : {paper.left, paper.bottom, paper.right, paper.top}) {
         text += (text.empty() ? "" : ", ") + ut::formatFixedAscii(margin, 2);
     }
-    return text + ' ' + unitSymbol(paper.units);
+    return text + ' ' + platen::unitSymbol(paper.units);
 }
 
 /// A file's text need not be UTF-8, JSON must be.
@@ -60,85 +48,10 @@ std::string dump(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-/// As exact as files are, without the noise of converting inches.
-Json lengthJson(double length) {
-    constexpr double digits = 1e6;
-    return std::round(length * digits) / digits;
-}
-
-Json paperJson(const ShownPaper& paper, const std::string& source) {
-    const bool onPaper = hasSizeOnPaper(paper);
-    const auto orNull = [&](double length) { return onPaper ? lengthJson(length) : Json(); };
-    Json json;
-    json["schema"] = schema;
-    json["source"] = source;
-    if (paper.id) {
-        json["id"] = *paper.id;
-    }
-    json["name"] = ut::encodeUtf8(paper.name);
-    json["global_name"] = ut::encodeUtf8(paper.globalName);
-    json["units"] = unitSymbol(paper.units);
-    json["width"] = lengthJson(paper.width);
-    json["height"] = lengthJson(paper.height);
-    json["width_mm"] = orNull(inMillimetres(paper, paper.width));
-    json["height_mm"] = orNull(inMillimetres(paper, paper.height));
-    json["width_in"] = orNull(inInches(paper, paper.width));
-    json["height_in"] = orNull(inInches(paper, paper.height));
-    json["margins"] = paper.marginsKnown ? Json{{"left", lengthJson(paper.left)},
-                                                {"bottom", lengthJson(paper.bottom)},
-                                                {"right", lengthJson(paper.right)},
-                                                {"top", lengthJson(paper.top)}}
-                                         : Json();
-    json["kept_in"] = *paper.keptIn == '\0' ? Json() : Json(paper.keptIn);
-    return json;
-}
-
-/// Papers of built-in devices and custom papers have the same fields.
-template <class Paper>
-ShownPaper shownAs(const Paper& paper) {
-    ShownPaper result;
-    result.units = paper.units;
-    result.width = paper.width;
-    result.height = paper.height;
-    result.left = paper.left;
-    result.bottom = paper.bottom;
-    result.right = paper.right;
-    result.top = paper.top;
-    return result;
-}
-
 }  // namespace
 
-ShownPaper shown(const wut::PaperSizeInfo& paper) {
-    ShownPaper result = shownAs(paper);
-    result.name = paper.displayName;
-    result.globalName = paper.canonicalName;
-    return result;
-}
-
-ShownPaper shown(const CustomPaperSize& paper) {
-    ShownPaper result = shownAs(paper);
-    result.name = paper.localName;
-    result.globalName = paper.globalName;
-    result.keptIn = paper.source == 0 ? "configuration" : "parameters";
-    return result;
-}
-
-const char* unitSymbol(std::int32_t units) {
-    switch (units) {
-        case kInches:
-            return "in";
-        case kMillimeters:
-            return "mm";
-        case kPixels:
-            return "px";
-        default:
-            return "?";
-    }
-}
-
 std::string sizeInWords(const ShownPaper& paper) {
-    return ownSize(paper) + ' ' + unitSymbol(paper.units);
+    return ownSize(paper) + ' ' + platen::unitSymbol(paper.units);
 }
 
 void printPapers(const std::vector<ShownPaper>& papers, const Console& console) {
@@ -146,13 +59,14 @@ void printPapers(const std::vector<ShownPaper>& papers, const Console& console) 
                                                 "unknown unit", "margins left, bottom, right, top",
                                                 "kept in"}};
     for (const ShownPaper& paper : papers) {
-        const bool onPaper = hasSizeOnPaper(paper);
+        const std::optional<double> width = platen::inMillimetres(paper, paper.width);
+        const bool onPaper = width.has_value();
+        const double height = platen::inMillimetres(paper, paper.height).value_or(0);
         const std::string own = ownSize(paper);
         rows.push_back(
             {paper.id ? std::to_string(*paper.id) : "", ut::encodeUtf8(paper.name),
-             onPaper ? size(inMillimetres(paper, paper.width), inMillimetres(paper, paper.height))
-                     : "",
-             onPaper ? size(inInches(paper, paper.width), inInches(paper, paper.height)) : "",
+             onPaper ? size(*width, height) : "",
+             onPaper ? size(*width / millimetresPerInch, height / millimetresPerInch) : "",
              paper.units == kPixels ? own : "", onPaper || paper.units == kPixels ? "" : own,
              margins(paper), paper.keptIn});
     }
@@ -162,7 +76,7 @@ void printPapers(const std::vector<ShownPaper>& papers, const Console& console) 
 void printPapersAsJson(const std::vector<ShownPaper>& papers, const std::string& source,
                        const Console& console) {
     for (const ShownPaper& paper : papers) {
-        console.out << dump(paperJson(paper, source)) << '\n';
+        console.out << platen::paperJson(paper, source) << '\n';
     }
 }
 
@@ -178,10 +92,10 @@ void printCatalogue(bool json, const Console& console) {
             entry["source"] = "catalogue";
             entry["id"] = id;
             entry["name"] = name;
-            entry["units"] = unitSymbol(units);
+            entry["units"] = platen::unitSymbol(units);
             console.out << dump(entry) << '\n';
         } else {
-            rows.push_back({std::to_string(id), name, unitSymbol(units)});
+            rows.push_back({std::to_string(id), name, platen::unitSymbol(units)});
         }
     }
     if (!json) {

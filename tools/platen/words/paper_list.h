@@ -1,45 +1,17 @@
 /// Papers as the commands show them.
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include <platen/papers.h>
-#include <platen/plotcfg.h>
+#include <platen/inspect_papers.h>
 #include "tools/platen/console/console.h"
 
 namespace cli::words {
 
 using cli::Console;
 
-/// One paper; lengths are in `units`, an `OdDbPlotSettings::PlotPaperUnits` or any other number
-/// that a file holds.
-struct ShownPaper {
-    std::wstring name;
-    /// What configurations call it.
-    std::wstring globalName;
-    std::int32_t units = OdDbPlotSettings::kMillimeters;
-    double width = 0;
-    double height = 0;
-    double left = 0;
-    double bottom = 0;
-    double right = 0;
-    double top = 0;
-    /// Margins are a matter of the printer's settings.
-    bool marginsKnown = true;
-    /// The Windows number of a printer's paper.
-    std::optional<std::uint16_t> id;
-    /// "configuration" or "parameters" for custom papers, otherwise empty.
-    const char* keptIn = "";
-};
-
-ShownPaper shown(const wut::PaperSizeInfo& paper);
-ShownPaper shown(const CustomPaperSize& paper);
-
-/// "mm", "in", "px", or "?" for a number that is none of these units.
-const char* unitSymbol(std::int32_t units);
+using platen::ShownPaper;
 
 /// "914.00 x 5000.00 mm"
 std::string sizeInWords(const ShownPaper& paper);

@@ -68,7 +68,7 @@ void describeStyles(const CPlotStyleTable& table, std::ostream& out) {
         if (!style.desc().empty()) {
             out << "; \"" << text(style.desc()) << '"';
         }
-        if (const std::vector<int> colours = coloursOf(table, style); !colours.empty()) {
+        if (const std::vector<int> colours = platen::colorsOf(table, style); !colours.empty()) {
             out << "; " << coloursInWords(colours);
         }
         out << '\n';
@@ -79,16 +79,6 @@ void describeStyles(const CPlotStyleTable& table, std::ostream& out) {
 
 std::string coloursInWords(const std::vector<int>& colours) {
     return (colours.size() == 1 ? "colour " : "colours ") + platen::rangesInWords(colours);
-}
-
-std::vector<int> coloursOf(const CPlotStyleTable& table, const CPlotStyle& style) {
-    std::vector<int> colours;
-    for (std::size_t index = 0; table.ACI() != nullptr && index < CAciTable::count; ++index) {
-        if (table.ACI()->at(index) == &style) {
-            colours.push_back(static_cast<int>(index) + 1);
-        }
-    }
-    return colours;
 }
 
 std::string settingsInWords(const CPlotStyle& style, const CCustomLineweightTable& weights) {

@@ -13,9 +13,6 @@ namespace cli::words {
 /// "colours 1-9, 12" for ascending colour indices.
 std::string coloursInWords(const std::vector<int>& colours);
 
-/// The colour indices (1 to 255, ascending) whose entry of the ACI table is `style`.
-std::vector<int> coloursOf(const CPlotStyleTable& table, const CPlotStyle& style);
-
 /// What the style asks for beyond the settings of a fresh style; `weights` are its table's.
 std::string settingsInWords(const CPlotStyle& style, const CCustomLineweightTable& weights);
 
