@@ -10,7 +10,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 packages_command=(g++ cmake ninja-build zlib1g-dev libdeflate-dev nlohmann-json3-dev libcli11-dev)
 packages_build=("${packages_command[@]}" ccache libwxgtk3.2-dev)
 packages_bench=(libbenchmark-dev rapidjson-dev)
-packages_test=(libgtest-dev libgmock-dev git)
+packages_test=(libgtest-dev libgmock-dev git abigail-tools)
 packages_sanitize=(clang libclang-rt-14-dev llvm)
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache

@@ -334,7 +334,8 @@ TEST(Repair, SoundFilesStayAsTheyAre) {
          {fileAround(colourBody(), PiaKind::Ctb), fileAround(namedBody(), PiaKind::Stb),
           fileAround(fullConfiguration, PiaKind::Pc3), fileAround(bareConfiguration, PiaKind::Pc3),
           fileAround(fullParameters, PiaKind::Pc3), fileAround(bareParameters, PiaKind::Pc3),
-          fileAround("a=1\nb{\nc=\"x\n}\n", PiaKind::Pc3), fullConfiguration}) {
+          fileAround("a=1\nb{\nc=\"x\n}\n", PiaKind::Pc3),
+          fileAround("a=\"\x08\x0E\n", PiaKind::Pc3), fullConfiguration}) {
         const platen::RepairResult result = platen::repair(file);
         EXPECT_EQ(result.outcome, Outcome::Unchanged) << codesOf(result);
         EXPECT_EQ(result.bytes, file);
