@@ -89,7 +89,7 @@ std::string salvageJson(std::string_view text, const PiaReadOptions& reading, Re
     }
     const std::uint64_t fault = *input.report().failure()->offset;
     JsonScan scan(text);
-    scan.runTo(std::min<std::size_t>(fault, text.size()));
+    scan.runTo(static_cast<std::size_t>(std::min<std::uint64_t>(fault, text.size())));
     const std::size_t end = scan.lastWhole();
     JsonScan again(text);
     again.runTo(end);

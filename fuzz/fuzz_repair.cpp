@@ -19,8 +19,9 @@ void repairIt(std::string_view damaged) {
     }
     require(result.check.verdict != platen::Verdict::Errors);
     // Indentation and encoding are guessed by all lines, so that what was mended may look different
-    // once more; it stays usable.
-    require(static_cast<bool>(platen::repair(result.bytes)));
+    // once more; a file stays usable. Body text alone may look like anything.
+    require(result.form == platen::FileForm::BodyText ||
+            static_cast<bool>(platen::repair(result.bytes)));
     for (const platen::Assumption& assumption : result.assumptions) {
         require(!platen::describe(assumption).empty());
     }
