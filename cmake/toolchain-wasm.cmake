@@ -11,6 +11,9 @@ set(CMAKE_SYSTEM_PROCESSOR wasm32)
 
 set(CMAKE_C_COMPILER clang-22)
 set(CMAKE_CXX_COMPILER clang++-22)
+# Of the same version, since what is linked are objects for optimising as a whole.
+set(CMAKE_AR llvm-ar-22 CACHE FILEPATH "")
+set(CMAKE_RANLIB llvm-ranlib-22 CACHE FILEPATH "")
 # Clang calls wasm32-wasi deprecated, and has no headers of Debian's under the new name.
 set(CMAKE_C_COMPILER_TARGET wasm32-wasi)
 set(CMAKE_CXX_COMPILER_TARGET wasm32-wasi)

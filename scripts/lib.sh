@@ -16,7 +16,7 @@ packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache
     wine wine64 xz-utils bzip2)
 # WebAssembly: clang's own libraries, WASI's C library, and Node, which runs the module.
-packages_wasm=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32
+packages_wasm=(clang-22 lld-22 llvm-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32
     wasi-libc cmake ninja-build nlohmann-json3-dev xz-utils)
 
 # --- Messages: always on stderr, stdout belongs to the program that is run -----------------------
