@@ -102,6 +102,14 @@ Line lineOf(const Difference& difference) {
     return {"", "", placeInWords(difference.place), 0, changeInWords("", difference, false)};
 }
 
+/// A mode color that changes as the color does says nothing more.
+bool isSaid(const std::string& words, const std::string& before) {
+    constexpr std::string_view mode = "mode color ";
+    return words.starts_with(mode) &&
+           (", " + before + ',').find(", " + words.substr(mode.find("color")) + ',') !=
+               std::string::npos;
+}
+
 /// Joins what is said of one subject, in the order in which subjects come first.
 std::vector<Line> joined(std::vector<Line> lines) {
     std::vector<Line> result;
@@ -111,7 +119,7 @@ std::vector<Line> joined(std::vector<Line> lines) {
             subjects.try_emplace({line.kind, line.list, line.subject}, result.size());
         if (isNew) {
             result.push_back(std::move(line));
-        } else {
+        } else if (!isSaid(line.words, result[found->second].words)) {
             result[found->second].words += ", " + line.words;
         }
     }

@@ -212,7 +212,7 @@ TEST(Compare, GathersStyles) {
                 ElementsAre("Color 1-3, 250, 255: screening 100 % -> 50 %, "
                             "lineweight 0 mm -> 0.35 mm",
                             "Color 7: color object -> index 5, color policy dithered -> "
-                            "dithered, grayscale, mode color object -> index 5",
+                            "dithered, grayscale",
                             "Color 8: mode color object -> #010000"));
     EXPECT_THAT(
         linesBetween(*colors, *with(*colors, {L"plot_style/0/name=Red", L"aci_table/0=Red"})),
