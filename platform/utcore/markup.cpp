@@ -35,6 +35,11 @@ char32_t shownFor(char32_t character) {
 }
 
 void append(std::string& text, char32_t character) {
+    char sequence[4];
+    text.append(sequence, writeUtf8(character, sequence));
+}
+
+void appendEscaped(std::string& text, char32_t character) {
     switch (character) {
         case '&':
             text += "&amp;";
@@ -52,10 +57,19 @@ void append(std::string& text, char32_t character) {
             text += "&#39;";
             return;
         default:
-            break;
+            append(text, character);
     }
-    char sequence[4];
-    text.append(sequence, writeUtf8(character, sequence));
+}
+
+/// Gives `take` each character as it is shown.
+template <class Take>
+void forEachShown(std::string_view text, const Take& take) {
+    while (!text.empty()) {
+        char32_t character = replacementCharacter;
+        const std::size_t length = readUtf8(text, character);
+        take(length == 0 ? replacementCharacter : shownFor(character));
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
 }
 
 }  // namespace
@@ -63,13 +77,15 @@ void append(std::string& text, char32_t character) {
 std::string escapeMarkup(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
-    while (!text.empty()) {
-        char32_t character = replacementCharacter;
-        const std::size_t length = readUtf8(text, character);
-        append(escaped, length == 0 ? replacementCharacter : shownFor(character));
-        text.remove_prefix(std::max<std::size_t>(length, 1));
-    }
+    forEachShown(text, [&](char32_t character) { appendEscaped(escaped, character); });
     return escaped;
+}
+
+std::string visibleText(std::string_view text) {
+    std::string visible;
+    visible.reserve(text.size());
+    forEachShown(text, [&](char32_t character) { append(visible, character); });
+    return visible;
 }
 
 std::string escapeMarkup(std::wstring_view text) { return escapeMarkup(encodeUtf8(text)); }

@@ -15,4 +15,7 @@ std::string escapeMarkup(std::string_view text);
 /// The same for wide text.
 std::string escapeMarkup(std::wstring_view text);
 
+/// The same characters unescaped: what a reader of the markup sees, for pictures.
+std::string visibleText(std::string_view text);
+
 }  // namespace ut

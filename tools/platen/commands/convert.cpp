@@ -4,12 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include <platen/edit.h>
@@ -21,6 +19,7 @@
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/batch.h"
 #include "tools/platen/files/file_walk.h"
+#include "tools/platen/files/into_folder.h"
 #include "tools/platen/files/output.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/files/table_file.h"
@@ -262,48 +261,22 @@ ExitCode convertFile(const ConvertOptions& options, const Target& target, const 
     return convertSource(options, target, source, console);
 }
 
-/// The folder below `out` in which the result of `file` stands, as `file` stands below `in`.
-std::string placeBelow(const ConvertOptions& options, const Target& target,
-                       const std::string& file) {
-    namespace fs = std::filesystem;
-    const fs::path in = files::pathOf(file);
-    const bool inFolder = ut::folderExists(ut::decodePath(options.in));
-    fs::path place = inFolder ? in.lexically_relative(files::pathOf(options.in)) : in.filename();
-    place.replace_extension(fs::path(target.extension));
-    return files::nameOf(files::pathOf(options.out) / place);
-}
-
 /// Writes each of many files into a folder.
 ExitCode convertInto(const ConvertOptions& options, const Target& target,
                      const files::Selected& selected, const Console& console) {
-    std::map<std::string, std::string> sources;
-    std::vector<std::string> clashes;
-    for (const std::string& file : selected.files) {
-        const auto [other, isNew] = sources.emplace(placeBelow(options, target, file), file);
-        if (!isNew) {
-            fail(console, file, "its result would stand where that of " + other->second + " goes");
-            clashes.push_back(file);
-        }
-    }
-    if (!clashes.empty()) {
-        return fail(console, options.out, "nothing was written");
-    }
-    return files::forEachFile(
-        selected, {.doing = "converting", .jobs = options.selection.jobs}, console,
-        [&](const std::string& file, const Console& own) {
-            ConvertOptions one = options;
-            one.in = file;
-            one.out = placeBelow(options, target, file);
-            std::error_code error;
-            std::filesystem::create_directories(files::pathOf(one.out).parent_path(), error);
-            if (error) {
-                return fail(own, one.out, "its folder cannot be made: " + error.message());
-            }
-            if (ut::fileExists(ut::decodePath(one.out)) && !options.force) {
-                return fail(own, one.out, "is there already; add --force to replace it");
-            }
-            return convertFile(one, target, own);
-        });
+    const auto rename = [&target](const std::string& name) {
+        return files::nameOf(
+            files::pathOf(name).replace_extension(std::filesystem::path(target.extension)));
+    };
+    return files::intoFolder({options.in, options.out, rename, options.force}, selected,
+                             {.doing = "converting", .jobs = options.selection.jobs}, console,
+                             [&](const std::string& file, const std::string& result,
+                                 const Console& own) {
+                                 ConvertOptions one = options;
+                                 one.in = file;
+                                 one.out = result;
+                                 return convertFile(one, target, own);
+                             });
 }
 
 /// Writes files in another form or as another document.

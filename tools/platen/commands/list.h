@@ -30,6 +30,7 @@ CommandEntry addInfo(CLI::App& program);
 CommandEntry addGet(CLI::App& program);
 CommandEntry addCheck(CLI::App& program);
 CommandEntry addDiff(CLI::App& program);
+CommandEntry addChart(CLI::App& program);
 CommandEntry addConvert(CLI::App& program);
 CommandEntry addCreate(CLI::App& program);
 CommandEntry addSet(CLI::App& program);
@@ -46,9 +47,9 @@ CommandEntry addDevmode(CLI::App& program);
 CommandEntry addRepair(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,   addGet,      addCheck,  addDiff,        addConvert,
-                              addCreate, addSet,      addStyle,  addLineweights, addMergePens,
-                              addApply,  addMerge,    addRepair, addMigrate,     addPapers,
-                              addPaper,  addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,      addGet,    addCheck,    addDiff,   addChart,
+                              addConvert,   addCreate, addSet,      addStyle,  addLineweights,
+                              addMergePens, addApply,  addMerge,    addRepair, addMigrate,
+                              addPapers,    addPaper,  addPrinters, addDevmode};
 
 }  // namespace cli::commands
