@@ -29,7 +29,9 @@ double longestSide(const ChartPaper& paper) {
 
 /// Papers of one scale each: pixels apart from lengths, the small apart from the large.
 std::vector<Papers> sheetsOf(const std::vector<ChartPaper>& papers) {
-    constexpr double mostRatio = 7;
+    // What does not go on one page anyway may as well be drawn larger.
+    constexpr std::size_t few = 24;
+    const double mostRatio = papers.size() <= few ? 16 : 6;
     std::array<Papers, 2> kinds;
     for (const ChartPaper& paper : papers) {
         kinds[paper.inPixels ? 1 : 0].push_back(&paper);
@@ -64,13 +66,13 @@ std::vector<Papers> sheetsOf(const std::vector<ChartPaper>& papers) {
 /// 1, 2, 2.5, 5, 10 and so on.
 double niceScale(std::size_t index) {
     constexpr std::array<double, 4> steps{1, 2, 2.5, 5};
-    return steps[index % steps.size()] *
-           std::pow(10.0, static_cast<double>(index / steps.size()));
+    return steps[index % steps.size()] * std::pow(10.0, static_cast<double>(index / steps.size()));
 }
 
 /// The largest drawing for which one page does, unless papers become too small to be seen.
 double scaleOf(const Papers& papers, const PaperPrint& print, const Room& room, bool& onePage) {
     constexpr std::size_t scales = 28;
+    constexpr double longestDrawn = 130;
     double largest = 0;
     for (const ChartPaper* paper : papers) {
         largest = std::max(largest, longestSide(*paper));
@@ -79,13 +81,16 @@ double scaleOf(const Papers& papers, const PaperPrint& print, const Room& room, 
     bool anyFits = false;
     for (std::size_t index = 0; index < scales; ++index) {
         const double scale = niceScale(index);
+        if (largest / scale > longestDrawn) {
+            continue;
+        }
         const bool visible = largest / scale >= print.leastSide;
         const PaperLayout layout(papers, print, room, scale);
         if (!layout.fits()) {
             continue;
         }
         if (layout.pages() == 1 && (visible || !anyFits || largest == 0)) {
-            onePage = visible || index == 0 || largest == 0;
+            onePage = visible || !anyFits || largest == 0;
             return scale;
         }
         if (!visible && anyFits) {
@@ -112,10 +117,11 @@ void setBar(Frame& frame, const ChartSheet& sheet, double scale, bool inPixels) 
         length = niceScale(index);
     }
     const std::string unit = inPixels ? " pixels" : " mm";
-    frame.bar = {length / scale, ut::formatRounded(length, 1) + unit,
-                 inPixels ? "1 mm on the page stands for " + ut::formatRounded(scale, 1) + " pixels."
-                          : "Scale 1 : " + ut::formatRounded(scale, 1) +
-                                " when printed at actual size (100 %)."};
+    frame.bar = {
+        length / scale, ut::formatRounded(length, 1) + unit,
+        inPixels
+            ? "1 mm on the page stands for " + ut::formatRounded(scale, 1) + " pixels."
+            : "Scale 1 : " + ut::formatRounded(scale, 1) + " when printed at actual size (100 %)."};
 }
 
 Frame frameOf(const PaperList& list, const ChartOptions& options) {
@@ -204,8 +210,7 @@ Scene sceneOf(PaperList list, const ChartOptions& options) {
     for (std::size_t index = 0; index < sheets.size(); ++index) {
         setBar(frame, plan.sheet, plan.scales[index], sheets[index].front()->inPixels);
         for (std::size_t page = 0; page < layouts[index].pages(); ++page) {
-            scene.pages.push_back(
-                framedPage(frame, plan.sheet, scene.pages.size() + 1, pages));
+            scene.pages.push_back(framedPage(frame, plan.sheet, scene.pages.size() + 1, pages));
             Pencil pencil(scene.pages.back());
             layouts[index].draw(pencil, page, first);
         }

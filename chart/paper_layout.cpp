@@ -9,7 +9,7 @@ namespace platen::chart {
 namespace {
 
 constexpr double leading = 1.3;
-constexpr SceneColor unprintable{0xEE, 0xF1, 0xF4};
+constexpr SceneColor unprintable{0xDD, 0xE4, 0xEB};
 /// Of a paper without sides that could be drawn.
 constexpr double placeholder = 12;
 
@@ -31,9 +31,14 @@ PaperLayout::Cell PaperLayout::cellOf(const ChartPaper& paper, double scale) con
     cell.drawnWidth = paper.hasSize ? paper.width / scale : placeholder;
     cell.drawnHeight = paper.hasSize ? paper.height / scale : placeholder;
     cell.width = std::min(std::max(cell.drawnWidth, print_.leastWidth), room_.width());
-    cell.name = wrapped(paper.name, cell.width, print_.name, 2, true);
+    cell.name = wrapped(paper.name, cell.width, print_.name, 3, true);
+    constexpr double besideSize = 3;
+    cell.sizeInside = paper.hasPrintable &&
+                      textWidth(paper.sizeWords, print_.words) + besideSize <
+                          (paper.width - paper.left - paper.right) / scale &&
+                      print_.words + besideSize < (paper.height - paper.bottom - paper.top) / scale;
     for (const std::string* words : {&paper.sizeWords, &paper.marginWords, &paper.originWords}) {
-        if (!words->empty()) {
+        if (!words->empty() && !(cell.sizeInside && words == &paper.sizeWords)) {
             for (std::string& line : wrapped(*words, cell.width, print_.words, 2)) {
                 cell.words.push_back(std::move(line));
             }
@@ -99,8 +104,15 @@ void PaperLayout::draw(Pencil& pencil, std::size_t page, std::size_t first) cons
 
 void PaperLayout::drawCell(Pencil& pencil, const Cell& cell) const {
     const ChartPaper& paper = *cell.paper;
-    drawPaper(pencil, paper,
-              {cell.x, cell.y - cell.drawnHeight, cell.drawnWidth, cell.drawnHeight}, scale_);
+    drawPaper(pencil, paper, {cell.x, cell.y - cell.drawnHeight, cell.drawnWidth, cell.drawnHeight},
+              scale_);
+    if (cell.sizeInside) {
+        pencil.text(cell.x + (paper.left + (paper.width - paper.left - paper.right) / 2) / scale_,
+                    cell.y -
+                        (paper.bottom + (paper.height - paper.bottom - paper.top) / 2) / scale_ +
+                        print_.words * 0.36,
+                    print_.words, paper.sizeWords, quiet, false, SceneAnchor::Middle);
+    }
     double y = cell.y + 1;
     for (const std::string& line : cell.name) {
         y += print_.name * leading;
@@ -134,9 +146,12 @@ void PaperLayout::drawPaper(Pencil& pencil, const ChartPaper& paper, const Scene
     outer.fill = paper.hasPrintable ? unprintable : white;
     pencil.rectangle(outer);
     if (paper.hasPrintable) {
-        SceneRectangle printable{sheet.x + paper.left / scale, sheet.y + paper.top / scale,
+        SceneRectangle printable{sheet.x + paper.left / scale,
+                                 sheet.y + paper.top / scale,
                                  (paper.width - paper.left - paper.right) / scale,
-                                 (paper.height - paper.bottom - paper.top) / scale, 0, white};
+                                 (paper.height - paper.bottom - paper.top) / scale,
+                                 0,
+                                 white};
         // Margins that cannot be told from the edge have no lines of their own.
         constexpr double visible = 0.25;
         if (std::max({paper.left, paper.bottom, paper.right, paper.top}) / scale > visible) {

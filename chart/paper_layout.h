@@ -22,7 +22,7 @@ struct PaperPrint {
 };
 
 inline constexpr std::array<PaperPrint, 2> paperPrints{{
-    {2.9, 2.3, 46, 40},
+    {2.9, 2.3, 41, 40},
     {2.2, 1.9, 35, 24},
 }};
 
@@ -44,6 +44,8 @@ private:
         double width = 0;
         double drawnWidth = 0;
         double drawnHeight = 0;
+        /// Its size is written into the drawing.
+        bool sizeInside = false;
         std::vector<std::string> name;
         std::vector<std::string> words;
         double wordsHeight = 0;

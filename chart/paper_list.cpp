@@ -39,8 +39,8 @@ std::string marginsInWords(const CustomPaperSize& paper) {
     if (paper.left == paper.bottom && paper.left == paper.right && paper.left == paper.top) {
         return "margins " + number(paper.left) + unit;
     }
-    return "margins left " + number(paper.left) + ", bottom " + number(paper.bottom) +
-           ", right " + number(paper.right) + ", top " + number(paper.top) + unit;
+    return "margins left " + number(paper.left) + ", bottom " + number(paper.bottom) + ", right " +
+           number(paper.right) + ", top " + number(paper.top) + unit;
 }
 
 /// Nobody has larger sheets; what a file says may be any number.
@@ -68,7 +68,8 @@ ChartPaper paperOf(const CustomPaperSize& paper) {
     drawn.hasPrintable = drawn.hasSize && marginsAreInside && isMargin(drawn.left) &&
                          isMargin(drawn.bottom) && drawn.left + drawn.right < drawn.width &&
                          drawn.bottom + drawn.top < drawn.height;
-    drawn.sizeWords = number(paper.width) + times + number(paper.height) + ' ' + unitWord(paper.units);
+    drawn.sizeWords =
+        number(paper.width) + times + number(paper.height) + ' ' + unitWord(paper.units);
     drawn.marginWords = marginsInWords(paper);
     return drawn;
 }
@@ -159,9 +160,8 @@ constexpr const char* inParameters = "custom, in the PMP";
 
 /// "; largest paper 914 × 5080 mm"
 std::string limitInWords(double width, double height) {
-    return width > 0 && height > 0
-               ? "; papers up to " + number(width) + times + number(height)
-               : "";
+    return width > 0 && height > 0 ? "; papers up to " + number(width) + times + number(height)
+                                   : "";
 }
 
 std::string countInWords(std::size_t count) {
@@ -207,7 +207,7 @@ PaperList papersOf(const CPlotCfg3& config, bool devicePapers) {
     const BuiltInPlotDevice* device = config.builtInDevice();
     const std::wstring_view printer = config.meta.winDeviceName;
     list.subtitle = "Plot configuration for ";
-    list.subtitle += device != nullptr  ? textOf(device->name.text())
+    list.subtitle += device != nullptr ? textOf(device->name.text())
                      : printer.empty() ? "no named printer"
                                        : textOf(printer);
     list.subtitle += ", " + countInWords(custom);
@@ -215,8 +215,8 @@ PaperList papersOf(const CPlotCfg3& config, bool devicePapers) {
     double height = 0;
     config.getMaxPaperDimensions(width, height);
     const std::string limit = limitInWords(width, height);
-    list.subtitle += limit.empty() ? ""
-                     : limit + (CPlotCfg3::isBuiltInImage(&config) ? " pixels" : " mm");
+    list.subtitle +=
+        limit.empty() ? "" : limit + (CPlotCfg3::isBuiltInImage(&config) ? " pixels" : " mm");
     return list;
 }
 

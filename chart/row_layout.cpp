@@ -9,9 +9,6 @@
 namespace platen::chart {
 namespace {
 
-/// A line that is wider is cut off.
-constexpr double widestLine = 30;
-
 /// Where the base line of the first of several lines stands, so that all are in the middle.
 double firstBaseLine(double middle, std::size_t lines, double size, double leading) {
     constexpr double capitals = 0.36;
@@ -19,10 +16,10 @@ double firstBaseLine(double middle, std::size_t lines, double size, double leadi
 }
 
 std::string titleOf(const StyleRow& row) {
-    std::string title = row.label + ": " +
-                        (row.weight == StyleRow::Weight::Object ? "the object's line weight"
-                                                                : row.weightWords);
-    title += row.dotWords.empty() ? "" : " (" + row.dotWords + ")";
+    std::string title =
+        row.label + ": " +
+        (row.weight == StyleRow::Weight::Object ? "the object's line weight" : row.weightWords);
+    title += row.alike.empty() ? "" : " (" + row.alike + ")";
     return row.words.empty() ? title : title + ", " + row.words;
 }
 
@@ -36,7 +33,7 @@ RowLayout::RowLayout(const StyleRows& rows, const Density& density, const Room& 
         wishedLabel_ = std::max(wishedLabel_, textWidth(row.label, density.label, true));
         wishedWords_ = std::max(wishedWords_, textWidth(row.words, density.words));
         weight_ = std::max({weight_, textWidth(row.weightWords, density.words),
-                            textWidth(row.dotWords, density.words, row.alike)});
+                            textWidth(row.dotWords, density.words, true)});
     }
     weight_ = std::min(weight_, density.mostWords);
     cells_.resize(rows.rows.size());
@@ -44,13 +41,34 @@ RowLayout::RowLayout(const StyleRows& rows, const Density& density, const Room& 
     for (std::size_t columns = 1; shareWidth(columns); ++columns) {
         breakLines();
         columns_ = columns;
-        if (place(columns) <= columns) {
+        if (place(columns, room_.height()) <= columns) {
+            balance();
             return;
         }
     }
     shareWidth(columns_);
     breakLines();
-    pages_ = (place(columns_) + columns_ - 1) / columns_;
+    pages_ = (place(columns_, room_.height()) + columns_ - 1) / columns_;
+}
+
+void RowLayout::balance() {
+    double total = 0;
+    for (const Cell& cell : cells_) {
+        total += cell.height;
+    }
+    // Heights are tried from the least that can do; each step lets a row more into a column.
+    double height = headings + total / static_cast<double>(columns_);
+    while (height < room_.height() && place(columns_, height) > columns_) {
+        height += density_.pitch / 4;
+    }
+    constexpr double mostStretch = 1.25;
+    const double used = std::min(height, room_.height()) - headings;
+    const double stretch =
+        std::clamp((room_.height() - headings) / std::max(used, density_.pitch), 1.0, mostStretch);
+    for (Cell& cell : cells_) {
+        cell.height *= stretch;
+    }
+    place(columns_, std::min(room_.height(), headings + used * stretch));
 }
 
 bool RowLayout::shareWidth(std::size_t columns) {
@@ -78,6 +96,7 @@ bool RowLayout::shareWidth(std::size_t columns) {
         part += more;
         left -= more;
     };
+    take(line_, density_.shortestLine * 1.6);
     take(words_, wishedWords_);
     take(label_, wishedLabel_);
     take(line_, density_.longestLine);
@@ -102,20 +121,20 @@ void RowLayout::breakLines() {
         const std::size_t most = rows_.byColor ? density_.mostLines + 2 : density_.mostLines;
         cell.label = wrapped(row.label, label_ + 1e-6, density_.label, most, true);
         cell.words = wrapped(row.words, words_ + 1e-6, density_.words, density_.mostLines);
-        const std::size_t others = std::max<std::size_t>(cell.words.size(), row.dotWords.empty() ? 1 : 2);
-        cell.height = std::max(
-            {density_.pitch,
-             static_cast<double>(cell.label.size()) * density_.label * 1.2 + 0.6,
-             static_cast<double>(others) * density_.leading + 0.3,
-             std::min(row.width, widestLine) + besideLine});
+        const std::size_t others =
+            std::max<std::size_t>(cell.words.size(), row.dotWords.empty() ? 1 : 2);
+        cell.height = std::max({density_.pitch,
+                                static_cast<double>(cell.label.size()) * density_.label * 1.2 + 0.6,
+                                static_cast<double>(others) * density_.leading + 0.3,
+                                std::min(row.width, widestLine) + besideLine});
     }
 }
 
-std::size_t RowLayout::place(std::size_t columns) {
+std::size_t RowLayout::place(std::size_t columns, double height) {
     std::size_t column = 0;
     double y = headings;
     for (Cell& cell : cells_) {
-        if (y > headings && y + cell.height > room_.height() + 1e-6) {
+        if (y > headings && y + cell.height > height + 1e-6) {
             ++column;
             y = headings;
         }
@@ -151,7 +170,7 @@ void RowLayout::drawHeadings(Pencil& pencil, std::size_t page) const {
             pencil.text(cell.x, y, size, "style", quiet);
         }
         pencil.text(cell.x + swatchX(), y, size, "plotted", quiet);
-        pencil.text(cell.x + lineX() + density_.swatch * 0.3, y, size, "line", quiet);
+        pencil.text(cell.x + lineX(), y, size, "line", quiet);
         pencil.text(cell.x + weightX() + weight_, y, size, "weight", quiet, false,
                     SceneAnchor::End);
         pencil.line({cell.x, y + 1.2}, {cell.x + columnWidth_, y + 1.2}, {outline, 0.2});
@@ -177,7 +196,7 @@ void RowLayout::drawRow(Pencil& pencil, const StyleRow& row, const Cell& cell) c
     if (row.objectColor) {
         drawObjectColor(pencil, swatch, row.colors.front());
     } else {
-        drawStripes(pencil, row.colors, swatch);
+        drawSwatch(pencil, row, swatch);
     }
     drawLine(pencil, row, {cell.x + lineX(), cell.y, line_, cell.height});
 
@@ -187,8 +206,8 @@ void RowLayout::drawRow(Pencil& pencil, const StyleRow& row, const Cell& cell) c
                 fitted(row.weightWords, weight_ + 1e-6, density_.words),
                 row.weight == StyleRow::Weight::Unknown ? notable : ink, false, SceneAnchor::End);
     pencil.text(weightEnd, y + density_.leading, density_.words,
-                fitted(row.dotWords, weight_ + 1e-6, density_.words, row.alike),
-                row.alike ? notable : quiet, row.alike, SceneAnchor::End);
+                fitted(row.dotWords, weight_ + 1e-6, density_.words, true),
+                row.alike.empty() ? quiet : notable, !row.alike.empty(), SceneAnchor::End);
 
     y = firstBaseLine(middle, cell.words.size(), density_.words, density_.leading);
     for (const std::string& line : cell.words) {
@@ -200,17 +219,36 @@ void RowLayout::drawRow(Pencil& pencil, const StyleRow& row, const Cell& cell) c
     pencil.end();
 }
 
-void RowLayout::drawStripes(Pencil& pencil, const std::vector<SceneColor>& colors,
-                            const SceneRectangle& place) {
-    constexpr std::size_t mostStripes = 24;
-    const std::size_t stripes = std::min(colors.size(), mostStripes);
-    const double width = place.width / static_cast<double>(stripes);
-    for (std::size_t index = 0; index < stripes; ++index) {
-        SceneRectangle stripe = place;
-        stripe.x += width * static_cast<double>(index);
-        stripe.width = width;
-        stripe.fill = colors[index * colors.size() / stripes];
-        pencil.rectangle(std::move(stripe));
+// Colours of one ten stand side by side, those of several tens as in the palette: a column each.
+void RowLayout::drawSwatch(Pencil& pencil, const StyleRow& row, const SceneRectangle& place) {
+    constexpr int ten = 10;
+    std::vector<std::vector<SceneColor>> columns;
+    int before = -1;
+    for (std::size_t index = 0; index < row.colors.size(); ++index) {
+        const int tens = row.numbers.empty() ? 0 : row.numbers[index] / ten;
+        if (tens != before) {
+            columns.emplace_back();
+            before = tens;
+        }
+        columns.back().push_back(row.colors[index]);
+    }
+    if (columns.size() == 1) {
+        columns.clear();
+        for (const SceneColor& color : row.colors) {
+            columns.push_back({color});
+        }
+    }
+    const double width = place.width / static_cast<double>(columns.size());
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+        const double height = place.height / static_cast<double>(columns[column].size());
+        for (std::size_t index = 0; index < columns[column].size(); ++index) {
+            // Each reaches to the end and is covered by the next: edges that only met would let
+            // the ground through.
+            const double x = width * static_cast<double>(column);
+            const double y = height * static_cast<double>(index);
+            pencil.rectangle({place.x + x, place.y + y, place.width - x, place.height - y, 0,
+                              columns[column][index]});
+        }
     }
     SceneRectangle around = place;
     around.stroke = SceneStroke{outline, 0.12};
@@ -222,8 +260,10 @@ void RowLayout::drawLine(Pencil& pencil, const StyleRow& row, const SceneRectang
     if (row.weight == StyleRow::Weight::Unknown) {
         return;
     }
+    // Several colours have no one line.
+    const SceneColor color = row.colors.size() == 1 ? row.colors.front() : quiet;
     if (row.weight == StyleRow::Weight::Object) {
-        drawWedge(pencil, place, row.colors.front());
+        drawWedge(pencil, place, color);
         return;
     }
     // What has no width is drawn as thin as it can be seen.
@@ -236,7 +276,7 @@ void RowLayout::drawLine(Pencil& pencil, const StyleRow& row, const SceneRectang
         pencil.begin({.clip = clip});
     }
     pencil.line({place.x, middle}, {place.x + place.width, middle},
-                {row.colors.front(), std::max(row.width, thinnest)});
+                {color, std::max(row.width, thinnest)});
     if (cut) {
         pencil.end();
     }

@@ -31,9 +31,9 @@ struct Density {
 };
 
 inline constexpr std::array<Density, 3> densities{{
-    {9.0, 3.3, 2.7, 3.5, 12, 5.4, 34, 70, 50, 62, 3},
-    {6.4, 2.6, 2.2, 2.8, 10, 4.0, 22, 50, 40, 40, 3},
-    {4.6, 2.2, 1.85, 2.15, 8, 3.0, 13, 40, 22, 27, 2},
+    {9.0, 3.3, 2.7, 3.5, 12, 5.4, 30, 60, 50, 62, 3},
+    {6.4, 2.6, 2.2, 2.8, 10, 4.0, 22, 44, 40, 44, 3},
+    {4.5, 2.2, 1.8, 2.05, 8, 2.9, 13, 36, 22, 30, 2},
 }};
 
 class RowLayout {
@@ -59,8 +59,10 @@ private:
     /// Makes one column fit that lacks so much.
     void narrow(double missing);
     void breakLines();
-    /// The number of columns that the rows take.
-    std::size_t place(std::size_t columns);
+    /// The number of columns that the rows take when each is so high.
+    std::size_t place(std::size_t columns, double height);
+    /// Columns of about the same height, and rows that take what room is left.
+    void balance();
 
     double weightX() const { return lineX() + line_ + gap; }
     double wordsX() const { return weightX() + weight_ + gap; }
@@ -69,12 +71,11 @@ private:
 
     void drawHeadings(Pencil& pencil, std::size_t page) const;
     void drawRow(Pencil& pencil, const StyleRow& row, const Cell& cell) const;
-    static void drawStripes(Pencil& pencil, const std::vector<SceneColor>& colors,
-                            const SceneRectangle& place);
+    static void drawSwatch(Pencil& pencil, const StyleRow& row, const SceneRectangle& place);
     void drawLine(Pencil& pencil, const StyleRow& row, const SceneRectangle& place) const;
 
-    static constexpr double gap = 1.8;
-    static constexpr double gutter = 5;
+    static constexpr double gap = 2;
+    static constexpr double gutter = 6;
     static constexpr double headings = 4.2;
 
     const StyleRows& rows_;

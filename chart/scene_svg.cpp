@@ -48,8 +48,8 @@ public:
             text_ += " font-weight=\"700\"";
         }
         if (run.anchor != SceneAnchor::Start) {
-            text_ += run.anchor == SceneAnchor::End ? " text-anchor=\"end\""
-                                                    : " text-anchor=\"middle\"";
+            text_ +=
+                run.anchor == SceneAnchor::End ? " text-anchor=\"end\"" : " text-anchor=\"middle\"";
         }
         color(" fill=\"", run.color);
         text_ += '>';

@@ -41,10 +41,9 @@ std::vector<std::string> linesOf(const std::vector<std::string>& sentences, doub
 }
 
 double headHeight(const Frame& frame, const Sizes& sizes, double width) {
-    const auto lines = static_cast<double>(
-        wrapped(frame.heading.subtitle, width, sizes.subtitle, 2).size());
-    const auto notes =
-        static_cast<double>(linesOf(frame.heading.notes, width, sizes.small).size());
+    const auto lines =
+        static_cast<double>(wrapped(frame.heading.subtitle, width, sizes.subtitle, 2).size());
+    const auto notes = static_cast<double>(linesOf(frame.heading.notes, width, sizes.small).size());
     return sizes.title * 1.3 + lines * sizes.subtitle * lineHeight +
            notes * sizes.small * lineHeight + 2.5;
 }
@@ -72,8 +71,7 @@ std::vector<ScenePoint> placesOfKey(const Frame& frame, const Sizes& sizes, doub
 double footHeight(const Frame& frame, const Sizes& sizes, double width) {
     double key = 0;
     placesOfKey(frame, sizes, width, key);
-    const auto lines =
-        static_cast<double>(linesOf(frame.explanations, width, sizes.small).size());
+    const auto lines = static_cast<double>(linesOf(frame.explanations, width, sizes.small).size());
     return 3 + key + lines * sizes.small * lineHeight + 1.5 + barHeight + sizes.small * lineHeight;
 }
 
@@ -98,14 +96,12 @@ void drawBar(Pencil& pencil, const ScaleBar& bar, double x, double y, double sma
 void Pencil::text(double x, double y, double size, std::string_view words, SceneColor color,
                   bool bold, SceneAnchor anchor) {
     if (!words.empty()) {
-        page_.shapes.emplace_back(
-            SceneText{x, y, std::string(words), size, color, bold, anchor});
+        page_.shapes.emplace_back(SceneText{x, y, std::string(words), size, color, bold, anchor});
     }
 }
 
 void Pencil::line(ScenePoint from, ScenePoint to, SceneStroke stroke) {
-    page_.shapes.emplace_back(
-        ScenePolyline{.points = {from, to}, .stroke = std::move(stroke)});
+    page_.shapes.emplace_back(ScenePolyline{.points = {from, to}, .stroke = std::move(stroke)});
 }
 
 void Pencil::polygon(std::vector<ScenePoint> points, SceneColor fill) {
@@ -129,9 +125,8 @@ ScenePage framedPage(const Frame& frame, const ChartSheet& sheet, std::size_t nu
     Pencil pencil(page);
 
     double y = sizes.margin + sizes.title;
-    pencil.text(room.left, y, sizes.title, fitted(frame.heading.title, room.width(), sizes.title,
-                                                  true),
-                ink, true);
+    pencil.text(room.left, y, sizes.title,
+                fitted(frame.heading.title, room.width(), sizes.title, true), ink, true);
     y += sizes.title * 0.3;
     for (const std::string& line :
          wrapped(frame.heading.subtitle, room.width(), sizes.subtitle, 2)) {
@@ -146,14 +141,15 @@ ScenePage framedPage(const Frame& frame, const ChartSheet& sheet, std::size_t nu
     y = room.bottom + 3;
     pencil.line({room.left, y - 1.4}, {room.right, y - 1.4}, {hairline, 0.2});
     double keyHeight = 0;
-    const std::vector<ScenePoint> places =
-        placesOfKey(frame, sizes, room.width(), keyHeight);
+    const std::vector<ScenePoint> places = placesOfKey(frame, sizes, room.width(), keyHeight);
     for (std::size_t index = 0; index < places.size(); ++index) {
         const SceneRectangle place{room.left + places[index].x, y + places[index].y, signWidth,
                                    signHeight};
         drawSign(pencil, frame.key[index].picture, place);
-        pencil.text(place.x + signWidth + 1.5, place.y + signHeight * 0.5 + sizes.small * 0.36,
-                    sizes.small, fitted(frame.key[index].words, room.right - place.x - signWidth - 1.5, sizes.small), quiet);
+        pencil.text(
+            place.x + signWidth + 1.5, place.y + signHeight * 0.5 + sizes.small * 0.36, sizes.small,
+            fitted(frame.key[index].words, room.right - place.x - signWidth - 1.5, sizes.small),
+            quiet);
     }
     y += keyHeight;
     for (const std::string& line : linesOf(frame.explanations, room.width(), sizes.small)) {
@@ -172,8 +168,7 @@ ScenePage framedPage(const Frame& frame, const ChartSheet& sheet, std::size_t nu
         pencil.text(beside, y + barHeight + static_cast<double>(index) * sizes.small * lineHeight,
                     sizes.small, words[index], quiet);
     }
-    pencil.text(room.right, y + barHeight, sizes.small, pageWords, quiet, false,
-                SceneAnchor::End);
+    pencil.text(room.right, y + barHeight, sizes.small, pageWords, quiet, false, SceneAnchor::End);
     return page;
 }
 
@@ -220,15 +215,15 @@ void drawSign(Pencil& pencil, KeySign::Picture picture, const SceneRectangle& pl
             sheet.stroke = SceneStroke{outline, 0.2};
             break;
         case KeySign::Picture::Printable:
-            sheet.fill = SceneColor{0xEE, 0xF1, 0xF4};
+            sheet.fill = SceneColor{0xDD, 0xE4, 0xEB};
             pencil.rectangle(sheet);
-            sheet = {.x = place.x + 0.7,
-                     .y = place.y + 0.5,
-                     .width = place.width - 1.4,
-                     .height = place.height - 1,
-                     .fill = white,
-                     .stroke = SceneStroke{quiet, 0.15, SceneCap::Butt, SceneJoin::Miter,
-                                           {0.8, 0.5}}};
+            sheet = {
+                .x = place.x + 0.7,
+                .y = place.y + 0.5,
+                .width = place.width - 1.4,
+                .height = place.height - 1,
+                .fill = white,
+                .stroke = SceneStroke{quiet, 0.15, SceneCap::Butt, SceneJoin::Miter, {0.8, 0.5}}};
             break;
     }
     pencil.rectangle(sheet);

@@ -48,17 +48,17 @@ bool isLower(std::string_view text, std::string_view name) {
 std::optional<ChartSheet> chartSheet(std::string_view name) {
     constexpr double least = 100;
     constexpr double most = 5000;
-    const auto* const found =
-        std::ranges::find_if(sheets, [&](const NamedSheet& sheet) { return isLower(name, sheet.name); });
+    const auto* const found = std::ranges::find_if(
+        sheets, [&](const NamedSheet& sheet) { return isLower(name, sheet.name); });
     if (found != sheets.end()) {
         return found->sheet;
     }
     const std::size_t between = name.find_first_of("xX");
     ChartSheet sheet;
-    if (between == std::string_view::npos || !ut::scanDouble(name.substr(0, between), sheet.width) ||
+    if (between == std::string_view::npos ||
+        !ut::scanDouble(name.substr(0, between), sheet.width) ||
         !ut::scanDouble(name.substr(between + 1), sheet.height) ||
-        std::min(sheet.width, sheet.height) < least ||
-        std::max(sheet.width, sheet.height) > most) {
+        std::min(sheet.width, sheet.height) < least || std::max(sheet.width, sheet.height) > most) {
         return std::nullopt;
     }
     return sheet;

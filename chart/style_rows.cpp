@@ -55,7 +55,8 @@ SceneColor plotted(const CPlotStyle& style, SceneColor color) {
 std::optional<SceneColor> ownColor(const std::string& words) {
     constexpr std::string_view index = "index:";
     std::int32_t number = 0;
-    if (words.starts_with(index) && ut::scanInt(std::string_view(words).substr(index.size()), number)) {
+    if (words.starts_with(index) &&
+        ut::scanInt(std::string_view(words).substr(index.size()), number)) {
         return colorOf(plot_style::palette[static_cast<std::size_t>(number) - 1]);
     }
     if (words.starts_with('#')) {
@@ -101,6 +102,14 @@ std::string settingsOf(const CPlotStyle& style, const std::string& color, bool& 
     return words;
 }
 
+/// Two digits after the point or, where the file has more, three.
+std::string weightInWords(double width) {
+    constexpr std::size_t usual = 2;
+    std::string words = ut::formatRounded(width, 3);
+    const std::string padded = ut::formatFixedAscii(width, static_cast<int>(usual));
+    return words.size() > padded.size() ? words : padded;
+}
+
 void setWeight(StyleRow& row, const CPlotStyle& style, const CCustomLineweightTable& weights) {
     const std::int32_t index = style.lineWeight();
     if (index == 0) {
@@ -117,7 +126,7 @@ void setWeight(StyleRow& row, const CPlotStyle& style, const CCustomLineweightTa
     }
     row.weight = StyleRow::Weight::Millimetres;
     row.width = weights[place];
-    row.weightWords = ut::formatRounded(row.width, 3) + " mm";
+    row.weightWords = weightInWords(row.width) + " mm";
 }
 
 double dotsOf(double width, double dpi) {
@@ -134,13 +143,13 @@ std::string listOf(const std::set<double>& weights) {
     std::size_t left = weights.size();
     for (const double weight : weights) {
         words += words.empty() ? "" : left == 1 ? " and " : ", ";
-        words += ut::formatRounded(weight, 3);
+        words += weightInWords(weight);
         --left;
     }
     return words;
 }
 
-/// Gives rows the weights that a device prints, and says which are alike.
+/// Gives rows the weights that a device prints, and says which are alike: those of a letter.
 void printAt(double dpi, StyleRows& rows) {
     std::map<double, std::set<double>> weightsOf;
     for (const StyleRow& row : rows.rows) {
@@ -148,23 +157,30 @@ void printAt(double dpi, StyleRows& rows) {
             weightsOf[dotsOf(row.width, dpi)].insert(row.width);
         }
     }
+    std::map<double, char> letters;
+    std::string alike;
+    for (const auto& [dots, weights] : weightsOf) {
+        if (weights.size() > 1) {
+            // There are 27 weights, so that there are 13 such groups at most.
+            const char letter = static_cast<char>('A' + letters.size());
+            letters.emplace(dots, letter);
+            alike += std::string(alike.empty() ? "" : "; ") + letter + ": " + listOf(weights) +
+                     " mm (" + dotsInWords(dots) + ")";
+        }
+    }
     for (StyleRow& row : rows.rows) {
         if (row.weight != StyleRow::Weight::Millimetres) {
             continue;
         }
         const double dots = dotsOf(row.width, dpi);
-        std::set<double> others = weightsOf[dots];
-        others.erase(row.width);
-        row.alike = !others.empty();
-        row.dotWords = dotsInWords(dots) + (row.alike ? ", as " + listOf(others) : "");
-        row.width = dots * millimetresPerInch / dpi;
-    }
-    std::string alike;
-    for (const auto& [dots, weights] : weightsOf) {
-        if (weights.size() > 1) {
-            alike += (alike.empty() ? "" : "; ") + listOf(weights) + " mm (" + dotsInWords(dots) +
-                     ")";
+        row.dotWords = dotsInWords(dots);
+        if (const auto letter = letters.find(dots); letter != letters.end()) {
+            std::set<double> others = weightsOf[dots];
+            others.erase(row.width);
+            row.alike = "prints as " + listOf(others) + " mm";
+            row.dotWords += std::string(", ") + letter->second;
         }
+        row.width = dots * millimetresPerInch / dpi;
     }
     rows.notes.push_back("Line weights as a device of " + ut::formatRounded(dpi, 3) +
                          " dots per inch prints them, in whole dots. " +
@@ -247,11 +263,15 @@ StyleRows styleRows(const CPlotStyleTable& table, const ChartOptions& options) {
         row.objectColor = !own && !result.byColor;
         if (!own && result.byColor) {
             for (const int number : numbers) {
-                row.colors.push_back(
-                    plotted(style, colorOf(plot_style::palette[static_cast<std::size_t>(number) - 1])));
+                row.colors.push_back(plotted(
+                    style, colorOf(plot_style::palette[static_cast<std::size_t>(number) - 1])));
             }
+            row.numbers = std::move(numbers);
         } else {
             row.colors.push_back(plotted(style, own.value_or(anyColor)));
+        }
+        if (row.width > widestLine) {
+            row.words += (row.words.empty() ? "" : ", ") + std::string("line cut off here");
         }
         if (!style.desc().empty()) {
             row.words += (row.words.empty() ? "" : "; ") + textOf(style.desc());

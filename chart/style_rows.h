@@ -11,6 +11,9 @@
 
 namespace platen::chart {
 
+/// What is wider is drawn cut off.
+inline constexpr double widestLine = 30;
+
 struct StyleRow {
     enum class Weight {
         /// As the drawn object has it.
@@ -26,16 +29,18 @@ struct StyleRow {
     std::string label{};
     /// As plotted, one for each colour that shares the row.
     std::vector<SceneColor> colors{};
+    /// The numbers of those colours; none where they are one and the same.
+    std::vector<int> numbers{};
     /// The drawn object decides; `colors` has what stands for it.
     bool objectColor = false;
     Weight weight = Weight::Object;
     /// In millimetres; true unless a device prints it otherwise.
     double width = 0;
     std::string weightWords{};
-    /// What a device makes of it; empty for none.
+    /// What a device makes of it, "2 dots"; empty for none.
     std::string dotWords{};
-    /// Another weight prints alike.
-    bool alike = false;
+    /// The weights that print alike, in words; empty for none.
+    std::string alike{};
     /// What is not as in a fresh style.
     std::string words{};
     /// It has numbers of line types, ends, joins or fills of its own.

@@ -30,10 +30,10 @@ bool any(const StyleRows& rows, bool (*holds)(const StyleRow&)) {
 
 Frame frameOf(const CPlotStyleTable& table, const StyleRows& rows, const ChartOptions& options) {
     Frame frame;
-    frame.heading.title = options.title.empty()
-                              ? (rows.byColor ? "Colour-dependent plot style table"
-                                              : "Named plot style table")
-                              : ut::visibleText(options.title);
+    frame.heading.title =
+        options.title.empty()
+            ? (rows.byColor ? "Colour-dependent plot style table" : "Named plot style table")
+            : ut::visibleText(options.title);
     frame.heading.subtitle = std::string(rows.byColor ? "Colour-dependent" : "Named") +
                              " plot style table, " + plural(table.size(), "style", "styles");
     if (rows.rows.size() < table.size() && options.gather) {
@@ -57,11 +57,13 @@ Frame frameOf(const CPlotStyleTable& table, const StyleRows& rows, const ChartOp
     if (any(rows, [](const StyleRow& row) { return row.weight == StyleRow::Weight::Object; })) {
         frame.key.push_back({Picture::ObjectWeight, "the object's own line weight"});
     }
-    std::string words = rows.byColor ? "No words: the colour itself" : "No words: no colour of its own";
-    words += ", 100 % screening, standard line type, ends, joins and fill.";
+    std::string words = "Where a line has no words, the pen has ";
+    words += rows.byColor ? "the colour of its number" : "the object's colour";
+    words += ", 100 % screening and the standard line type, ends, joins and fill.";
     if (any(rows, [](const StyleRow& row) { return row.namedPatterns; })) {
-        words += " Other line types, ends, joins and fills are given by their numbers; lines are "
-                 "drawn unbroken.";
+        words +=
+            " Other line types, ends, joins and fills are given by their numbers, and lines "
+            "are drawn unbroken.";
     }
     frame.explanations.push_back(std::move(words));
     return frame;

@@ -11,16 +11,18 @@ namespace {
 // Of DejaVu Sans from the blank to the tilde, in thousandths of the size: hardly any sans-serif
 // font in use is wider.
 constexpr std::array<short, 95> asciiWidths{
-    318, 401, 460, 838, 636, 950, 780, 275, 390, 390, 500, 838, 318, 361, 318, 337,  //
-    636, 636, 636, 636, 636, 636, 636, 636, 636, 636, 337, 337, 838, 838, 838, 531,  //
+    318,  401, 460, 838, 636, 950, 780, 275, 390, 390, 500, 838, 318, 361, 318, 337,  //
+    636,  636, 636, 636, 636, 636, 636, 636, 636, 636, 337, 337, 838, 838, 838, 531,  //
     1000, 684, 686, 698, 770, 632, 575, 775, 752, 295, 295, 656, 557, 863, 748, 787,  //
-    603, 787, 695, 635, 611, 732, 684, 989, 685, 611, 685, 390, 337, 390, 838, 500,  //
-    500, 613, 635, 550, 635, 615, 352, 635, 634, 278, 278, 579, 278, 974, 634, 612,  //
-    635, 635, 411, 521, 392, 634, 592, 818, 592, 592, 525, 636, 337, 636, 838};
+    603,  787, 695, 635, 611, 732, 684, 989, 685, 611, 685, 390, 337, 390, 838, 500,  //
+    500,  613, 635, 550, 635, 615, 352, 635, 634, 278, 278, 579, 278, 974, 634, 612,  //
+    635,  635, 411, 521, 392, 634, 592, 818, 592, 592, 525, 636, 337, 636, 838};
 
 bool joinsTheOneBefore(char32_t character) {
-    return (character >= 0x300 && character < 0x370) || (character >= 0x200B && character < 0x2010) ||
-           (character >= 0xFE00 && character < 0xFE10) || (character >= 0x20D0 && character < 0x2100);
+    return (character >= 0x300 && character < 0x370) ||
+           (character >= 0x200B && character < 0x2010) ||
+           (character >= 0xFE00 && character < 0xFE10) ||
+           (character >= 0x20D0 && character < 0x2100);
 }
 
 /// In thousandths of the size.
@@ -115,8 +117,8 @@ std::string fitted(std::string_view text, double width, double size, bool bold) 
     return std::string(kept) + std::string(ellipsis);
 }
 
-std::vector<std::string> wrapped(std::string_view text, double width, double size,
-                                 std::size_t most, bool bold) {
+std::vector<std::string> wrapped(std::string_view text, double width, double size, std::size_t most,
+                                 bool bold) {
     const double scale = scaleOf(size, bold);
     std::vector<std::string> lines;
     text = withoutBlanks(text);

@@ -17,8 +17,8 @@ std::string fitted(std::string_view text, double width, double size, bool bold =
 
 /// The text in at most `most` lines, broken at blanks and behind commas and the like where that
 /// is possible. What does not fit ends with "…". Not empty.
-std::vector<std::string> wrapped(std::string_view text, double width, double size,
-                                 std::size_t most, bool bold = false);
+std::vector<std::string> wrapped(std::string_view text, double width, double size, std::size_t most,
+                                 bool bold = false);
 
 /// The widest of them.
 double widest(const std::vector<std::string>& lines, double size, bool bold = false);

@@ -1,6 +1,7 @@
 #include "chart/files/painter.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <numbers>
 #include <variant>
 
@@ -19,6 +20,7 @@ public:
     }
 
     void operator()(const ScenePolyline& line) {
+        cairo_new_path(context_);
         for (const ScenePoint& point : line.points) {
             cairo_line_to(context_, point.x, point.y);
         }
@@ -45,11 +47,12 @@ public:
 
 private:
     void outline(const SceneRectangle& rectangle) {
+        // Text leaves a point behind.
+        cairo_new_path(context_);
         const double radius =
             std::min({rectangle.radius, rectangle.width / 2, rectangle.height / 2});
         if (radius <= 0) {
-            cairo_rectangle(context_, rectangle.x, rectangle.y, rectangle.width,
-                            rectangle.height);
+            cairo_rectangle(context_, rectangle.x, rectangle.y, rectangle.width, rectangle.height);
             return;
         }
         constexpr double quarter = std::numbers::pi / 2;
@@ -80,8 +83,7 @@ private:
             cairo_set_line_width(context_, stroke->width);
             cairo_set_line_cap(context_, caps[static_cast<std::size_t>(stroke->cap)]);
             cairo_set_line_join(context_, joins[static_cast<std::size_t>(stroke->join)]);
-            cairo_set_dash(context_, stroke->dash.data(), static_cast<int>(stroke->dash.size()),
-                           0);
+            cairo_set_dash(context_, stroke->dash.data(), static_cast<int>(stroke->dash.size()), 0);
             cairo_stroke_preserve(context_);
         }
         cairo_new_path(context_);

@@ -38,8 +38,8 @@ SceneFile scenePdf(const Scene& scene) {
     cairo_surface_finish(surface.get());
     status = status == CAIRO_STATUS_SUCCESS ? cairo_surface_status(surface.get()) : status;
     if (status != CAIRO_STATUS_SUCCESS) {
-        return {.fault = std::string("the pages cannot be drawn: ") +
-                         cairo_status_to_string(status)};
+        return {.fault =
+                    std::string("the pages cannot be drawn: ") + cairo_status_to_string(status)};
     }
     return file;
 }

@@ -40,9 +40,8 @@ std::string chunkOfResolution(double resolution) {
     appendNumber(chunk, static_cast<std::uint32_t>(content.size() - 4));
     chunk += content;
     appendNumber(chunk,
-                 static_cast<std::uint32_t>(
-                     crc32(0, reinterpret_cast<const Bytef*>(content.data()),
-                           static_cast<uInt>(content.size()))));
+                 static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(content.data()),
+                                                  static_cast<uInt>(content.size()))));
     return chunk;
 }
 
@@ -57,8 +56,9 @@ SceneFile scenePng(const Scene& scene, double resolution) {
     const double columns = std::max(1.0, std::round(width * scale));
     const double rows = std::max(1.0, std::round(height * scale));
     if (!(std::max(columns, rows) <= mostSide && columns * rows <= mostPixels)) {
-        return {.fault = "the picture would have more than 100 million pixels or 32767 on a side; "
-                         "choose a lower resolution, a smaller sheet or PDF"};
+        return {.fault =
+                    "the picture would have more than 100 million pixels or 32767 on a side; "
+                    "choose a lower resolution, a smaller sheet or PDF"};
     }
     const chart::CairoSurface surface(cairo_image_surface_create(
         CAIRO_FORMAT_RGB24, static_cast<int>(columns), static_cast<int>(rows)));
@@ -81,8 +81,8 @@ SceneFile scenePng(const Scene& scene, double resolution) {
         status = cairo_surface_write_to_png_stream(surface.get(), append, &file.bytes);
     }
     if (status != CAIRO_STATUS_SUCCESS) {
-        return {.fault = std::string("the picture cannot be drawn: ") +
-                         cairo_status_to_string(status)};
+        return {.fault =
+                    std::string("the picture cannot be drawn: ") + cairo_status_to_string(status)};
     }
     // Behind the signature and the first chunk, which says the sides.
     constexpr std::size_t afterHeader = 8 + 25;

@@ -120,9 +120,9 @@ ExitCode drawFile(const ChartCommand& options, platen::Scene& scene, const Conso
     } else if (content.config) {
         scene = platen::papersChart(*content.config, chart);
         if (content.pmpReport.failure()) {
-            code = warn(console, options.in,
-                        "the papers of its PMP are not shown: " +
-                            content.pmpReport.failure()->describe());
+            code = warn(
+                console, options.in,
+                "the papers of its PMP are not shown: " + content.pmpReport.failure()->describe());
         }
     } else if (content.parameters) {
         scene = platen::papersChart(*content.parameters, chart);
@@ -231,12 +231,12 @@ ExitCode run(const ChartCommand& given, const Console& console) {
     const auto rename = [format](const std::string& name) {
         return name + '.' + std::string(format->word);
     };
-    return files::intoFolder({options.in, options.out, rename, options.force}, selected,
-                             {.doing = "drawing", .jobs = options.selection.jobs}, console,
-                             [&](const std::string& file, const std::string& result,
-                                 const Console& own) {
-                                 return chartFile(onFile(options, file, result), *format, own);
-                             });
+    return files::intoFolder(
+        {options.in, options.out, rename, options.force}, selected,
+        {.doing = "drawing", .jobs = options.selection.jobs}, console,
+        [&](const std::string& file, const std::string& result, const Console& own) {
+            return chartFile(onFile(options, file, result), *format, own);
+        });
 }
 
 }  // namespace
@@ -252,8 +252,8 @@ CommandEntry addChart(CLI::App& program) {
     arguments::addOutput(command, options->out);
     command->add_option("--to", options->to, "What to draw; by default as OUT ends")
         ->check(arguments::oneOf({"svg", "html", "png", "pdf"}));
-    arguments::takeText(command->add_option("--title", options->chart.title,
-                                            "Heading (the name of the file)"));
+    arguments::takeText(
+        command->add_option("--title", options->chart.title, "Heading (the name of the file)"));
     arguments::takeText(command->add_option("--paper", options->paper,
                                             "Sheet: A3, Letter, 594x420 (by default as it fits)"))
         ->type_name("SHEET");
@@ -268,8 +268,7 @@ CommandEntry addChart(CLI::App& program) {
     command->add_flag("--device-papers", options->chart.devicePapers,
                       "Of configurations: the papers of a built-in device, too");
     command
-        ->add_option("--resolution", options->resolution,
-                     "Of PNG pictures: pixels per inch (150)")
+        ->add_option("--resolution", options->resolution, "Of PNG pictures: pixels per inch (150)")
         ->check(CLI::Range(1.0, mostDpi))
         ->type_name("N");
     command->add_flag("--json", options->json, "Print the picture as data, one JSON object a line");

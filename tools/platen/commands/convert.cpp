@@ -268,15 +268,15 @@ ExitCode convertInto(const ConvertOptions& options, const Target& target,
         return files::nameOf(
             files::pathOf(name).replace_extension(std::filesystem::path(target.extension)));
     };
-    return files::intoFolder({options.in, options.out, rename, options.force}, selected,
-                             {.doing = "converting", .jobs = options.selection.jobs}, console,
-                             [&](const std::string& file, const std::string& result,
-                                 const Console& own) {
-                                 ConvertOptions one = options;
-                                 one.in = file;
-                                 one.out = result;
-                                 return convertFile(one, target, own);
-                             });
+    return files::intoFolder(
+        {options.in, options.out, rename, options.force}, selected,
+        {.doing = "converting", .jobs = options.selection.jobs}, console,
+        [&](const std::string& file, const std::string& result, const Console& own) {
+            ConvertOptions one = options;
+            one.in = file;
+            one.out = result;
+            return convertFile(one, target, own);
+        });
 }
 
 /// Writes files in another form or as another document.
