@@ -36,7 +36,9 @@ std::string marginsInWords(const CustomPaperSize& paper) {
     if (paper.left == 0 && paper.bottom == 0 && paper.right == 0 && paper.top == 0) {
         return "no margins";
     }
-    if (paper.left == paper.bottom && paper.left == paper.right && paper.left == paper.top) {
+    // What was inches may differ in digits that nobody reads.
+    const std::string left = number(paper.left);
+    if (left == number(paper.bottom) && left == number(paper.right) && left == number(paper.top)) {
         return "margins " + number(paper.left) + unit;
     }
     return "margins left " + number(paper.left) + ", bottom " + number(paper.bottom) + ", right " +

@@ -29,7 +29,10 @@ RowLayout::RowLayout(const StyleRows& rows, const Density& density, const Room& 
     : rows_(rows), density_(density), room_(room) {
     constexpr double fewestLabel = 4;
     wishedLabel_ = fewestLabel;
+    constexpr std::size_t digits = 3;
+    numbers_ = rows.byColor;
     for (const StyleRow& row : rows.rows) {
+        numbers_ = numbers_ && row.label.size() <= digits;
         wishedLabel_ = std::max(wishedLabel_, textWidth(row.label, density.label, true));
         wishedWords_ = std::max(wishedWords_, textWidth(row.words, density.words));
         weight_ = std::max({weight_, textWidth(row.weightWords, density.words),
@@ -98,7 +101,6 @@ bool RowLayout::shareWidth(std::size_t columns) {
     };
     take(line_, density_.shortestLine * 1.6);
     take(words_, wishedWords_);
-    take(label_, wishedLabel_);
     take(line_, density_.longestLine);
     return true;
 }
@@ -112,6 +114,17 @@ void RowLayout::narrow(double missing) {
     line_ = std::max(line_ - missing, 1.0);
 }
 
+// A label in several lines seldom fills them.
+void RowLayout::giveBackLabel() {
+    double used = 0;
+    for (const Cell& cell : cells_) {
+        used = std::max(used, widest(cell.label, density_.label, true));
+    }
+    const double left = std::max(0.0, label_ - used);
+    label_ -= left;
+    line_ += std::min(left, std::max(0.0, density_.longestLine - line_));
+}
+
 void RowLayout::breakLines() {
     constexpr double besideLine = 1.4;
     for (std::size_t index = 0; index < cells_.size(); ++index) {
@@ -120,6 +133,11 @@ void RowLayout::breakLines() {
         // Numbers of gathered styles are what the row is about.
         const std::size_t most = rows_.byColor ? density_.mostLines + 2 : density_.mostLines;
         cell.label = wrapped(row.label, label_ + 1e-6, density_.label, most, true);
+    }
+    giveBackLabel();
+    for (std::size_t index = 0; index < cells_.size(); ++index) {
+        const StyleRow& row = rows_.rows[index];
+        Cell& cell = cells_[index];
         cell.words = wrapped(row.words, words_ + 1e-6, density_.words, density_.mostLines);
         const std::size_t others =
             std::max<std::size_t>(cell.words.size(), row.dotWords.empty() ? 1 : 2);
@@ -164,10 +182,10 @@ void RowLayout::drawHeadings(Pencil& pencil, std::size_t page) const {
             continue;
         }
         drawn = cell.x;
-        if (rows_.byColor) {
+        if (numbers_) {
             pencil.text(cell.x + label_, y, size, "pen", quiet, false, SceneAnchor::End);
         } else {
-            pencil.text(cell.x, y, size, "style", quiet);
+            pencil.text(cell.x, y, size, rows_.byColor ? "pens" : "style", quiet);
         }
         pencil.text(cell.x + swatchX(), y, size, "plotted", quiet);
         pencil.text(cell.x + lineX(), y, size, "line", quiet);
@@ -183,7 +201,7 @@ void RowLayout::drawRow(Pencil& pencil, const StyleRow& row, const Cell& cell) c
     const double leading = density_.label * 1.2;
     double y = firstBaseLine(middle, cell.label.size(), density_.label, leading);
     for (const std::string& line : cell.label) {
-        if (rows_.byColor) {
+        if (numbers_) {
             pencil.text(cell.x + label_, y, density_.label, line, ink, true, SceneAnchor::End);
         } else {
             pencil.text(cell.x, y, density_.label, line, ink, true);

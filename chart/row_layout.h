@@ -59,6 +59,7 @@ private:
     /// Makes one column fit that lacks so much.
     void narrow(double missing);
     void breakLines();
+    void giveBackLabel();
     /// The number of columns that the rows take when each is so high.
     std::size_t place(std::size_t columns, double height);
     /// Columns of about the same height, and rows that take what room is left.
@@ -89,6 +90,8 @@ private:
     double line_ = 0;
     double words_ = 0;
     double columnWidth_ = 0;
+    /// All labels are numbers of single colours, which stand below each other by their ends.
+    bool numbers_ = false;
     std::size_t columns_ = 1;
     std::size_t pages_ = 1;
     std::vector<Cell> cells_;

@@ -49,9 +49,14 @@ double scaleOf(double size, bool bold) {
 constexpr std::string_view ellipsis = "\xE2\x80\xA6";
 constexpr int ellipsisWidth = 1000;
 
-bool mayBreakBehind(char character) {
-    return character == ' ' || character == ',' || character == ';' || character == '_' ||
-           character == '-' || character == '/' || character == '\\';
+/// At `at` of the text. Ranges of numbers stay whole.
+bool mayBreakBehind(std::string_view text, std::size_t at) {
+    const char character = text[at];
+    const bool inRange =
+        character == '-' && at + 1 < text.size() && text[at + 1] >= '0' && text[at + 1] <= '9';
+    return !inRange &&
+           (character == ' ' || character == ',' || character == ';' || character == '_' ||
+            character == '-' || character == '/' || character == '\\');
 }
 
 struct Piece {
@@ -78,7 +83,7 @@ Piece pieceOf(std::string_view text, double thousandths) {
         }
         at += length;
         piece.length = at;
-        if (mayBreakBehind(text[at - 1])) {
+        if (mayBreakBehind(text, at - 1)) {
             piece.atBreak = at;
         }
     }

@@ -7,10 +7,11 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # --- Packages ------------------------------------------------------------------------------------
 
 # What the command is built with, and what everything is.
-packages_command=(g++ cmake ninja-build zlib1g-dev libdeflate-dev nlohmann-json3-dev libcli11-dev)
+packages_command=(g++ cmake ninja-build zlib1g-dev libdeflate-dev nlohmann-json3-dev libcli11-dev
+    pkg-config libpango1.0-dev)
 packages_build=("${packages_command[@]}" ccache libwxgtk3.2-dev)
 packages_bench=(libbenchmark-dev rapidjson-dev)
-packages_test=(libgtest-dev libgmock-dev git abigail-tools)
+packages_test=(libgtest-dev libgmock-dev libexpat1-dev git abigail-tools)
 packages_sanitize=(clang libclang-rt-14-dev llvm)
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache
@@ -119,7 +120,7 @@ cache_folder=${XDG_CACHE_HOME:-$HOME/.cache}/platen
 windows_prefix() {
     local hash
     hash=$(cat "$root/scripts/windows-recipe.sh" "$root/cmake/toolchain-mingw64.cmake" \
-        "$root/cmake/libdeflate.cmake" | sha256sum)
+        "$root/cmake/libdeflate.cmake" "$root/cmake/cairo.cmake" | sha256sum)
     printf '%s/windows-%s\n' "$cache_folder" "${hash:0:16}"
 }
 

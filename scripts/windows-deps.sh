@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the libraries that the Windows programs need and Debian does not package for Windows, from
-# Debian's source packages, and prints the folder they are in. That takes about eight minutes on two
+# Debian's source packages, and prints the folder they are in. That takes about ten minutes on two
 # cores, once: the folder is kept in the user's cache and shared by all checkouts.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"

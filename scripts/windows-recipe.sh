@@ -7,7 +7,7 @@
 #              build_project LABEL SOURCE PREFIX CMAKE-ARGUMENTS...   configures, builds, installs
 
 # Upstream archives that Debian carries as source packages.
-windows_source_packages=(expat libpng1.6 libdeflate benchmark wxwidgets3.2)
+windows_source_packages=(expat libpng1.6 libdeflate pixman cairo benchmark wxwidgets3.2)
 
 # Header-only libraries, by their folder in /usr/include. They are copied out of it one by one:
 # /usr/include itself on an include path would mix this machine's C library into Windows programs.
@@ -42,6 +42,10 @@ build_windows_libraries() {
 
     cp "$root/cmake/libdeflate.cmake" "$sources/libdeflate/CMakeLists.txt"
     build_project libdeflate "$sources/libdeflate" "$prefix"
+
+    cp "$root/cmake/cairo.cmake" "$sources/cairo/CMakeLists.txt"
+    mv "$sources/pixman" "$sources/cairo/pixman"
+    build_project cairo "$sources/cairo" "$prefix"
 
     # HTML and sockets are not used, but parts of wxWidgets that are do not compile without them.
     # What nobody here calls stays out, and -O1 compiles faster: both are minutes of a first build.

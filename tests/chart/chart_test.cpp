@@ -82,12 +82,13 @@ TEST(ChartTest, DevicesPrintWholeDots) {
 TEST(ChartTest, ColoursAreAsPlotted) {
     const Table table = colorTable();
     table->style(1)->setScreen(50);
-    table->style(2)->updateColor(0x0000FF);
+    EXPECT_TRUE(setStyle(*table->style(2), *findStyleSetting(L"color"), L"#ff8000",
+                         table->customLineweights()));
     table->style(3)->setGrayScale(true);
     table->style(4)->setScreen(0);
     const Scene scene = tableChart(*table);
     const SceneColor expected[] = {
-        {255, 0, 0}, {255, 255, 128}, {255, 0, 0}, {179, 179, 179}, {255, 255, 255}};
+        {255, 0, 0}, {255, 255, 128}, {255, 128, 0}, {179, 179, 179}, {255, 255, 255}};
     for (int number = 1; number <= 5; ++number) {
         const auto shapes = groupOf(scene, "style-" + std::to_string(number));
         EXPECT_EQ(shapesIn<SceneRectangle>(shapes)[0].fill, expected[number - 1]) << number;
