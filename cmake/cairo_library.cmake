@@ -1,5 +1,6 @@
 # platen_cairo: cairo with what it needs. For Windows both libraries are static ones that
 # scripts/windows-deps.sh has built.
+find_package(ZLIB REQUIRED)
 add_library(platen_cairo INTERFACE)
 if(WIN32)
     find_path(PLATEN_CAIRO_INCLUDE cairo.h REQUIRED)
