@@ -48,7 +48,7 @@ bool isLower(std::string_view text, std::string_view name) {
 std::optional<ChartSheet> chartSheet(std::string_view name) {
     constexpr double least = 100;
     constexpr double most = 5000;
-    const auto* const found = std::ranges::find_if(
+    const auto found = std::ranges::find_if(
         sheets, [&](const NamedSheet& sheet) { return isLower(name, sheet.name); });
     if (found != sheets.end()) {
         return found->sheet;
