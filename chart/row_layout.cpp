@@ -41,9 +41,13 @@ RowLayout::RowLayout(const StyleRows& rows, const Density& density, const Room& 
     weight_ = std::min(weight_, density.mostWords);
     cells_.resize(rows.rows.size());
     // The fewest columns that take one page, or as many as there can be.
+    const double least = static_cast<double>(cells_.size()) * density.pitch;
     for (std::size_t columns = 1; shareWidth(columns); ++columns) {
-        breakLines();
         columns_ = columns;
+        if (least > static_cast<double>(columns) * room.height()) {
+            continue;
+        }
+        breakLines();
         if (place(columns, room_.height()) <= columns) {
             balance();
             return;
