@@ -25,7 +25,7 @@ execute_process(COMMAND ${CMAKE_COMMAND} --build "${build}" COMMAND_ERROR_IS_FAT
 # For Windows programs: where the library's DLL is, as Wine names it.
 string(REPLACE "/" "\\" windows_folder "Z:${installed}/${BINDIR}")
 set(ENV{WINEPATH} "${windows_folder}")
-foreach(program consumer core_consumer c_consumer)
+foreach(program consumer core_consumer c_consumer chart_consumer)
     execute_process(
         COMMAND ${EMULATOR} "${build}/${program}${SUFFIX}"
         WORKING_DIRECTORY "${build}"
