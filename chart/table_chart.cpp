@@ -57,8 +57,9 @@ Frame frameOf(const CPlotStyleTable& table, const StyleRows& rows, const ChartOp
     if (any(rows, [](const StyleRow& row) { return row.weight == StyleRow::Weight::Object; })) {
         frame.key.push_back({Picture::ObjectWeight, "the object's own line weight"});
     }
-    std::string words = "Where a line has no words, the pen has ";
-    words += rows.byColor ? "the colour of its number" : "the object's colour";
+    std::string words = "Where a line has no words, ";
+    words +=
+        rows.byColor ? "the pen has the colour of its number" : "the style has the object's colour";
     words += ", 100 % screening and the standard line type, ends, joins and fill.";
     if (any(rows, [](const StyleRow& row) { return row.namedPatterns; })) {
         words +=
