@@ -165,6 +165,17 @@ PLATEN_C_API int platen_table_read_csv(platen_document* document, const void* by
 PLATEN_C_API platen_buffer* platen_style_settings(platen_context* context);
 PLATEN_C_API platen_buffer* platen_presets(platen_context* context);
 
+/* --- Charts --- */
+
+/* What the pens of a table draw, or the papers of a configuration or of a PMP, to scale. `format`
+ * is "svg", "html" (which prints true sizes) or "json", schema "platen.scene/1"; NULL for svg.
+ * `options`, NULL for none, is a JSON object of any of "title", "sheet" ("A3", "594x420"),
+ * "orientation" ("portrait", "landscape"), "gather" (true: equal styles share a row), "dpi"
+ * (weights as such a device prints them) and "device_papers" (true: those of the built-in device,
+ * too). */
+PLATEN_C_API platen_buffer* platen_chart(platen_document* document, const char* format,
+                                         const char* options);
+
 /* --- Comparing --- */
 
 /* How two documents differ by what they mean: schema "platen.diff/1". */

@@ -187,6 +187,20 @@ TEST_F(CInterfaceTest, PapersAreKeptInTheirFiles) {
     EXPECT_TRUE(jsonIn(platen_papers_list(again.get()))["papers"].empty());
 }
 
+TEST_F(CInterfaceTest, ChartsAreDrawn) {
+    const Document pens = table("ctb");
+    const std::string svg =
+        taken(platen_chart(pens.get(), nullptr, R"({"title":"A <b>","gather":true,"dpi":1e99})"));
+    EXPECT_THAT(svg, testing::AllOf(HasSubstr("A &lt;b"), testing::StartsWith("<?xml")));
+    EXPECT_EQ(jsonIn(platen_chart(pens.get(), "json", R"({"dpi":"many"})"))["schema"],
+              "platen.scene/1");
+    for (const char* options : {"[]", "{", R"({"sheet":"A99"})"}) {
+        EXPECT_EQ(platen_chart(pens.get(), "svg", options), nullptr) << options;
+    }
+    EXPECT_EQ(platen_chart(pens.get(), "gif", nullptr), nullptr);
+    EXPECT_EQ(platen_chart(openBytes(fileAround("a=1\n")).get(), "svg", nullptr), nullptr);
+}
+
 TEST_F(CInterfaceTest, WhatIsNotThereIsRefused) {
     EXPECT_EQ(open(place("none.ctb")), nullptr);
     EXPECT_EQ(error()["code"], "file-unreadable");
