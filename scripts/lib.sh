@@ -7,8 +7,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # --- Packages ------------------------------------------------------------------------------------
 
 # What the command is built with, and what everything is.
-packages_command=(g++ cmake ninja-build zlib1g-dev libdeflate-dev nlohmann-json3-dev libcli11-dev
-    pkg-config libpango1.0-dev)
+packages_command=(g++ cmake ninja-build zlib1g-dev libdeflate-dev libminizip-dev libmd-dev
+    nlohmann-json3-dev libcli11-dev pkg-config libpango1.0-dev)
 packages_build=("${packages_command[@]}" ccache libwxgtk3.2-dev)
 packages_bench=(libbenchmark-dev rapidjson-dev)
 packages_test=(libgtest-dev libgmock-dev libexpat1-dev git abigail-tools)
@@ -120,7 +120,7 @@ cache_folder=${XDG_CACHE_HOME:-$HOME/.cache}/platen
 windows_prefix() {
     local hash
     hash=$(cat "$root/scripts/windows-recipe.sh" "$root/cmake/toolchain-mingw64.cmake" \
-        "$root/cmake/libdeflate.cmake" "$root/cmake/cairo.cmake" | sha256sum)
+        "$root"/cmake/{libdeflate,minizip,libmd,cairo}.cmake | sha256sum)
     printf '%s/windows-%s\n' "$cache_folder" "${hash:0:16}"
 }
 
@@ -128,7 +128,7 @@ windows_prefix() {
 wasm_prefix() {
     local hash
     hash=$(cat "$root/scripts/wasm-deps.sh" "$root/cmake/toolchain-wasm.cmake" \
-        "$root/cmake/zlib.cmake" "$root/cmake/libdeflate.cmake" | sha256sum)
+        "$root"/cmake/{zlib,libdeflate,minizip,libmd}.cmake | sha256sum)
     printf '%s/wasm-%s\n' "$cache_folder" "${hash:0:16}"
 }
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Makes the folder that everything for WebAssembly is found in, and prints its name: the C and C++
-# libraries of Debian's packages, and zlib, libdeflate and nlohmann/json, which Debian does not package
-# for it, the first two from Debian's source packages. That takes half a minute, once: the folder is
-# kept in the user's cache and shared by all checkouts.
+# libraries of Debian's packages, and zlib, libdeflate, minizip, libmd and nlohmann/json, which Debian
+# does not package for it, all but the last from Debian's source packages. That takes half a minute,
+# once: the folder is kept in the user's cache and shared by all checkouts.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 source "$root/scripts/source-packages.sh"
@@ -39,7 +39,7 @@ cp -rL /usr/include/nlohmann "$staging/include/nlohmann"
 
 say "building the libraries for WebAssembly, once: $prefix"
 prepare_source_lists
-for name in zlib libdeflate; do
+for name in zlib libdeflate minizip libmd; do
     fetch_source "$name" "$work/sources/$name"
     cp "$root/cmake/$name.cmake" "$work/sources/$name/CMakeLists.txt"
     quietly "configuring $name for WebAssembly" "$logs/configure-$name.log" \

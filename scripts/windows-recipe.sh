@@ -7,7 +7,7 @@
 #              build_project LABEL SOURCE PREFIX CMAKE-ARGUMENTS...   configures, builds, installs
 
 # Upstream archives that Debian carries as source packages.
-windows_source_packages=(expat libpng1.6 libdeflate pixman cairo benchmark wxwidgets3.2)
+windows_source_packages=(expat libpng1.6 libdeflate minizip libmd pixman cairo benchmark wxwidgets3.2)
 
 # Header-only libraries, by their folder in /usr/include. They are copied out of it one by one:
 # /usr/include itself on an include path would mix this machine's C library into Windows programs.
@@ -40,8 +40,10 @@ build_windows_libraries() {
         -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_GTEST_TESTS=OFF \
         -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF
 
-    cp "$root/cmake/libdeflate.cmake" "$sources/libdeflate/CMakeLists.txt"
-    build_project libdeflate "$sources/libdeflate" "$prefix"
+    for name in libdeflate minizip libmd; do
+        cp "$root/cmake/$name.cmake" "$sources/$name/CMakeLists.txt"
+        build_project "$name" "$sources/$name" "$prefix"
+    done
 
     cp "$root/cmake/cairo.cmake" "$sources/cairo/CMakeLists.txt"
     mv "$sources/pixman" "$sources/cairo/pixman"

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/utcore/file_system.h"
+#include "platform/utcore/native_path.h"
 #include "platform/utcore/path.h"
 
 namespace ut {
@@ -230,6 +231,8 @@ private:
 };
 
 }  // namespace
+
+std::wstring nativePath(const std::wstring& path) { return native(path); }
 
 FileSystem& systemFiles() {
     static WindowsFiles files;
