@@ -154,6 +154,10 @@ BundleWriter::Added BundleWriter::add(const std::wstring& file, std::wstring_vie
     return own_->take(place, wanted, std::move(bytes));
 }
 
+BundleWriter::Added BundleWriter::leaveOut(const std::wstring& file, std::string reason) {
+    return own_->leaveOut(placeOf(file), std::move(reason), true);
+}
+
 std::vector<BundleWriter::Added> BundleWriter::addMissingParameters() {
     std::vector<Added> all;
     for (const auto& [number, place] : own_->parameters) {
@@ -183,7 +187,7 @@ BundleManifest BundleWriter::finish(std::string& archive) {
             file.parametersPath = own_->manifest.files[place->second].path;
         }
     }
-    if (!own_->zip.add(manifestName, manifestJson(own_->manifest), newest) ||
+    if (!own_->zip.add(manifestName, manifestJson(own_->manifest, true), newest) ||
         !own_->zip.finish(archive)) {
         archive.clear();
     }

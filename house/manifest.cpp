@@ -187,7 +187,7 @@ bool readFolders(const Reading& json, std::vector<std::wstring>& folders) {
 
 }  // namespace
 
-std::string manifestJson(const BundleManifest& manifest) {
+std::string manifestJson(const BundleManifest& manifest, bool inLines) {
     Writing json;
     json["schema"] = schema;
     json["made_by"] = ut::encodeUtf8(manifest.madeBy);
@@ -208,7 +208,8 @@ std::string manifestJson(const BundleManifest& manifest) {
         entry["missed"] = !file.isStranger;
         json["left_out"].push_back(std::move(entry));
     }
-    return json.dump(1, ' ', false, Writing::error_handler_t::replace) + '\n';
+    return json.dump(inLines ? 1 : -1, ' ', false, Writing::error_handler_t::replace) +
+           (inLines ? "\n" : "");
 }
 
 EditResult readManifest(std::string_view json, BundleManifest& manifest) {

@@ -64,8 +64,9 @@ struct BundleManifest {
     std::vector<LeftOutFile> leftOut{};
 };
 
-/// One JSON object, UTF-8, schema "platen.bundle/1", with line feeds for people.
-PLATEN_API std::string manifestJson(const BundleManifest& manifest);
+/// One JSON object, UTF-8, schema "platen.bundle/1": without a line feed or, in the archive, in lines
+/// for people.
+PLATEN_API std::string manifestJson(const BundleManifest& manifest, bool inLines = false);
 /// Refused as `ValueInvalid` when the text is none. Whatever it says, paths are those of
 /// `BundledFile` and fit each other: see `Bundle`.
 PLATEN_API EditResult readManifest(std::string_view json, BundleManifest& manifest);
@@ -98,6 +99,8 @@ public:
     /// Adds a file under a path like `wanted`, in letters that every system takes. A file comes
     /// once, however often it is added.
     Added add(const std::wstring& file, std::wstring_view wanted);
+    /// Notes what is not looked at, such as a link.
+    Added leaveOut(const std::wstring& file, std::string reason);
     /// Adds the PMPs that configurations name and that were not added, in the folder "PMP".
     std::vector<Added> addMissingParameters();
 

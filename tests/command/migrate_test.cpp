@@ -152,8 +152,13 @@ TEST_F(CommandMigrateTest, WrongUsageChangesNothing) {
     }
     EXPECT_EQ(read("tree/a.pc3"), before);
     expectRefused({"migrate", "@nowhere", "--map", "A=B"}, "nowhere");
-    expectRefused({"migrate", "@tree/a.pc3", "--map", "A=B"}, "a.pc3");
     EXPECT_THAT(names(), testing::ElementsAre("tree"));
+    prepare({"create", "ctb", "-o", "@pens.ctb"});
+    write("list", path("tree/a.pc3") + '\n' + path("pens.ctb") + '\n');
+    expectRun({"migrate", "@@list", "--map", "A=B", "--names-only"}, 3, HasSubstr("moved from"),
+              HasSubstr("pens.ctb: warning: left alone"));
+    EXPECT_EQ(run({"migrate", "-", "--map", "A=B", "--names-only"}, false, before).out,
+              read("tree/a.pc3"));
 }
 
 }  // namespace

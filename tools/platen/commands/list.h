@@ -40,6 +40,8 @@ CommandEntry addStyle(CLI::App& program);
 CommandEntry addLineweights(CLI::App& program);
 CommandEntry addMergePens(CLI::App& program);
 CommandEntry addMigrate(CLI::App& program);
+CommandEntry addBundle(CLI::App& program);
+CommandEntry addRestore(CLI::App& program);
 CommandEntry addPapers(CLI::App& program);
 CommandEntry addPaper(CLI::App& program);
 CommandEntry addPrinters(CLI::App& program);
@@ -47,9 +49,9 @@ CommandEntry addDevmode(CLI::App& program);
 CommandEntry addRepair(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,      addGet,    addCheck,    addDiff,   addChart,
-                              addConvert,   addCreate, addSet,      addStyle,  addLineweights,
-                              addMergePens, addApply,  addMerge,    addRepair, addMigrate,
-                              addPapers,    addPaper,  addPrinters, addDevmode};
+inline constexpr auto list = {
+    addInfo,    addGet,    addCheck,       addDiff,      addChart, addConvert,  addCreate,
+    addSet,     addStyle,  addLineweights, addMergePens, addApply, addMerge,    addRepair,
+    addMigrate, addBundle, addRestore,     addPapers,    addPaper, addPrinters, addDevmode};
 
 }  // namespace cli::commands

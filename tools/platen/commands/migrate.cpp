@@ -1,60 +1,57 @@
 #include <CLI/CLI.hpp>
 #include <cstddef>
-#include <map>
+#include <iterator>
 #include <memory>
-#include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include <platen/house.h>
 #include <platen/inspect.h>
 #include <platen/pia.h>
 #include <platen/plotcfg.h>
 #include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
-#include "tools/platen/arguments/suggest.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/files/batch.h"
 #include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/source.h"
-#include "tools/platen/printers/installed_printers.h"
-#include "tools/platen/printers/printer_map.h"
-#include "tools/platen/printers/printer_names.h"
+#include "tools/platen/printers/printer_moves.h"
+#include "tools/platen/words/losses_text.h"
 #include "tools/platen/words/words.h"
 
 namespace cli::commands {
 namespace {
 
 constexpr const char* help =
-    R"(Configurations are recognised by their content. Each that names printer OLD names NEW
-afterwards; the old file stays beside it with ".bak" at the end of its name, and names that end so
-are passed over, as are symbolic links. Everything else in the files stays as it was.
+    R"(FILE is a file, a folder (-r is taken for granted), @LIST or -. In folders
+configurations are recognised by their content. Each that names printer OLD names NEW afterwards,
+and so does each PMP; the old file stays beside it with ".bak" at the end of its name, and names in
+folders that end so are passed over, as are symbolic links. Everything else in the files stays as it
+was. What a move back (--map "NEW=OLD") would not bring back is listed as "lost", what only the old
+driver understands as "at risk".
 
 On Windows NEW is asked for its driver, and what it will not take of a configuration is a warning
 (exit 3). Elsewhere, or with --names-only, the driver's name stays, too: when NEW has another one,
 programs on Windows look for a printer of the old driver.
 
+To another folder or machine: platen bundle and platen restore.
+
 Examples:
   platen migrate plotters --map "Old plotter=New plotter" --dry-run
-  platen migrate plotters --map "Old plotter=New plotter" --map Office=Office2)";
+  platen migrate plotters --map "Old plotter=New plotter" --map Office=Office2
+  platen migrate @changed.txt --map Office=Office2)";
 
 struct MigrateOptions {
-    std::string folder;
-    /// "OLD=NEW"
-    std::vector<std::string> maps;
+    files::Selection selection;
+    printers::MoveOptions moves;
     bool dryRun = false;
-    /// Change names only, without asking printers.
-    bool namesOnly = false;
 };
 
 constexpr std::wstring_view configurationExtension = L"pc3";
 /// Ends the names of the copies, which are never changed themselves.
 constexpr std::string_view copySuffix = ".bak";
-constexpr PiaKey printerKey = L"win_device_name";
-constexpr PiaKey friendlyKey = L"friendly_net_name";
-constexpr PiaKey shortKey = L"short_net_name";
-constexpr PiaKey driverKey = L"win_driver_name";
 
 bool hasHeader(const std::string& beginning) { return beginning.starts_with("PIAFILEVERSION_"); }
 
@@ -64,82 +61,54 @@ bool mayBeContainer(const std::string& beginning) {
     return hasHeader(beginning) || (first != std::string::npos && beginning[first] == '{');
 }
 
-/// `file` and the suffix, with a number when that name is taken: copies are never overwritten.
-std::string freeCopyName(const std::string& file) {
-    std::string name = file + std::string(copySuffix);
-    for (int number = 1;
-         ut::fileExists(ut::decodePath(name)) || ut::folderExists(ut::decodePath(name)); ++number) {
-        name = file + '.' + std::to_string(number) + std::string(copySuffix);
-    }
-    return name;
-}
-
-PiaStr* textItem(const PiaBlock& meta, PiaKey key) {
-    return static_cast<PiaStr*>(meta.findItem(key.text(), PiaItemType::Str));
-}
-
-/// Names the new printer, and its driver unless that is not known. False when an item cannot be
-/// added.
-bool rename(PiaBlock& meta, const printers::PrinterMove& move, const std::wstring& driver) {
-    for (const PiaKey key : {printerKey, friendlyKey, shortKey}) {
-        PiaStr* item = textItem(meta, key);
-        if (item != nullptr && ut::equalNoCase(item->value.str(), move.from)) {
-            item->value = move.to;
-        }
-    }
-    if (driver.empty()) {
-        return true;
-    }
-    if (PiaStr* item = textItem(meta, driverKey); item != nullptr) {
-        item->value = driver;
-        return true;
-    }
-    return meta.addString(driverKey, driver);
+bool isFolder(const std::string& name) {
+    return name != files::standardStream && ut::folderExists(ut::decodePath(name));
 }
 
 class Migration {
 public:
-    Migration(const MigrateOptions& options, printers::PrinterMap map, const Console& console)
-        : options_(options),
-          map_(std::move(map)),
-          console_(console),
-          namesOnly_(options.namesOnly || !printers::printersFault().empty()) {}
+    Migration(const MigrateOptions& options, const Console& console)
+        : options_(options), console_(console) {}
 
     ExitCode run() {
-        if (!namesOnly_ && !findNewPrinters()) {
+        if (!moves_.read(options_.moves, console_)) {
             return ExitCode::Error;
         }
-        const files::FileWalk walk = files::walkFiles(options_.folder);
-        ExitCode worst = ExitCode::Ok;
-        for (const files::FileWalk::Fault& fault : walk.faults) {
-            worst = worse(worst, fail(console_, fault.path, fault.reason));
-        }
-        for (const std::string& file : walk.files) {
-            worst = worse(worst, visit(file));
-        }
-        return worse(worst, reportUnused());
+        files::Selected named;
+        files::Selected found;
+        select(named, found);
+        const files::Batch batch{.doing = "moving", .jobs = options_.selection.jobs};
+        ExitCode code = files::forEachFile(
+            named, batch, console_,
+            [&](const std::string& file, const Console& own) { return visitNamed(file, own); });
+        code = worse(code, files::forEachFile(found, batch, console_,
+                                              [&](const std::string& file, const Console& own) {
+                                                  return visitFound(file, own);
+                                              }));
+        return worse(code, moves_.reportUnused(console_));
     }
 
 private:
-    /// Every printer is asked once, before the first file changes.
-    bool findNewPrinters() {
-        bool all = true;
-        for (const printers::PrinterMove& move : map_.moves()) {
-            std::optional<platen::InstalledPrinter> printer = printers::askPrinter(move.to);
-            if (!printer) {
-                fail(console_, "",
-                     "there is no printer " + words::quoted(move.to) +
-                         arguments::suggestion(move.to, printers::printerNames()) +
-                         "; to rename without asking printers, add --names-only");
-                all = false;
+    /// Files that were named, and those that were found in folders.
+    void select(files::Selected& named, files::Selected& found) const {
+        files::Selection others = options_.selection;
+        others.named.clear();
+        for (const std::string& name : options_.selection.named) {
+            if (!isFolder(name)) {
+                others.named.push_back(name);
                 continue;
             }
-            printers_.insert_or_assign(move.to, std::move(*printer));
+            files::FileWalk walk = files::walkFiles(name);
+            for (const files::FileWalk::Fault& fault : walk.faults) {
+                found.code = worse(found.code, fail(console_, fault.path, fault.reason));
+            }
+            std::move(walk.files.begin(), walk.files.end(), std::back_inserter(found.files));
         }
-        return all;
+        found.isBatch = true;
+        named = files::select(others, console_);
     }
 
-    ExitCode visit(const std::string& file) {
+    ExitCode visitFound(const std::string& file, const Console& console) {
         const bool namedConfiguration =
             ut::hasExtension(ut::decodePath(file), configurationExtension);
         constexpr std::size_t enoughToTell = 64;
@@ -151,138 +120,115 @@ private:
         if (!source.read(ut::decodePath(file), platen::readingUpTo(files::usualMaxBody),
                          platen::SourceFile::Accept::OnlyFiles)) {
             if (namedConfiguration) {
-                return fail(console_, file, source.input().report());
+                return fail(console, file, source.input().report());
             }
-            return hasHeader(beginning) ? warn(console_, file,
+            return hasHeader(beginning) ? warn(console, file,
                                                "left alone: it cannot be read, so that it may or "
                                                "may not be a configuration; platen check says why")
                                         : ExitCode::Ok;
         }
+        return move(file, source, namedConfiguration, console);
+    }
+
+    ExitCode visitNamed(const std::string& file, const Console& console) {
+        platen::SourceFile source;
+        if (!files::readSource(file, source, console, platen::readingUpTo(files::usualMaxBody))) {
+            return ExitCode::Error;
+        }
+        return move(file, source, true, console);
+    }
+
+    /// `expected`: a configuration was, and it is worth a word that it is none.
+    ExitCode move(const std::string& file, platen::SourceFile& source, bool expected,
+                  const Console& console) {
         const platen::FileKind kind = platen::recognise(source.input()).kind;
-        if (kind == platen::FileKind::Pc3) {
-            return visitConfiguration(file, source);
-        }
-        return namedConfiguration
-                   ? warn(console_, file,
-                          std::string("left alone: in spite of its name it holds a ") +
-                              platen::kindName(kind))
-                   : ExitCode::Ok;
-    }
-
-    ExitCode visitConfiguration(const std::string& file, platen::SourceFile& source) {
-        bool printerChanged = false;
-        const std::unique_ptr<CPlotCfg3> config =
-            CPlotCfg3::fromInput(source.input(), printerChanged);
-        if (!config) {
-            return fail(console_, file, source.input().report());
-        }
-        const std::wstring& printer = config->meta.winDeviceName;
-        printers::PrinterMove* move = map_.find(printer);
-        if (move == nullptr) {
-            console_.out << printable(file) << ": "
-                         << (printer.empty() ? "names no printer"
-                                             : "stays with " + words::quoted(printer))
-                         << '\n';
-            if (!printer.empty()) {
-                seen_.insert(printer);
-            }
-            return ExitCode::Ok;
-        }
-        ++move->uses;
-        std::string unused;
-        if (source.form() == platen::FileForm::Compressed &&
-            ut::convertToAnsi(move->to, unused) != 0) {
-            return fail(
-                console_, file,
-                "nothing was written: the code page of the file has no such characters as " +
-                    words::quoted(move->to));
-        }
-        return moveTo(file, source, *config, *move);
-    }
-
-    ExitCode moveTo(const std::string& file, platen::SourceFile& source, const CPlotCfg3& config,
-                    const printers::PrinterMove& move) {
-        ExitCode code = warn(console_, file, source.input().report());
+        std::wstring printer;
         std::wstring driver;
-        if (const auto printer = printers_.find(move.to); printer != printers_.end()) {
-            driver = printer->second.driver;
-            for (const std::string& reason : platen::misfits(config, printer->second)) {
-                code = worse(code, warn(console_, file, reason));
+        if (kind == platen::FileKind::Pc3) {
+            bool printerChanged = false;
+            const std::unique_ptr<CPlotCfg3> config =
+                CPlotCfg3::fromInput(source.input(), printerChanged);
+            if (!config) {
+                return fail(console, file, source.input().report());
             }
+            printer = config->meta.winDeviceName;
+            driver = config->meta.winDriverName;
+        } else if (kind != platen::FileKind::Pmp) {
+            return expected ? warn(console, file,
+                                   std::string("left alone: in spite of its name it holds a ") +
+                                       platen::kindName(kind))
+                            : ExitCode::Ok;
         }
+        platen::MovedDocument moved;
+        const platen::EditResult done = platen::moveDocument(
+            source, {.printers = &moves_.map(), .asked = &moves_.asked()}, moved);
+        if (kind == platen::FileKind::Pc3) {
+            moves_.note(printer, moved.printer);
+        }
+        if (!done) {
+            return fail(console, file, done->reason);
+        }
+        // Data alone goes to standard output.
+        std::ostream& says = file == files::standardStream ? console.err : console.out;
+        if (moved.printer == nullptr) {
+            return tellThatItStays(file, source, kind, printer, moved, says, console);
+        }
+        ExitCode code = warn(console, file, source.input().report());
         std::string copy;
         if (!options_.dryRun) {
-            copy = freeCopyName(file);
-            code = worse(code, store(file, source, move, driver, copy));
+            code = worse(code, store(file, source, copy, console));
             if (code == ExitCode::Error) {
                 return code;
             }
         }
-        console_.out << printable(file) << (copy.empty() ? ": would move from " : ": moved from ")
-                     << words::quoted(config.meta.winDeviceName) << " to "
-                     << words::quoted(move.to);
-        if (driver.empty() && !config.meta.winDriverName.empty()) {
-            console_.out << ", driver " << words::quoted(config.meta.winDriverName) << " kept";
+        says << printable(file) << (options_.dryRun ? ": would move from " : ": moved from ")
+             << words::quoted(printerOf(moved)) << " to " << words::quoted(moved.printer->to);
+        if (!moves_.asked().contains(moved.printer->to) && !driver.empty()) {
+            says << ", driver " << words::quoted(driver) << " kept";
         }
-        console_.out << (copy.empty() ? "" : ", copy in " + printable(copy)) << '\n';
-        return code;
+        says << (copy.empty() ? "" : ", copy in " + printable(copy)) << '\n';
+        return worse(code, words::printLosses(moved, file, says, console));
     }
 
-    ExitCode store(const std::string& file, platen::SourceFile& source,
-                   const printers::PrinterMove& move, const std::wstring& driver,
-                   const std::string& copy) const {
-        PiaBlock& meta =
-            *static_cast<PiaBlock*>(source.input().root()->findItem(L"meta", PiaItemType::Block));
-        if (!rename(meta, move, driver)) {
-            return fail(console_, file, "nothing was written: the driver cannot be named");
+    static std::wstring printerOf(const platen::MovedDocument& moved) {
+        return moved.changes.empty() ? moved.printer->from : moved.changes.front().before;
+    }
+
+    ExitCode tellThatItStays(const std::string& file, platen::SourceFile& source,
+                             platen::FileKind kind, const std::wstring& printer,
+                             const platen::MovedDocument& moved, std::ostream& says,
+                             const Console& console) const {
+        if (kind == platen::FileKind::Pc3) {
+            says << printable(file) << ": "
+                 << (printer.empty() ? "names no printer" : "stays with " + words::quoted(printer))
+                 << '\n';
+            words::printLosses(moved, file, says, console);
         }
+        const bool isData = file == files::standardStream && !options_.dryRun;
+        return isData ? files::writeSource(source, false, file, console) : ExitCode::Ok;
+    }
+
+    /// `copy` gets the name of the old file.
+    static ExitCode store(const std::string& file, platen::SourceFile& source, std::string& copy,
+                          const Console& console) {
         constexpr bool changed = true;
-        if (files::writeSource(source, !changed, copy, console_) == ExitCode::Error) {
-            return fail(console_, file, "not changed, since no copy could be kept");
-        }
-        return files::writeSource(source, changed, file, console_);
-    }
-
-    ExitCode reportUnused() const {
-        ExitCode code = ExitCode::Ok;
-        const std::vector<std::wstring> names(seen_.begin(), seen_.end());
-        for (const printers::PrinterMove& move : map_.moves()) {
-            if (move.uses == 0) {
-                fail(console_, "",
-                     "no configuration names the printer " + words::quoted(move.from) +
-                         arguments::suggestion(move.from, names));
-                code = ExitCode::Difference;
+        if (file != files::standardStream) {
+            copy = ut::encodePath(platen::copyNameFor(ut::decodePath(file)));
+            if (files::writeSource(source, !changed, copy, console) == ExitCode::Error) {
+                return fail(console, file, "not changed, since no copy could be kept");
             }
         }
-        return code;
+        return files::writeSource(source, changed, file, console);
     }
 
     const MigrateOptions& options_;
-    printers::PrinterMap map_;
     const Console& console_;
-    bool namesOnly_;
-    std::map<std::wstring, platen::InstalledPrinter> printers_;
-    /// Printers that stay.
-    std::set<std::wstring> seen_;
+    printers::PrinterMoves moves_;
 };
 
-/// Moves the configurations of a folder from printers to others.
+/// Moves configurations from printers to others.
 ExitCode run(const MigrateOptions& options, const Console& console) {
-    printers::PrinterMap map;
-    bool sound = true;
-    for (const std::string& argument : options.maps) {
-        if (const std::string fault = map.add(argument); !fault.empty()) {
-            fail(console, "--map " + argument, fault);
-            sound = false;
-        }
-    }
-    if (!sound) {
-        return ExitCode::Error;
-    }
-    if (!ut::folderExists(ut::decodePath(options.folder))) {
-        return fail(console, options.folder, "there is no such folder");
-    }
-    return Migration(options, std::move(map), console).run();
+    return Migration(options, console).run();
 }
 
 }  // namespace
@@ -291,17 +237,9 @@ CommandEntry addMigrate(CLI::App& program) {
     CLI::App* command =
         arguments::addCommand(program, "migrate", "Move configurations to other printers", help);
     const auto options = std::make_shared<MigrateOptions>();
-    arguments::takeText(
-        command->add_option("DIR", options->folder, "Folder; the folders in it are searched, too"))
-        ->required();
-    arguments::takeText(
-        command->add_option("--map", options->maps, "Old and new printer; may be repeated"))
-        ->type_name("OLD=NEW")
-        ->required();
+    files::addFiles(command, options->selection);
+    printers::addMoves(command, options->moves)->required();
     command->add_flag("--dry-run", options->dryRun, "Say what would change");
-    command->add_flag("--names-only", options->namesOnly,
-                      "Do not ask printers; their drivers stay as they are (always so where "
-                      "printers cannot be asked)");
     return entryOf(command, options, run);
 }
 

@@ -58,6 +58,8 @@ FileWalk walkFiles(const std::string& folder) {
                 inner.push_back(entry->path());
             } else if (fs::is_regular_file(status)) {
                 files.push_back(nameOf(entry->path()));
+            } else {
+                walk.passedOver.push_back(nameOf(entry->path()));
             }
         }
         if (error) {
@@ -69,6 +71,7 @@ FileWalk walkFiles(const std::string& folder) {
         std::sort(inner.rbegin(), inner.rend());
         std::move(inner.begin(), inner.end(), std::back_inserter(folders));
     }
+    std::sort(walk.passedOver.begin(), walk.passedOver.end());
     return walk;
 }
 

@@ -16,6 +16,8 @@ struct FileWalk {
         std::string path;
         std::string reason;
     };
+    /// Symbolic links and what is neither file nor folder.
+    std::vector<std::string> passedOver;
     /// Folders and entries that cannot be looked at.
     std::vector<Fault> faults;
 };
