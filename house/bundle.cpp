@@ -69,9 +69,9 @@ EditResult Bundle::openBytes(ut::ByteBuffer bytes, const BundleLimits& limits) {
     }
     ut::ByteBuffer json;
     const house::ZipEntry& entry = *found->second;
-    std::string fault = twice.contains(entry.name)       ? "there are two of it"
-                        : entry.bytes > limits.fileBytes ? "it is too large"
-                                                         : own_->zip.extract(entry, json);
+    std::string fault = twice.contains(entry.name)           ? "there are two of it"
+                        : entry.bytes > limits.manifestBytes ? "it is too large"
+                                                             : own_->zip.extract(entry, json);
     if (!fault.empty()) {
         return refuseBundle(entryFault(ut::decodePath(manifestName), fault));
     }

@@ -185,6 +185,24 @@ bool readFolders(const Reading& json, std::vector<std::wstring>& folders) {
     return list == nullptr || list->is_array();
 }
 
+bool readLeftOut(const Reading& json, std::vector<LeftOutFile>& files) {
+    const Reading* list = member(json, "left_out");
+    for (std::size_t index = 0; list != nullptr && list->is_array() && index < list->size();
+         ++index) {
+        const Reading& entry = (*list)[index];
+        LeftOutFile& file = files.emplace_back();
+        std::wstring reason;
+        const Reading* missed = entry.is_object() ? member(entry, "missed") : nullptr;
+        if (missed == nullptr || !missed->is_boolean() || !readText(entry, "place", file.place) ||
+            !readText(entry, "reason", reason)) {
+            return false;
+        }
+        file.reason = ut::encodeUtf8(reason);
+        file.isStranger = !missed->get<bool>();
+    }
+    return list == nullptr || list->is_array();
+}
+
 }  // namespace
 
 std::string manifestJson(const BundleManifest& manifest, bool inLines) {
@@ -225,7 +243,8 @@ EditResult readManifest(std::string_view json, BundleManifest& manifest) {
     }
     const Reading* files = member(root, "files");
     if (files == nullptr || !files->is_array() || !readText(root, "made_by", manifest.madeBy) ||
-        !readText(root, "date", manifest.date) || !readFolders(root, manifest.folders)) {
+        !readText(root, "date", manifest.date) || !readFolders(root, manifest.folders) ||
+        !readLeftOut(root, manifest.leftOut)) {
         return refuseManifest("it does not say what it should");
     }
     if (const std::string fault = readFiles(*files, manifest); !fault.empty()) {

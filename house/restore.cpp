@@ -220,13 +220,6 @@ EditResult planFile(const Bundle& bundle, const BundledFile& file, const Restore
     return planned.moved.changes.empty() ? EditResult() : encodeMoved(source, planned.bytes);
 }
 
-std::vector<BundledFile> inOrderOfRestoring(const BundleManifest& manifest) {
-    std::vector<BundledFile> files = manifest.files;
-    std::ranges::stable_partition(
-        files, [](const BundledFile& file) { return file.kind != FileKind::Pc3; });
-    return files;
-}
-
 RestoredFile restoreFile(const Bundle& bundle, const BundledFile& file,
                          const RestoreSettings& settings) {
     PlannedFile planned;

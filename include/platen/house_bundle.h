@@ -64,8 +64,8 @@ struct BundleManifest {
     std::vector<LeftOutFile> leftOut{};
 };
 
-/// One JSON object, UTF-8, schema "platen.bundle/1": without a line feed or, in the archive, in lines
-/// for people.
+/// One JSON object, UTF-8, schema "platen.bundle/1": without a line feed or, in the archive, in
+/// lines for people.
 PLATEN_API std::string manifestJson(const BundleManifest& manifest, bool inLines = false);
 /// Refused as `ValueInvalid` when the text is none. Whatever it says, paths are those of
 /// `BundledFile` and fit each other: see `Bundle`.
@@ -117,7 +117,8 @@ private:
 struct BundleLimits {
     /// Of the archive, which is held in memory.
     std::uint64_t archiveBytes = std::uint64_t{512} << 20U;
-    std::size_t entries = 100'000;
+    std::size_t entries = 20'000;
+    std::uint64_t manifestBytes = std::uint64_t{16} << 20U;
     /// Of one file, as for any plotter file.
     std::uint64_t fileBytes = PiaLimits{}.bodyBytes;
     /// Of all files.

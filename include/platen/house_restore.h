@@ -3,15 +3,15 @@
 ///
 ///     platen::Bundle bundle;
 ///     if (bundle.open(L"office.zip")) {
-///         for (const platen::BundledFile& file : platen::inOrderOfRestoring(bundle.manifest())) {
-///             platen::restoreFile(bundle, file, {.folder = L"/srv/plotters"});
+///         const platen::RestoreSettings settings{.folder = L"/srv/plotters"};
+///         for (const platen::BundledFile& file : bundle.manifest().files) {
+///             const platen::RestoredFile done = platen::restoreFile(bundle, file, settings);
 ///         }
 ///     }
 #pragma once
 
 #include <map>
 #include <string>
-#include <vector>
 
 #include <platen/house_bundle.h>
 #include <platen/house_move.h>
@@ -67,12 +67,9 @@ struct RestoredFile {
     std::string fault{};
 };
 
-/// Configurations last, so that the PMPs that they name are there.
-PLATEN_API std::vector<BundledFile> inOrderOfRestoring(const BundleManifest& manifest);
-
-/// Restores one file whole or not at all, and reads it back; a configuration's PMP has to be found
-/// where it landed. No link in the folder is followed. May be called by several threads for
-/// different files, and for configurations once all others are there.
+/// Restores one file whole or not at all, and reads it back. Of a configuration the PMP has to be
+/// found where it lands, so that configurations come once all others are there. No link in the
+/// folder is followed. May be called by several threads for different files.
 PLATEN_API RestoredFile restoreFile(const Bundle& bundle, const BundledFile& file,
                                     const RestoreSettings& settings);
 

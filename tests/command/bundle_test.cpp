@@ -66,7 +66,7 @@ TEST_F(CommandBundleTest, AnOfficeMovesWithItsPmpsAndPrinters) {
                     HasSubstr("6 files (2 configurations, 2 PMPs, 1 table, 1 damaged)")),
               HasSubstr("bad.stb: warning: it is damaged, and is kept as it is"));
     expectRun({"restore", "@o.zip", "--list"}, 0,
-              AllOf(HasSubstr("a.pc3           pc3"), HasSubstr("PMP/in.pmp"),
+              AllOf(HasSubstr("sub/b.pc3    pc3      "), HasSubstr("PMP/in.pmp"),
                     HasSubstr("PMP/out.pmp"), HasSubstr("damaged")));
     expectRun({"restore", "@o.zip", "@new/deep", "--map", "old=Neu", "--names-only", "--dry-run"},
               0, HasSubstr("6 of 6 files would be written"));
@@ -87,10 +87,11 @@ TEST_F(CommandBundleTest, AnOfficeMovesWithItsPmpsAndPrinters) {
     }
     EXPECT_FALSE(exists("new/deep/notes.txt"));
     // The times come along where the bytes do.
-    EXPECT_EQ(std::filesystem::last_write_time(path("new/deep/pens.ctb")).time_since_epoch() /
-                  std::chrono::seconds(1),
-              std::filesystem::last_write_time(path("office/pens.ctb")).time_since_epoch() /
-                  std::chrono::seconds(1));
+    const auto seconds = [&](const char* file) {
+        return std::chrono::floor<std::chrono::seconds>(
+            std::filesystem::last_write_time(path(file)));
+    };
+    EXPECT_EQ(seconds("new/deep/pens.ctb"), seconds("office/pens.ctb"));
 }
 
 TEST_F(CommandBundleTest, NothingIsOverwrittenUnasked) {
@@ -156,7 +157,7 @@ TEST_F(CommandBundleTest, SeveralFoldersAndWhatIsSaidAboutThem) {
     expectRun({"bundle", "@backup", "-o", "@p.zip"}, 1, _, HasSubstr("there is no plotter file"));
     expectRefused({"restore", "@o.zip"}, "DIR is missing");
     expectRefused({"restore", "@office/notes.txt", "@new"}, "no zip archive");
-    expectRun({"restore", "@o.zip", "@third", "--map", "Olt=New"}, 1, _,
+    expectRun({"restore", "@o.zip", "@third", "--map", "Olt=New"}, 3, _,
               HasSubstr("did you mean \"Old\""));
 }
 

@@ -180,6 +180,7 @@ TEST(HouseTest, AManifestIsReadAsItWasWrittenOrNotAtAll) {
                               .printer = L"P",
                               .parameters = L"x.pmp",
                               .parametersPath = L"x/\x7ED8.pmp"});
+    manifest.leftOut.push_back({L"/o/b.txt", "it is no plotter file", true});
     const std::string json = platen::manifestJson(manifest);
     platen::BundleManifest read;
     ASSERT_TRUE(platen::readManifest(json, read));
@@ -201,6 +202,7 @@ TEST(HouseTest, AManifestIsReadAsItWasWrittenOrNotAtAll) {
         {"\"parameters_path\":\"x/", "\"parameters_path\":\"y/"},
         {"\"made_by\":\"test\"", "\"made_by\":{}"},
         {"[\"/o\"]", "[[]]"},
+        {"\"left_out\":[", "\"left_out\":[7,"},
     };
     for (const auto& [from, to] : spoiled) {
         std::string text = json;
