@@ -1,11 +1,13 @@
 // A program of its own that uses the installed core, without wxWidgets: makes a table, edits it by
-// path, checks it and prints what is found, with lines.
+// path, checks it, prints what is found, with lines, and bundles it.
 #include <platen/edit.h>
+#include <platen/house.h>
 #include <platen/inspect.h>
 #include <platen/log.h>
 
 #include <iostream>
 #include <memory>
+#include <string>
 
 int main() {
     const std::wstring path = L"core.ctb";
@@ -24,6 +26,13 @@ int main() {
     const platen::CheckResult result = platen::check(path);
     for (const platen::Finding& finding : result.findings) {
         std::cout << platen::describe(finding) << '\n';
+    }
+    platen::BundleWriter bundle({.date = L"2026-01-31"});
+    std::string archive;
+    if (!bundle.add(path, path).file || bundle.finish(archive).files.size() != 1 ||
+        archive.empty()) {
+        std::cout << "the table cannot be bundled\n";
+        return 1;
     }
     // Nothing but the core came along.
     const bool alone = wut::registerLogTarget(nullptr) == nullptr;
