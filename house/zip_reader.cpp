@@ -14,12 +14,12 @@ namespace {
 /// Bytes that are read as a file.
 struct Memory {
     std::string_view bytes;
-    std::uint64_t at = 0;
+    std::size_t at = 0;
 
     static voidpf open(voidpf own, const void*, int) { return own; }
     static uLong read(voidpf own, voidpf, void* to, uLong count) {
         auto& memory = *static_cast<Memory*>(own);
-        count = static_cast<uLong>(std::min<std::uint64_t>(count, memory.bytes.size() - memory.at));
+        count = static_cast<uLong>(std::min<std::size_t>(count, memory.bytes.size() - memory.at));
         std::memcpy(to, memory.bytes.data() + memory.at, count);
         memory.at += count;
         return count;
@@ -35,7 +35,7 @@ struct Memory {
         if (to > memory.bytes.size()) {
             return -1;
         }
-        memory.at = to;
+        memory.at = static_cast<std::size_t>(to);
         return 0;
     }
     static int close(voidpf, voidpf) { return 0; }

@@ -12,16 +12,14 @@ namespace platen::house {
 /// A file in memory, which the library writes and goes back in.
 struct ZipWriter::Memory {
     std::string bytes;
-    std::uint64_t at = 0;
+    std::size_t at = 0;
     zipFile archive = nullptr;
     bool failed = false;
 
     static voidpf open(voidpf own, const void*, int) { return own; }
     static uLong read(voidpf own, voidpf, void* to, uLong count) {
         auto& memory = *static_cast<Memory*>(own);
-        const std::uint64_t rest =
-            memory.bytes.size() - std::min<std::uint64_t>(memory.at, memory.bytes.size());
-        count = static_cast<uLong>(std::min<std::uint64_t>(count, rest));
+        count = static_cast<uLong>(std::min<std::size_t>(count, memory.bytes.size() - memory.at));
         std::memcpy(to, memory.bytes.data() + memory.at, count);
         memory.at += count;
         return count;
@@ -42,7 +40,7 @@ struct ZipWriter::Memory {
         if (to > memory.bytes.size()) {
             return -1;
         }
-        memory.at = to;
+        memory.at = static_cast<std::size_t>(to);
         return 0;
     }
     static int close(voidpf, voidpf) { return 0; }
