@@ -113,6 +113,7 @@ public:
         platen::BundleWriter writer(std::move(settings));
         ExitCode code = addFolders(writer, folders);
         if (code == ExitCode::Interrupted) {
+            fail(console_, out, "nothing was written: interrupted");
             return code;
         }
         for (const platen::BundleWriter::Added& added : writer.addMissingParameters()) {
