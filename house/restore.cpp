@@ -7,6 +7,7 @@
 #include <platen/house_restore.h>
 #include <platen/utcore_host.h>
 #include "edit/refusal.h"
+#include "platform/utcore/file_system.h"
 #include "platform/utcore/folder.h"
 
 namespace platen {
@@ -142,6 +143,9 @@ void store(const PlannedFile& planned, ut::Standing standing, RestoredFile& rest
     const std::string_view pieces[] = {planned.bytes.view()};
     if (const ut::SystemError error = ut::replaceFile(planned.place, pieces)) {
         restored.fault = "it cannot be written: " + error.message();
+        if (!restored.copy.empty()) {
+            ut::systemFiles().remove(std::exchange(restored.copy, {}));
+        }
         return;
     }
     restored.state = standing == ut::Standing::File ? State::Replaced : State::Written;

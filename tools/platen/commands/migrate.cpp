@@ -15,6 +15,7 @@
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/commands/list.h"
 #include "tools/platen/files/batch.h"
+#include "tools/platen/files/destination.h"
 #include "tools/platen/files/file_walk.h"
 #include "tools/platen/files/source.h"
 #include "tools/platen/printers/printer_moves.h"
@@ -50,8 +51,6 @@ struct MigrateOptions {
 };
 
 constexpr std::wstring_view configurationExtension = L"pc3";
-/// Ends the names of the copies, which are never changed themselves.
-constexpr std::string_view copySuffix = ".bak";
 
 bool hasHeader(const std::string& beginning) { return beginning.starts_with("PIAFILEVERSION_"); }
 
@@ -113,7 +112,8 @@ private:
             ut::hasExtension(ut::decodePath(file), configurationExtension);
         constexpr std::size_t enoughToTell = 64;
         const std::string beginning = files::beginningOf(file, enoughToTell);
-        if (file.ends_with(copySuffix) || !(namedConfiguration || mayBeContainer(beginning))) {
+        if (file.ends_with(files::copySuffix) ||
+            !(namedConfiguration || mayBeContainer(beginning))) {
             return ExitCode::Ok;
         }
         platen::SourceFile source;
@@ -212,13 +212,13 @@ private:
     static ExitCode store(const std::string& file, platen::SourceFile& source, std::string& copy,
                           const Console& console) {
         constexpr bool changed = true;
-        if (file != files::standardStream) {
-            copy = ut::encodePath(platen::copyNameFor(ut::decodePath(file)));
-            if (files::writeSource(source, !changed, copy, console) == ExitCode::Error) {
-                return fail(console, file, "not changed, since no copy could be kept");
-            }
+        if (file == files::standardStream) {
+            return files::writeSource(source, changed, file, console);
         }
-        return files::writeSource(source, changed, file, console);
+        copy = ut::encodePath(platen::copyNameFor(ut::decodePath(file)));
+        return files::keepingCopy(
+            file, {.backupSuffix = copy.substr(file.size())}, source.bytes(), console,
+            [&] { return files::writeSource(source, changed, file, console); });
     }
 
     const MigrateOptions& options_;
