@@ -70,7 +70,7 @@ run 3 there restore office.zip new "${there[@]}" --names-only
 mv office before
 run 3 bundle-new bundle new -o new.zip --replace
 run 3 back restore new.zip office "${back[@]}" --names-only
-run "1 2" diff diff before office
+run "1 2" diff diff -r before office
 
 losses new there >logs/lost
 sed -i 's/: would be written/: written/' logs/plan
