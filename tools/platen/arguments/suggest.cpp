@@ -12,7 +12,7 @@ namespace {
 
 /// More than these help nobody, and files may hold any number of names of any length.
 constexpr std::size_t mostShown = 5;
-constexpr std::size_t mostListed = 20;
+constexpr std::size_t mostListed = 30;
 constexpr std::size_t mostCompared = 5000;
 constexpr std::size_t longestCompared = 60;
 
