@@ -29,6 +29,7 @@ CommandEntry entryOf(CLI::App* app, std::shared_ptr<Options> options,
 CommandEntry addInfo(CLI::App& program);
 CommandEntry addGet(CLI::App& program);
 CommandEntry addCheck(CLI::App& program);
+CommandEntry addAudit(CLI::App& program);
 CommandEntry addDiff(CLI::App& program);
 CommandEntry addChart(CLI::App& program);
 CommandEntry addConvert(CLI::App& program);
@@ -49,9 +50,10 @@ CommandEntry addDevmode(CLI::App& program);
 CommandEntry addRepair(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {
-    addInfo,    addGet,    addCheck,       addDiff,      addChart, addConvert,  addCreate,
-    addSet,     addStyle,  addLineweights, addMergePens, addApply, addMerge,    addRepair,
-    addMigrate, addBundle, addRestore,     addPapers,    addPaper, addPrinters, addDevmode};
+inline constexpr auto list = {addInfo,        addGet,       addCheck,   addAudit,  addDiff,
+                              addChart,       addConvert,   addCreate,  addSet,    addStyle,
+                              addLineweights, addMergePens, addApply,   addMerge,  addRepair,
+                              addMigrate,     addBundle,    addRestore, addPapers, addPaper,
+                              addPrinters,    addDevmode};
 
 }  // namespace cli::commands

@@ -111,6 +111,10 @@ CLI::Option* addFiles(CLI::App* command, Selection& selection) {
 void addBatch(CLI::App* command, Selection& selection) {
     command->add_flag("-r,--recursive", selection.recursive,
                       "Folders stand for all plotter files in them");
+    addJobs(command, selection);
+}
+
+void addJobs(CLI::App* command, Selection& selection) {
     command
         ->add_option("-j,--jobs", selection.jobs,
                      "Files worked on at once (as many as there are processors)")

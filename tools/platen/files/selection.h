@@ -45,5 +45,7 @@ Selected select(const std::string& named, const Selection& selection, const Cons
 CLI::Option* addFiles(CLI::App* command, Selection& selection);
 /// Adds -r and --jobs alone.
 void addBatch(CLI::App* command, Selection& selection);
+/// Adds --jobs alone.
+void addJobs(CLI::App* command, Selection& selection);
 
 }  // namespace cli::files
