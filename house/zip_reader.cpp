@@ -1,7 +1,6 @@
 #include <minizip/unzip.h>
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <memory>
 #include <type_traits>
@@ -20,7 +19,7 @@ struct Memory {
     static uLong read(voidpf own, voidpf, void* to, uLong count) {
         auto& memory = *static_cast<Memory*>(own);
         count = static_cast<uLong>(std::min<std::size_t>(count, memory.bytes.size() - memory.at));
-        std::memcpy(to, memory.bytes.data() + memory.at, count);
+        std::copy_n(memory.bytes.data() + memory.at, count, static_cast<char*>(to));
         memory.at += count;
         return count;
     }

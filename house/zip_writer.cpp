@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstring>
 #include <limits>
 
 #include "house/zip.h"
@@ -20,14 +19,14 @@ struct ZipWriter::Memory {
     static uLong read(voidpf own, voidpf, void* to, uLong count) {
         auto& memory = *static_cast<Memory*>(own);
         count = static_cast<uLong>(std::min<std::size_t>(count, memory.bytes.size() - memory.at));
-        std::memcpy(to, memory.bytes.data() + memory.at, count);
+        std::copy_n(memory.bytes.data() + memory.at, count, static_cast<char*>(to));
         memory.at += count;
         return count;
     }
     static uLong write(voidpf own, voidpf, const void* from, uLong count) {
         auto& memory = *static_cast<Memory*>(own);
         memory.bytes.resize(std::max<std::size_t>(memory.bytes.size(), memory.at + count));
-        std::memcpy(memory.bytes.data() + memory.at, from, count);
+        std::copy_n(static_cast<const char*>(from), count, memory.bytes.data() + memory.at);
         memory.at += count;
         return count;
     }
