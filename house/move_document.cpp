@@ -87,7 +87,8 @@ public:
         const bool itsOwn =
             !isParameters ||
             ut::equalNoCase(ut::fileNameOf(name), ut::fileNameOf(move_.parametersBefore));
-        if (name.empty() || move_.parameters.empty() || !itsOwn) {
+        const bool leadsThere = move_.bareNameIsEnough && name == ut::fileNameOf(move_.parameters);
+        if (name.empty() || move_.parameters.empty() || !itsOwn || leadsThere) {
             return;
         }
         change(parametersKey, move_.parameters);

@@ -38,6 +38,22 @@ bool comesBack(const BundleManifest& manifest, const BundledFile& file) {
            withSlashes(file.place) == withSlashes(manifest.folders.front()) + L'/' + file.path;
 }
 
+std::wstring_view folderIn(std::wstring_view path) {
+    const std::size_t slash = path.rfind(L'/');
+    return path.substr(0, slash == std::wstring_view::npos ? 0 : slash + 1);
+}
+
+/// Beside the configuration and in the folder "PMP" there files are found by their names, in this
+/// order.
+bool leadsByName(const BundleManifest& manifest, const BundledFile& file,
+                 const BundledFile& parameters) {
+    const std::wstring beside(folderIn(file.path));
+    const std::wstring_view folder = folderIn(parameters.path);
+    return &file == &parameters || folder == beside ||
+           (folder == beside + L"PMP/" &&
+            fileAt(manifest, beside + parameters.path.substr(folder.size())) == nullptr);
+}
+
 DocumentMove moveOf(const Bundle& bundle, const BundledFile& file,
                     const RestoreSettings& settings) {
     DocumentMove move{.printers = settings.printers, .asked = settings.asked};
@@ -48,6 +64,7 @@ DocumentMove moveOf(const Bundle& bundle, const BundledFile& file,
         move.parameters = placeIn(settings.folder, parameters->path);
         move.parametersBefore = parameters->place;
         move.parametersComeBack = comesBack(manifest, *parameters);
+        move.bareNameIsEnough = leadsByName(manifest, file, *parameters);
     }
     return move;
 }

@@ -81,6 +81,8 @@ struct DocumentMove {
     std::wstring parametersBefore{};
     /// A move back puts it there again.
     bool parametersComeBack = true;
+    /// The name of that file alone leads there, too: documents that name no more keep that.
+    bool bareNameIsEnough = false;
 };
 
 /// What became of a document.

@@ -128,17 +128,22 @@ TEST_F(CommandBundleTest, SeveralFoldersAndWhatIsSaidAboutThem) {
     std::filesystem::create_directories(path("x/office"));
     prepare({"create", "stb", "-o", "@x/office/names.stb"});
     writeConfiguration("x/office/lost.pc3", "Old", "nowhere.pmp");
+    std::filesystem::create_directory(path("x/office/PMP"));
+    writeFile("x/office/PMP/near.pmp", fullParameters, PiaKind::Pc3);
+    writeConfiguration("x/office/near.pc3", "Old", "near.pmp");
     const CommandResult made = run({"bundle", "@office", "@x/office", "-o", "@o.zip", "--json"});
     EXPECT_EQ(made.code, 3);
     EXPECT_THAT(made.err, HasSubstr("the PMP that it names is not found: \"nowhere.pmp\""));
     const nlohmann::json manifest = nlohmann::json::parse(made.out);
     EXPECT_EQ(manifest["schema"], "platen.bundle/1");
-    EXPECT_EQ(manifest["files"].size(), 8U);
+    EXPECT_EQ(manifest["files"].size(), 10U);
     EXPECT_EQ(run({"restore", "@o.zip", "--list", "--json"}).out, made.out);
     expectRun({"restore", "@o.zip", "@new"}, 3, HasSubstr("office_2"),
               HasSubstr("was not found when the bundle was made"));
     EXPECT_TRUE(exists("new/office/sub/b.pc3"));
     EXPECT_EQ(item("new/office_2/lost.pc3", "user_defined_model_pathname"), "nowhere.pmp");
+    // Its name leads there in the new place, too.
+    EXPECT_EQ(item("new/office_2/near.pc3", "user_defined_model_pathname"), "near.pmp");
 
     const CommandResult lines = run({"restore", "@o.zip", "@new", "--json"});
     std::istringstream out(lines.out);
@@ -147,7 +152,7 @@ TEST_F(CommandBundleTest, SeveralFoldersAndWhatIsSaidAboutThem) {
     for (; std::getline(out, line); ++count) {
         EXPECT_EQ(nlohmann::json::parse(line)["state"], "already-there");
     }
-    EXPECT_EQ(count, 8);
+    EXPECT_EQ(count, 10);
 
     std::filesystem::create_directory(path("backup"));
     EXPECT_EQ(run({"bundle", "@office", "-o", "@backup"}).code, 3);

@@ -28,9 +28,10 @@ namespace {
 
 constexpr const char* help =
     R"(BUNDLE is what platen bundle made. Its files come to DIR, which is made if it is
-missing. Each configuration names its PMP where that lands, and with --map the new printer in place
-of the old one; every file is compared with its digest first, written whole or not at all, and read
-back, and the PMP of each configuration has to be found.
+missing. Each configuration names its PMP where that lands (a name without a folder stays where it
+leads there), and with --map the new printer in place of the old one. Every file is compared with its
+digest first, written whole or not at all, and read back, and the PMP of each configuration has to be
+found.
 
 A file that is there and equal stays; one that differs is refused (exit 1), unless --replace is given:
 then the old one is kept beside it with ".bak" at the end of its name. What a move back would not
