@@ -177,11 +177,12 @@ TEST_F(CommandBundleTest, HostileArchivesWriteNothing) {
     };
     const std::string sound = rawZip({good, {"manifest.json", manifestOf({good})}});
     std::string deflated(64, '\0');
-    uLongf size = deflated.size();
+    uLongf size = static_cast<uLongf>(deflated.size());
     const std::string zeros(5000, '\0');
-    ASSERT_EQ(compress(reinterpret_cast<Bytef*>(deflated.data()), &size,
-                       reinterpret_cast<const Bytef*>(zeros.data()), zeros.size()),
-              Z_OK);
+    ASSERT_EQ(
+        compress(reinterpret_cast<Bytef*>(deflated.data()), &size,
+                 reinterpret_cast<const Bytef*>(zeros.data()), static_cast<uLong>(zeros.size())),
+        Z_OK);
     // Without the header and the checksum around the stream.
     const std::string bomb = deflated.substr(2, size - 6);
     RawEntry other{"b.ctb", table};
