@@ -172,6 +172,18 @@ platen_document* platen_document_create_configuration(platen_context* context, c
     });
 }
 
+platen_buffer* platen_devices(platen_context* context) {
+    return with(context, [](platen_context&) {
+        Json json;
+        json["schema"] = "platen.devices/1";
+        Json& list = json["devices"] = Json::array();
+        for (const BuiltInPlotDevice& device : BuiltInPlotDevice::s_cBuiltInPlotDevices) {
+            list.push_back(ut::encodeUtf8(device.name.text()));
+        }
+        return bufferOf(json);
+    });
+}
+
 void platen_document_destroy(platen_document* document) { delete document; }
 
 const char* platen_document_kind(const platen_document* document) {

@@ -2,6 +2,7 @@
 
 #include <platen/utcore.h>
 #include "c_interface/handles.h"
+#include "plotstyle/palette.h"
 
 using namespace platen;
 using namespace platen::c;
@@ -198,6 +199,22 @@ platen_buffer* platen_presets(platen_context* context) {
         Json& list = json["presets"] = Json::array();
         for (const TablePreset& preset : tablePresets()) {
             list.push_back(Json{{"name", preset.name}, {"purpose", preset.purpose}});
+        }
+        return bufferOf(json);
+    });
+}
+
+platen_buffer* platen_palette(platen_context* context) {
+    return with(context, [](platen_context&) {
+        Json json;
+        json["schema"] = "platen.palette/1";
+        Json& list = json["colors"] = Json::array();
+        for (const std::uint32_t color : plot_style::palette) {
+            std::string text = "#000000";
+            for (std::size_t place = 6, rest = color; place > 0; --place, rest /= 16) {
+                text[place] = "0123456789abcdef"[rest % 16];
+            }
+            list.push_back(text);
         }
         return bufferOf(json);
     });

@@ -19,6 +19,11 @@ packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
 # WebAssembly: clang's own libraries, WASI's C library, and Node, which runs the module.
 packages_wasm=(clang-22 lld-22 llvm-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32
     wasi-libc cmake ninja-build nlohmann-json3-dev xz-utils)
+# The page: what bundles it, unless it is there from elsewhere, and the browser of its tests.
+packages_web=()
+command -v node >/dev/null || packages_web+=(nodejs)
+command -v npm >/dev/null || packages_web+=(npm)
+packages_browser=(chromium)
 
 # --- Messages: always on stderr, stdout belongs to the program that is run -----------------------
 
@@ -130,6 +135,23 @@ wasm_prefix() {
     hash=$(cat "$root/scripts/wasm-deps.sh" "$root/cmake/toolchain-wasm.cmake" \
         "$root"/cmake/{zlib,libdeflate,minizip,libmd}.cmake | sha256sum)
     printf '%s/wasm-%s\n' "$cache_folder" "${hash:0:16}"
+}
+
+# Prints the folder of the packages that the page is made and tested with, after installing them.
+web_modules() {
+    local hash folder
+    hash=$(cat "$root/web/package.json" "$root/web/package-lock.json" | sha256sum)
+    folder=$cache_folder/web-${hash:0:16}
+    mkdir -p "$folder"
+    (
+        flock 9
+        [[ ! -f $folder/made ]] || exit 0
+        cp "$root/web/package.json" "$root/web/package-lock.json" "$folder"
+        quietly "installing the packages of the page" "$root/build/logs/npm.log" \
+            npm ci --prefix "$folder" --ignore-scripts --no-audit --no-fund || exit
+        touch "$folder/made"
+    ) 9>"$folder.lock" || return
+    printf '%s\n' "$folder"
 }
 
 # --- Building ------------------------------------------------------------------------------------

@@ -98,6 +98,8 @@ PLATEN_C_API platen_document* platen_document_create_table(platen_context* conte
 /* A new plot configuration of a built-in device, such as "Print As PDF". */
 PLATEN_C_API platen_document* platen_document_create_configuration(platen_context* context,
                                                                    const char* device);
+/* The names of the built-in devices: schema "platen.devices/1". */
+PLATEN_C_API platen_buffer* platen_devices(platen_context* context);
 PLATEN_C_API void platen_document_destroy(platen_document* document);
 
 /* "ctb", "stb", "pc3", "pmp", or "pia" for something else in a sound container. Belongs to the
@@ -164,6 +166,8 @@ PLATEN_C_API int platen_table_read_csv(platen_document* document, const void* by
  * "platen.style-settings/1" and "platen.presets/1". */
 PLATEN_C_API platen_buffer* platen_style_settings(platen_context* context);
 PLATEN_C_API platen_buffer* platen_presets(platen_context* context);
+/* What colours 1 to 255 look like, as "#rrggbb": schema "platen.palette/1". */
+PLATEN_C_API platen_buffer* platen_palette(platen_context* context);
 
 /* --- Charts --- */
 

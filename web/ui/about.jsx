@@ -1,0 +1,1 @@
+export const About = () => null; export const findingCount = () => 0;

@@ -1,0 +1,1 @@
+export const Compare = () => null; export const findingCount = () => 0;

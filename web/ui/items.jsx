@@ -1,0 +1,1 @@
+export const Items = () => null; export const findingCount = () => 0;

@@ -1,0 +1,89 @@
+// Starts the module and shows the page.
+import { render } from 'preact';
+import { Engine } from '../core/engine.js';
+import { app, attempt, chooseFiles, openDialog, openDropped, openItems, redo, save, start, undo }
+    from './app.js';
+import { Page } from './page.jsx';
+
+const decode = (text) => Uint8Array.from(atob(text), (letter) => letter.charCodeAt(0));
+
+async function compiled() {
+    const inside = document.getElementById('platen-module');
+    if (inside === null) {
+        return WebAssembly.compileStreaming(fetch('platen.wasm'));
+    }
+    const packed = new Blob([decode(inside.textContent)]).stream();
+    inside.remove();
+    const stream = packed.pipeThrough(new DecompressionStream('gzip'));
+    return WebAssembly.compile(await new Response(stream).arrayBuffer());
+}
+
+/** Files that came within the page: [{name, base64}]. */
+const embedded = () => JSON.parse(document.getElementById('platen-files').textContent)
+    .map((file) => ({ name: file.name, bytes: decode(file.base64) }));
+
+const shortcuts = {
+    o: () => chooseFiles(),
+    s: () => app.active && save(app.active),
+    z: (event) => app.active && (event.shiftKey ? redo(app.active) : undo(app.active)),
+    y: () => app.active && redo(app.active),
+    p: () => app.active && openDialog('print', { file: app.active }),
+};
+
+function listen() {
+    document.addEventListener('keydown', (event) => {
+        if (app.dialog !== null) {
+            return;
+        }
+        const isField = event.target.matches('input:not([type=checkbox]), textarea');
+        const key = event.key.toLowerCase();
+        if ((event.ctrlKey || event.metaKey) && !event.altKey && key in shortcuts &&
+            !(isField && (key === 'z' || key === 'y'))) {
+            event.preventDefault();
+            shortcuts[key](event);
+        } else if (event.key === '?' && !isField) {
+            event.preventDefault();
+            openDialog('help');
+        }
+    });
+    const body = document.body;
+    body.addEventListener('dragover', (event) => {
+        event.preventDefault();
+        body.classList.add('dropping');
+    });
+    body.addEventListener('dragleave', (event) => {
+        if (event.relatedTarget === null) {
+            body.classList.remove('dropping');
+        }
+    });
+    body.addEventListener('drop', (event) => {
+        event.preventDefault();
+        body.classList.remove('dropping');
+        openDropped(event.dataTransfer);
+    });
+    window.addEventListener('beforeunload', (event) => {
+        if (app.workspace.files.some((file) => file.isChanged)) {
+            event.preventDefault();
+        }
+    });
+}
+
+async function main() {
+    const place = document.getElementById('page');
+    try {
+        start(new Engine(await compiled()));
+    } catch (error) {
+        console.error(error);
+        place.textContent = 'This browser cannot run the page. It needs a browser of 2023 or later.';
+        return;
+    }
+    place.textContent = '';
+    app.render = () => render(<Page />, place);
+    app.render();
+    listen();
+    attempt(() => openItems(embedded()));
+    // For whoever measures or tests the page.
+    window.platen = app;
+}
+
+main();

@@ -1,0 +1,1 @@
+export const Papers = () => null; export const findingCount = () => 0;

@@ -1,0 +1,210 @@
+// The pens of a table: as swatches or as a list, with what is selected in a form beside them.
+import { Component } from 'preact';
+import { useLayoutEffect, useRef } from 'preact/hooks';
+import { app, attempt, say, setView } from './app.js';
+import { columnsOf } from './keys.js';
+import { filters, inRanges, pensOf, selectionText, shownPens, sorts } from './pens.js';
+import { StyleForm } from './style_form.jsx';
+import { TableTools } from './table_tools.jsx';
+
+const millimetres = (weight) => (weight === null ? 'object’s' : weight.toFixed(2));
+
+/** A line at its true weight on paper. */
+export function Line({ pen, width = 60 }) {
+    const weight = pen.weight ?? 0.25;
+    return (
+        <svg class="line" aria-hidden="true" preserveAspectRatio="none">
+            <line x1="0" x2="100%" y1="50%" y2="50%" stroke={pen.shown ?? '#777777'}
+                stroke-width={`${weight}mm`} stroke-dasharray={pen.shown === null ? '2 2' : undefined} />
+        </svg>
+    );
+}
+
+const describe = (pen) => [pen.label, pen.shown === null ? 'the object’s colour' : `plots ${pen.shown}`,
+    pen.weight === null ? 'the object’s line weight' : `${pen.weight} mm`,
+    pen.screening !== '100' && `${pen.screening} % screening`, pen.grayscale === 'on' && 'grayscale',
+    pen.description].filter(Boolean).join(', ');
+
+/** Draws itself again only when its own pen is different. */
+class Item extends Component {
+    shouldComponentUpdate(next) {
+        return next.words !== this.props.words || next.selected !== this.props.selected ||
+            next.current !== this.props.current || next.layout !== this.props.layout;
+    }
+
+    render({ pen, selected, current, layout, words }) {
+        const common = { 'data-number': pen.number, 'aria-selected': selected, tabIndex: current ? 0 : -1,
+            class: pen.differs.length > 0 ? 'pen changed' : 'pen' };
+        if (layout === 'grid') {
+            return (
+                <div role="option" aria-label={words} title={words} {...common}>
+                    <span class="name">{/^Pen \d+$/.test(pen.label) ? pen.number : pen.label}</span>
+                    <span class="weight">{millimetres(pen.weight)}</span>
+                    <Line pen={pen} />
+                </div>
+            );
+        }
+        return (
+            <tr {...common}>
+                <td class="number">{pen.number}</td>
+                <th scope="row"><bdi>{pen.localized_name || pen.name}</bdi></th>
+                <td><span class="chip" style={{ background: pen.shown ?? 'transparent' }} />{pen.color}</td>
+                <td class="number">{millimetres(pen.weight)}</td>
+                <td class="drawn"><Line pen={pen} /></td>
+                <td class="number">{pen.screening}</td>
+                <td>{pen.grayscale === 'on' ? 'gray' : ''}</td>
+                <td class="description"><bdi>{pen.description}</bdi></td>
+            </tr>
+        );
+    }
+}
+
+/** What keys and clicks do with the selection. */
+function selectTo(file, view, pens, number, { range = false, toggle = false, keep = false }) {
+    let selected = new Set([number]);
+    let anchor = number;
+    if (range) {
+        const numbers = pens.map((pen) => pen.number);
+        const from = Math.max(numbers.indexOf(view.anchor), 0);
+        const to = numbers.indexOf(number);
+        selected = new Set(numbers.slice(Math.min(from, to), Math.max(from, to) + 1));
+        anchor = view.anchor;
+    } else if (toggle) {
+        selected = new Set(view.selected);
+        if (!selected.delete(number)) {
+            selected.add(number);
+        }
+    } else if (keep) {
+        selected = view.selected;
+    }
+    setView(file, { selected, anchor, cursor: number });
+}
+
+export function selectEqual(file, number) {
+    const pen = pensOf(file).find((other) => other.number === number);
+    const text = app.workspace.kind(file) === 'ctb' ? `=${number}` : `=${pen.name}`;
+    const { styles } = app.workspace.ask(file, 'platen_styles', text);
+    setView(file, { selected: new Set(styles.map((style) => style.number)), anchor: number });
+    say(`${styles.length} ${styles.length === 1 ? 'pen is' : 'pens are'} like ${pen.label}.`);
+}
+
+function PenList({ file, view, pens }) {
+    const list = useRef();
+    const byKeys = useRef(false);
+    const cursor = pens.some((pen) => pen.number === view.cursor) ? view.cursor : pens[0]?.number;
+    useLayoutEffect(() => {
+        if (byKeys.current) {
+            byKeys.current = false;
+            list.current.querySelector('[tabindex="0"]')?.focus();
+        }
+    });
+    const press = (event) => {
+        const place = pens.findIndex((pen) => pen.number === cursor);
+        const columns = view.layout === 'grid' ? Math.max(columnsOf(list.current), 1) : 1;
+        const moves = { ArrowLeft: -1, ArrowRight: 1, ArrowUp: -columns, ArrowDown: columns,
+            Home: -place, End: pens.length - 1 - place, PageUp: -5 * columns, PageDown: 5 * columns };
+        const control = event.ctrlKey || event.metaKey;
+        if (event.key in moves) {
+            const to = pens[Math.min(Math.max(place + moves[event.key], 0), pens.length - 1)];
+            byKeys.current = true;
+            selectTo(file, view, pens, to.number, { range: event.shiftKey, keep: control });
+        } else if (event.key === ' ') {
+            selectTo(file, view, pens, cursor, { toggle: true });
+        } else if (event.key === 'a' && control) {
+            setView(file, { selected: new Set(pens.map((pen) => pen.number)) });
+        } else if (event.key === '=' && !control) {
+            attempt(() => selectEqual(file, cursor));
+        } else if (event.key === 'Escape') {
+            setView(file, { selected: new Set([cursor]), anchor: cursor });
+        } else if (event.key === 'Enter') {
+            document.querySelector('.form select, .form input')?.focus();
+        } else {
+            return;
+        }
+        event.preventDefault();
+    };
+    const click = (event) => {
+        const number = Number(event.target.closest('[data-number]')?.dataset.number);
+        if (number) {
+            byKeys.current = true;
+            selectTo(file, view, pens, number,
+                { range: event.shiftKey, toggle: event.ctrlKey || event.metaKey });
+        }
+    };
+    const items = pens.map((pen) => (
+        <Item key={pen.number} pen={pen} words={describe(pen)} layout={view.layout}
+            selected={view.selected.has(pen.number)} current={pen.number === cursor} />
+    ));
+    if (pens.length === 0) {
+        return <p class="quiet none">No pen is like that. Change what is searched for, or show all.</p>;
+    }
+    if (view.layout === 'grid') {
+        return (
+            <div class={app.workspace.kind(file) === 'ctb' ? 'grid' : 'grid named'} role="listbox"
+                aria-multiselectable="true" aria-label="Pens" ref={list} onKeyDown={press} onClick={click}>
+                {items}
+            </div>
+        );
+    }
+    return (
+        <div class="scroll">
+            <table class="pens-table" role="grid" aria-multiselectable="true" aria-label="Pens">
+                <thead><tr>
+                    <th scope="col" class="number">No.</th><th scope="col">Name</th>
+                    <th scope="col">Colour</th><th scope="col" class="number">Weight, mm</th>
+                    <th scope="col">Line</th><th scope="col" class="number">Screening, %</th>
+                    <th scope="col">Gray</th><th scope="col">Description</th>
+                </tr></thead>
+                <tbody ref={list} onKeyDown={press} onClick={click}>{items}</tbody>
+            </table>
+        </div>
+    );
+}
+
+function Choice({ label, value, choices, onChange }) {
+    return (
+        <label>{label} <select value={value} onChange={(event) => onChange(event.target.value)}>
+            {Object.entries(choices).map(([key, text]) => <option key={key} value={key}>{text}</option>)}
+        </select></label>
+    );
+}
+
+export function Pens({ file, view }) {
+    const pens = shownPens(file, view);
+    const selected = [...view.selected].sort((one, other) => one - other);
+    const selectText = (text) => attempt(() => {
+        const { styles } = app.workspace.ask(file, 'platen_styles', text);
+        setView(file, { selected: new Set(styles.map((style) => style.number)),
+            cursor: styles[0].number, anchor: styles[0].number });
+        say(`${styles.length} of ${pensOf(file).length} pens are selected.`);
+    });
+    return (
+        <div class="pens-view">
+            <div class="list">
+                <div class="controls">
+                    <label>Search <input type="search" value={view.search}
+                        onInput={(event) => setView(file, { search: event.target.value })} /></label>
+                    <Choice label="Show" value={view.filter} choices={filters}
+                        onChange={(filter) => setView(file, { filter })} />
+                    <Choice label="Sort by" value={view.sort}
+                        choices={Object.fromEntries(Object.entries(sorts).map(([key, [text]]) => [key, text]))}
+                        onChange={(sort) => setView(file, { sort })} />
+                    <label>Select <input type="text" class="select" placeholder="1-9,250"
+                        aria-description="Numbers such as 1-9,250, a name with * for any letters, or =7 for all pens like 7"
+                        value={inRanges(selected, '-', ',')}
+                        onChange={(event) => selectText(event.target.value)} /></label>
+                    <div class="two" role="group" aria-label="Layout">
+                        {[['grid', 'Swatches'], ['table', 'Table']].map(([layout, text]) => (
+                            <button type="button" key={layout} aria-pressed={view.layout === layout}
+                                onClick={() => setView(file, { layout })}>{text}</button>
+                        ))}
+                    </div>
+                </div>
+                <PenList file={file} view={view} pens={pens} />
+                <TableTools file={file} view={view} />
+            </div>
+            <StyleForm file={file} view={view} selected={selected} />
+        </div>
+    );
+}
+export { selectionText };

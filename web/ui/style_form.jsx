@@ -1,0 +1,1 @@
+export const StyleForm = () => null; export const findingCount = () => 0;
