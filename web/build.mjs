@@ -55,13 +55,15 @@ const files = {
     'static/platen.css': style,
     'static/platen.js': script,
     'static/platen.wasm': module,
+    // What the page is without its looks, for tests and benchmarks in Node.
+    'core.mjs': await bundle('core/index.js', 'esm'),
 };
 for (const [name, content] of Object.entries(files)) {
     await writeFile(path.join(folder, name), content);
 }
 
 const compressed = (content) => gzipSync(content, { level: 9 }).length;
-const sizes = Object.entries(files).map(([name, content]) => `${name} ${compressed(content)}`);
+const sizes = Object.entries(files).filter(([name]) => name !== 'core.mjs').map(([name, content]) => `${name} ${compressed(content)}`);
 console.error(`compressed sizes: ${sizes.join(', ')}`);
 const together = ['index.html', 'platen.css', 'platen.js', 'platen.wasm']
     .reduce((sum, name) => sum + compressed(files[`static/${name}`]), 0);

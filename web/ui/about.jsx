@@ -71,7 +71,7 @@ function configuration(file, { document, kind }) {
             ['Port or file', io?.pathname],
             ['Resolution', resolution && `${length(resolution.phys_resolution_x)} × ${
                 length(resolution.phys_resolution_y)} dots per inch`],
-            ['Colours', colours && `${colours.num_colors} (${colours.color_depth} bits)`],
+            ['Colours', colours && `${colours.num_colors.toLocaleString('en')} (${colours.color_depth} bits)`],
             ['Fonts as text', '', 'meta/truetype_as_text'],
         ]],
         ['PDF options', rows(known.filter(({ name }) => name.startsWith('Pdf')))],

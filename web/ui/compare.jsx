@@ -1,8 +1,8 @@
 // Two files side by side, and what one takes from the other.
 import { app, attempt, isTable, say, setView } from './app.js';
-import { pensOf } from './pens.js';
+import { pensOf, settings } from './pens.js';
 import { Line } from './pen_list.jsx';
-import { plural } from './words.js';
+import { plural, settingLabels } from './words.js';
 
 /** What is different from this file to another one; both orders are asked for where changes go. */
 const differences = (from, to) => app.workspace.know(from, `diff ${to.path} ${to.steps.length} ${to.bytes.length}`,
@@ -19,18 +19,24 @@ function gathered(list) {
     return groups;
 }
 
-/** "Color 1: lineweight 0.25 mm -> 0.5 mm" in its parts. */
+/** What is different and both values, in words. */
 function inParts(difference) {
-    const [, subject, rest] = /^(.*?): (.*)$/s.exec(difference.text) ?? [null, '', difference.text];
-    const [what, after] = rest.split(' -> ');
-    if (difference.change !== 'changed' || after === undefined) {
-        const isAdded = difference.change === 'added';
-        return { subject, what: rest, before: isAdded ? '' : 'there', after: isAdded ? 'there' : '' };
+    const { before, after, text, change } = difference;
+    const said = (value, mm) => (mm === undefined ? value : `${mm} mm`);
+    const ends = change === 'changed' ? ` ${said(before, difference.before_mm)} -> ${said(after, difference.after_mm)}` : '';
+    if (ends !== '' && text.endsWith(ends)) {
+        return { what: text.slice(0, -ends.length), before: said(before, difference.before_mm),
+            after: said(after, difference.after_mm) };
     }
-    const value = difference.before_mm !== undefined ? `${difference.before_mm} mm` : null;
-    const words = value !== null && what.endsWith(value) ? [what.slice(0, -value.length), value]
-        : [what.slice(0, what.lastIndexOf(' ')), what.slice(what.lastIndexOf(' ') + 1)];
-    return { subject, what: words[0].trim(), before: words[1], after };
+    return { what: text, before: change === 'added' ? '' : before ?? '', after: change === 'removed' ? '' : after ?? '' };
+}
+
+const inWords = (value) => (value === 'object' ? 'the object’s' : value);
+
+/** The same for all of a style that both tables have: its settings, as people know them. */
+function styleParts(left, right) {
+    return settings().filter(({ word }) => left[word] !== right[word]).map(({ word }) =>
+        ({ what: settingLabels[word] ?? word, before: inWords(left[word]), after: inWords(right[word]) }));
 }
 
 /** Lets `target` become like `model` in these differences, which are from the first to the second. */
@@ -48,9 +54,8 @@ function take(target, model, keys) {
 
 const placeKey = (difference) => JSON.stringify(difference.place);
 
-function Takes({ file, other, list }) {
+function Takes({ file, other, list, subject }) {
     const keys = new Set(list.map(placeKey));
-    const subject = inParts(list[0]).subject || inParts(list[0]).what;
     return (
         <span class="takes">
             <button type="button" aria-label={`${subject}: ${other.name} takes what ${file.name} has`}
@@ -71,25 +76,28 @@ function penAt(file, place) {
 }
 
 function Group({ file, other, list }) {
-    const parts = list.map(inParts);
     const [left, right] = [penAt(file, list[0].place), penAt(other, list[0].place)];
+    const known = left && right ? styleParts(left, right) : [];
+    const parts = known.length > 0 ? known : list.map(inParts);
+    const subject = left?.label ?? right?.label ?? parts[0].what;
+    const takes = <Takes file={file} other={other} list={list} subject={subject} />;
+    const hasHead = left !== undefined || right !== undefined || parts.length > 1;
     return (
         <tbody>
-            {list.length > 1 && (
+            {hasHead && (
                 <tr class="group">
-                    <th scope="rowgroup"><bdi>{parts[0].subject}</bdi></th>
+                    <th scope="rowgroup"><bdi>{left || right ? subject : ''}</bdi></th>
                     <td>{left && <Line pen={left} />}</td>
-                    <td><Takes file={file} other={other} list={list} /></td>
+                    <td>{takes}</td>
                     <td>{right && <Line pen={right} />}</td>
                 </tr>
             )}
-            {list.map((difference, number) => (
+            {parts.map((part, number) => (
                 <tr key={number}>
-                    <th scope="row" class={list.length > 1 ? 'inner' : ''}><bdi>{list.length > 1
-                        ? parts[number].what : `${parts[number].subject} ${parts[number].what}`}</bdi></th>
-                    <td><bdi>{parts[number].before}</bdi></td>
-                    <td>{list.length === 1 && <Takes file={file} other={other} list={list} />}</td>
-                    <td><bdi>{parts[number].after}</bdi></td>
+                    <th scope="row" class={hasHead ? 'inner' : ''}><bdi>{part.what}</bdi></th>
+                    <td><bdi>{part.before}</bdi></td>
+                    <td>{!hasHead && takes}</td>
+                    <td><bdi>{part.after}</bdi></td>
                 </tr>
             ))}
         </tbody>
@@ -110,7 +118,7 @@ function Result({ file, other }) {
     const most = 400;
     return (
         <>
-            <p class="verdict">{plural(diff.differences.length, 'difference')}</p>
+            <p class="verdict">{plural(groups.length, 'difference')}</p>
             <table class="compare-table">
                 <thead><tr><th scope="col">What</th><th scope="col"><bdi>{file.name}</bdi></th>
                     <th scope="col">Take</th><th scope="col"><bdi>{other.name}</bdi></th></tr></thead>

@@ -165,7 +165,7 @@ function Repair({ dialog: { file, safeOnly, report, bytes } }) {
                 right{report.losses.length > 0 ? `, and ${plural(report.losses.length + report.omitted_losses,
                     'piece is', 'pieces are')} lost` : '; nothing is lost'}. Nothing changes before you take it.</p>
             <h3>What is taken for granted</h3>
-            <ul class="findings">
+            <ul class="finding-list">
                 {report.assumptions.map((entry, number) => (
                     <li key={number} class={entry.safe ? 'safe' : 'warning'}>
                         <p><strong>{entry.safe ? 'Certain' : 'Guessed'}</strong> {entry.message}</p>
@@ -178,7 +178,7 @@ function Repair({ dialog: { file, safeOnly, report, bytes } }) {
             {report.omitted_assumptions > 0 && <p class="quiet">and {report.omitted_assumptions} more</p>}
             {report.losses.length > 0 && <>
                 <h3>What is lost</h3>
-                <ul class="findings">
+                <ul class="finding-list">
                     {report.losses.map((loss, number) => (
                         <li key={number} class="error"><p>{loss.count} {loss.unit} <q><bdi>{loss.text}</bdi></q></p>
                             <p class="quiet">{place(loss)}</p></li>

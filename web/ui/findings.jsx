@@ -72,9 +72,9 @@ export function Findings({ file }) {
                 ? 'Nothing is wrong with this file.'
                 : error ? 'This file cannot be used as it is.'
                     : `${plural(count, 'thing is', 'things are')} not as they should be.`}</p>
-            {error && <ul class="findings"><Finding finding={{ severity: 'error', message: error.message,
+            {error && <ul class="finding-list"><Finding finding={{ severity: 'error', message: error.message,
                 path: error.place, remedy: error.remedy }} /></ul>}
-            <ul class="findings">
+            <ul class="finding-list">
                 {findings.map((finding, number) => <Finding key={number} finding={finding} />)}
             </ul>
             {omitted > 0 && <p class="quiet">and {omitted} more</p>}

@@ -1,6 +1,5 @@
 // The frame of the page: what can be done, the files that are open, and the one that is shown.
-import { app, chooseFiles, closeFile, hasPapers, isTable, kindNames, openDialog, openFiles, redo, save,
-    setView, show, undo, viewOf } from './app.js';
+import { app, chooseFiles, closeFile, hasPapers, isTable, kindNames, openDialog, openFiles, redo, save, show, undo, viewOf } from './app.js';
 import { About } from './about.jsx';
 import { Compare } from './compare.jsx';
 import { Dialogs } from './dialogs.jsx';
@@ -121,7 +120,7 @@ function FileView({ file }) {
                         <button type="button" role="tab" key={name} id={`tab-${name}`}
                             aria-selected={name === current} aria-controls="part"
                             tabIndex={name === current ? 0 : -1}
-                            onClick={() => setView(file, { tab: name })}>
+                            onClick={() => show(file, name)}>
                             {tabs[name][0]}
                             {name === 'findings' && count > 0 &&
                                 <span class="count">{count}<span class="unseen"> found</span></span>}
@@ -130,7 +129,7 @@ function FileView({ file }) {
                 </div>
             </div>
             <section id="part" role="tabpanel" aria-labelledby={`tab-${current}`} aria-label={title}
-                tabIndex={-1} class={`part ${current}`} key={`${file.path}/${current}`}>
+                tabIndex={-1} class={`part part-${current}`} key={`${file.path}/${current}`}>
                 <Content file={file} view={view} />
             </section>
         </main>

@@ -36,42 +36,37 @@ export const sizeText = (paper) => `${paper.width.toFixed(paper.units === 'in' ?
 
 const inMm = (paper, value) => (paper.units === 'in' ? value * 25.4 : value);
 
-/** The papers beside each other on one ground line, all to the same scale. */
+const largestSide = 250;
+
+/** The papers beside each other, all to the same scale. */
 export function PaperDrawing({ papers, selected, onSelect }) {
-    const gap = Math.max(...papers.map((paper) => inMm(paper, paper.width))) * 0.08;
-    const tallest = Math.max(...papers.map((paper) => inMm(paper, paper.height)));
-    const letters = tallest / 26;
-    let right = gap;
-    const placed = papers.map((paper) => {
-        const width = inMm(paper, paper.width);
-        const left = right;
-        right += Math.max(width, letters * 6) + gap;
-        return { paper, left, width, height: inMm(paper, paper.height) };
-    });
+    const most = Math.max(...papers.flatMap((paper) =>
+        [inMm(paper, paper.width) * 0.6, inMm(paper, paper.height)]));
+    const scaled = (paper, value) => inMm(paper, value) * largestSide / most;
     return (
-        <svg class="papers-drawing" viewBox={`0 0 ${right} ${tallest + 4.4 * letters}`} role="img"
-            aria-label={`Drawn to scale: ${papers.map((paper) => `${paper.name}, ${sizeText(paper)}`).join('; ')}`}>
-            {placed.map(({ paper, left, width, height }, number) => {
-                const top = tallest - height + letters;
-                const margins = paper.margins;
+        <div class="sheets">
+            {papers.map((paper, number) => {
+                const [width, height] = [scaled(paper, paper.width), scaled(paper, paper.height)];
+                const { left = 0, bottom = 0, right = 0, top = 0 } = paper.margins ?? {};
                 return (
-                    <g key={number} class={paper.name === selected ? 'paper current' : 'paper'}
+                    <figure key={number} class={paper.name === selected ? 'current' : ''}
                         onClick={() => onSelect?.(paper)}>
-                        <rect class="sheet" x={left} y={top} width={width} height={height}
-                            vector-effect="non-scaling-stroke" />
-                        {margins && (
-                            <rect class="printable" x={left + inMm(paper, margins.left)}
-                                y={top + inMm(paper, margins.top)} vector-effect="non-scaling-stroke"
-                                width={Math.max(width - inMm(paper, margins.left + margins.right), 0)}
-                                height={Math.max(height - inMm(paper, margins.top + margins.bottom), 0)} />
-                        )}
-                        <text x={left} y={tallest + 2.4 * letters} font-size={letters}>{paper.name}</text>
-                        <text class="size" x={left} y={tallest + 3.7 * letters} font-size={letters * 0.85}>
-                            {sizeText(paper)}{paper.isChosen ? ', chosen' : ''}</text>
-                    </g>
+                        <svg width={width + 2} height={height + 2} viewBox={`-1 -1 ${width + 2} ${height + 2}`}
+                            aria-hidden="true">
+                            <rect class="sheet" width={width} height={height} />
+                            {left + bottom + right + top > 0 && (
+                                <rect class="printable" x={scaled(paper, left)} y={scaled(paper, top)}
+                                    width={Math.max(width - scaled(paper, left + right), 0)}
+                                    height={Math.max(height - scaled(paper, top + bottom), 0)} />
+                            )}
+                        </svg>
+                        <figcaption><bdi>{paper.name}</bdi><br />
+                            <span class="quiet">{sizeText(paper)}{paper.isChosen ? ', chosen' : ''}</span>
+                        </figcaption>
+                    </figure>
                 );
             })}
-        </svg>
+        </div>
     );
 }
 
@@ -166,7 +161,7 @@ export function Papers({ file, view }) {
                     ))}
                     {all.length === 0 && <p class="quiet">No papers of its own.</p>}
                     {papers.length > 0 && (
-                        <table>
+                        <div class="scroll-sideways" tabIndex={0} role="region" aria-label="Custom papers"><table>
                             <thead><tr><th scope="col">Custom paper</th><th scope="col" class="number">Width</th>
                                 <th scope="col" class="number">Height</th><th scope="col">Units</th>
                                 <th scope="col" class="number">Margins left, bottom, right, top</th>
@@ -186,7 +181,7 @@ export function Papers({ file, view }) {
                                     </tr>
                                 ))}
                             </tbody>
-                        </table>
+                        </table></div>
                     )}
                     {largest?.width > 0 && <p class="quiet">The device takes papers up to {largest.width} × {
                         largest.height} mm.</p>}

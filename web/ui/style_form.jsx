@@ -162,7 +162,7 @@ function CopyFrom({ file, selected }) {
     };
     return (
         <form class="pair copy" onSubmit={copy}>
-            <label class="grow">Make like{' '}
+            <label class="grow">Make like {byColour && 'pen'}
                 {byColour ? <input type="number" name="from" min="1" max={pens.length} required />
                     : <select name="from">
                         {pens.map((pen) => <option key={pen.number} value={pen.number}>{pen.label}</option>)}

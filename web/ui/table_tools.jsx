@@ -1,6 +1,6 @@
 // What is done with a table as a whole, and with the styles of a named one.
 import { app, attempt, attemptLater, complain, download, edit, openDialog, setView } from './app.js';
-import { inRanges, pensOf, selectionText } from './pens.js';
+import { pensOf, selectionText } from './pens.js';
 import { moveWithin } from './keys.js';
 import { plural } from './words.js';
 
@@ -61,7 +61,6 @@ export function TableTools({ file, view }) {
                 event.target.value = '';
                 csv ? importCsv(file, csv) : complain(new Error('no file was chosen'));
             }} />
-            <span class="quiet">{inRanges(selected) && `${plural(selected.length, 'pen')} selected`}</span>
         </div>
     );
 }

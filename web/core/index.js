@@ -1,0 +1,2 @@
+export { Engine, PlatenError, RestartedError } from './engine.js';
+export { Workspace } from './workspace.js';
