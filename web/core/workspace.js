@@ -7,6 +7,8 @@ const baseName = (path) => path.split(/[/\\]/).pop();
 const equalBytes = (one, other) =>
     one.length === other.length && one.every((byte, place) => byte === other[place]);
 
+const nameOfParameters = 'meta/user_defined_model_pathname';
+
 /** What a folder cannot hold in a name becomes a hyphen; the name for people stays. */
 const storedName = (name) => name.replaceAll(/[/\0]/gu, '-') || 'file';
 
@@ -139,7 +141,7 @@ export class Workspace {
         try {
             const handle = this.document(file);
             result = work(handle);
-            this.#step(words, [[file, handle.bytes('platen_document_bytes')]], [file]);
+            this.#step(words, file, [[file, handle.bytes('platen_document_bytes')]], [file]);
         } catch (error) {
             this.#drop(file);
             throw error;
@@ -151,7 +153,7 @@ export class Workspace {
     replace(file, words, handle) {
         const bytes = handle.bytes('platen_document_bytes');
         handle.destroy();
-        this.#step(words, [[file, bytes]]);
+        this.#step(words, file, [[file, bytes]]);
     }
 
     /** Changes custom papers; a configuration and its parameters may both become different. */
@@ -178,7 +180,7 @@ export class Workspace {
             }
         }
         this.#keepNameOfParameters(changes);
-        this.#step(words, changes);
+        this.#step(words, file, changes);
         return written;
     }
 
@@ -188,35 +190,31 @@ export class Workspace {
         return file;
     }
 
-    /** Here nobody knows the folder of the person's files, so a configuration goes on naming its
-     *  parameters as it did, or by their name alone: they are looked for beside it. */
+    /** Here nobody knows the folder of the person's files, so both files go on naming the parameters as
+     *  they did, or by their name alone: they are looked for beside the configuration. */
     #keepNameOfParameters(changes) {
-        const item = 'meta/user_defined_model_pathname';
         for (const change of changes) {
             const [file, bytes] = change;
             const now = this.#engine.open(bytes, file.path);
-            if (now.kind === 'pc3') {
-                const named = now.text('platen_document_get', item);
-                const before = file.bytes && this.#nameBefore(file, item);
-                const name = before && baseName(before).toLowerCase() === baseName(named).toLowerCase()
-                    ? before : baseName(named);
-                if (named !== '') {
-                    now.do('platen_document_set', item, name);
-                    change[1] = now.bytes('platen_document_bytes');
-                }
+            const named = this.#nameIn(now);
+            const before = file.bytes ? this.#nameIn(this.document(file)) : '';
+            if (named !== '') {
+                const isSame = baseName(before).toLowerCase() === baseName(named).toLowerCase();
+                now.do('platen_document_set', nameOfParameters, isSame ? before : baseName(named));
+                change[1] = now.bytes('platen_document_bytes');
             }
             now.destroy();
         }
     }
 
-    #nameBefore(file, item) {
-        const before = this.#engine.open(file.bytes, file.path);
+    #nameIn(handle) {
         try {
-            return before.text('platen_document_get', item);
-        } catch {
+            return handle.text('platen_document_get', nameOfParameters);
+        } catch (error) {
+            if (error instanceof RestartedError) {
+                throw error;
+            }
             return '';
-        } finally {
-            before.destroy();
         }
     }
 
@@ -226,16 +224,18 @@ export class Workspace {
         }
     }
 
-    /** Notes what is different; `current` are files whose document is the new state already. */
-    #step(words, changes, current = []) {
+    /** Notes what is different after something was done in `file`; the documents of `current` files are
+     *  the new state already. */
+    #step(words, file, changes, current = []) {
         const step = { words, changes: changes
-            .filter(([file, bytes]) => file.bytes === null || !equalBytes(file.bytes, bytes))
-            .map(([file, after]) => ({ file, before: file.bytes, after })) };
+            .filter(([other, bytes]) => other.bytes === null || !equalBytes(other.bytes, bytes))
+            .map(([other, after]) => ({ file: other, before: other.bytes, after })) };
+        step.files = new Set([file, ...step.changes.map((change) => change.file)]);
         if (step.changes.length > 0) {
             this.#become(step, 'after', current);
-            for (const { file } of step.changes) {
-                file.steps.push(step);
-                file.undone = [];
+            for (const other of step.files) {
+                other.steps.push(step);
+                other.undone = [];
             }
         }
         this.onChange();
@@ -268,7 +268,7 @@ export class Workspace {
 
     static #last(file, list) {
         const step = file[list].at(-1);
-        return step?.changes.every((change) => change.file[list].at(-1) === step) ? step : undefined;
+        return step && [...step.files].every((other) => other[list].at(-1) === step) ? step : undefined;
     }
 
     undo(file) { return this.#move(this.undoable(file), 'steps', 'undone', 'before'); }
@@ -276,9 +276,9 @@ export class Workspace {
 
     #move(step, from, to, side) {
         if (step) {
-            for (const { file } of step.changes) {
-                file[from].pop();
-                file[to].push(step);
+            for (const other of step.files) {
+                other[from].pop();
+                other[to].push(step);
             }
             this.#become(step, side);
             this.onChange();

@@ -98,9 +98,9 @@ function AddStyle({ dialog: { file, like } }) {
 function RenameStyle({ dialog: { file, pen } }) {
     return (
         <Dialog title="Rename a style" action="Rename" onDone={(data) => edit(file,
-            `style ${pen.name} is called ${data.get('name').trim()}`, (document) =>
+            `style ${pen.label} is called ${data.get('name').trim()}`, (document) =>
                 document.do('platen_style_rename', pen.name, data.get('name').trim()))}>
-            <label class="field"><span>Name</span><input name="name" required value={pen.name} /></label>
+            <label class="field"><span>Name</span><input name="name" required value={pen.label} /></label>
         </Dialog>
     );
 }

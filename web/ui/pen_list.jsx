@@ -20,15 +20,16 @@ export function Line({ pen }) {
     );
 }
 
-const describe = (pen) => [pen.label, pen.shown === null ? 'the object’s colour' : `plots ${pen.shown}`,
-    pen.weight === null ? 'the object’s line weight' : `${pen.weight} mm`,
+/** What is to be known beside number, name and weight. */
+const describe = (pen) => [pen.shown === null ? 'the object’s colour' : `plots ${pen.shown}`,
     pen.screening !== '100' && `${pen.screening} % screening`, pen.grayscale === 'on' && 'grayscale',
     pen.description].filter(Boolean).join(', ');
 
 /** Draws itself again only when its own pen is different. */
 class Item extends Component {
     shouldComponentUpdate(next) {
-        return next.words !== this.props.words || next.selected !== this.props.selected ||
+        return next.words !== this.props.words || next.pen.weight !== this.props.pen.weight ||
+            next.pen.short !== this.props.pen.short || next.selected !== this.props.selected ||
             next.current !== this.props.current || next.layout !== this.props.layout;
     }
 
@@ -37,10 +38,11 @@ class Item extends Component {
             class: pen.differs.length > 0 ? 'pen changed' : 'pen' };
         if (layout === 'grid') {
             return (
-                <div role="option" aria-label={words} title={words} {...common}>
-                    <span class="name">{/^Pen \d+$/.test(pen.label) ? pen.number : pen.label}</span>
+                <div role="option" title={words} {...common}>
+                    <span class="name"><bdi>{pen.short}</bdi></span>
                     <span class="weight">{millimetres(pen.weight)}</span>
                     <Line pen={pen} />
+                    <span class="unseen">, {words}</span>
                 </div>
             );
         }

@@ -75,7 +75,8 @@ export function pensOf(file) {
         const standard = fresh();
         return app.workspace.ask(file, 'platen_styles').styles.map((style) => ({
             ...style,
-            label: byColour ? `Pen ${style.number}` : style.name,
+            label: byColour ? `Pen ${style.number}` : style.localized_name || style.name,
+            short: byColour ? `${style.number}` : style.localized_name || style.name,
             own: ownColor(style, byColour),
             shown: plottedColor(style, byColour),
             weight: weightOf(style),
@@ -88,7 +89,7 @@ export function pensOf(file) {
 /** Words that name exactly these styles, whatever names the table has. */
 export function selectionText(file, numbers) {
     const names = app.workspace.kind(file) === 'ctb' ? new Set()
-        : new Set(pensOf(file).map((pen) => pen.name.toLowerCase()));
+        : new Set(pensOf(file).flatMap((pen) => [pen.name, pen.label]).map((name) => name.toLowerCase()));
     let text = inRanges(numbers, '-', ',');
     while (names.has(text)) {
         text += `,${numbers[0]}`;
@@ -113,7 +114,7 @@ const hueOf = (color) => {
 
 export const sorts = {
     number: ['Number', (pen) => pen.number],
-    name: ['Name', (pen) => pen.name.toLowerCase()],
+    name: ['Name', (pen) => pen.label.toLowerCase()],
     weight: ['Line weight', (pen) => pen.weight ?? -1],
     color: ['Plotted colour', (pen) => hueOf(pen.shown)],
     screening: ['Screening', (pen) => Number(pen.screening)],

@@ -28,7 +28,7 @@ function PenChart({ file }) {
     return (
         <div class="print-pens">
             {pensOf(file).map((pen) => (
-                <div key={pen.number}><b>{pen.label.replace(/^Pen /, '')}</b><Line pen={pen} />
+                <div key={pen.number}><b>{pen.short}</b><Line pen={pen} />
                     <span>{pen.weight === null ? 'object’s' : `${pen.weight.toFixed(2)} mm`}{
                         pen.screening !== '100' ? ` ${pen.screening} %` : ''}</span></div>
             ))}
@@ -52,7 +52,7 @@ export function PrintDialog({ dialog: { file } }) {
             return false;
         }}>
             <p class="quiet">Choose 100 % or “actual size” in the printer’s dialog: lines then have their true weight.</p>
-            <div class="chart">
+            <div class="chart" tabIndex={0} role="region" aria-label="Chart">
                 <h2 class="print-only"><bdi>{file.name}</bdi></h2>
                 {address ? <img src={address} alt={`Chart of ${file.name}`} /> : <Own file={file} />}
                 <div class="scale-bar" aria-hidden="true"><span>50 mm</span></div>

@@ -48,12 +48,13 @@ CommandEntry addPaper(CLI::App& program);
 CommandEntry addPrinters(CLI::App& program);
 CommandEntry addDevmode(CLI::App& program);
 CommandEntry addRepair(CLI::App& program);
+CommandEntry addView(CLI::App& program);
 
 /// In the order in which the help of the program shows them.
-inline constexpr auto list = {addInfo,        addGet,       addCheck,   addAudit,  addDiff,
-                              addChart,       addConvert,   addCreate,  addSet,    addStyle,
-                              addLineweights, addMergePens, addApply,   addMerge,  addRepair,
-                              addMigrate,     addBundle,    addRestore, addPapers, addPaper,
-                              addPrinters,    addDevmode};
+inline constexpr auto list = {addInfo,   addGet,         addCheck,     addAudit,   addDiff,
+                              addView,   addChart,       addConvert,   addCreate,  addSet,
+                              addStyle,  addLineweights, addMergePens, addApply,   addMerge,
+                              addRepair, addMigrate,     addBundle,    addRestore, addPapers,
+                              addPaper,  addPrinters,    addDevmode};
 
 }  // namespace cli::commands
