@@ -8,14 +8,19 @@ import { plural } from './words.js';
 
 const millimetres = (weight) => (weight === null ? 'object’s' : weight.toFixed(2));
 
-/** Paper with the colour as plotted, and a line at its true weight. */
+const pixelsPerMillimetre = 96 / 25.4;
+
+/** Paper with the colour as plotted and a line at its true weight; the object's weight is dashed. One
+ *  shape, since there are hundreds of them. */
 export function Line({ pen }) {
-    const color = pen.shown ?? '#6f6f6f';
+    const weight = (pen.weight ?? 0.25) * pixelsPerMillimetre;
+    const top = 9.5 - weight / 2;
+    const piece = (left, width) => `M${left} ${top}h${width}v${weight}h${-width}z`;
+    const line = pen.weight === null
+        ? [20, 29, 38, 47, 56].map((left) => piece(left, 6)).join('') : piece(20, 999);
     return (
         <svg class="line" aria-hidden="true">
-            {pen.shown !== null && <rect width="15" height="100%" fill={color} />}
-            <line x1="20" x2="100%" y1="9.5" y2="9.5" stroke={color} stroke-width={`${pen.weight ?? 0.25}mm`}
-                stroke-dasharray={pen.weight === null ? '6 3' : undefined} />
+            <path d={pen.shown === null ? line : `M0 0h15v19H0z${line}`} fill={pen.shown ?? '#6f6f6f'} />
         </svg>
     );
 }
@@ -38,11 +43,11 @@ class Item extends Component {
             class: pen.differs.length > 0 ? 'pen changed' : 'pen' };
         if (layout === 'grid') {
             return (
-                <div role="option" title={words} {...common}>
-                    <span class="name"><bdi>{pen.short}</bdi></span>
+                <div role="option" title={words} {...common}
+                    aria-label={`${pen.short} ${millimetres(pen.weight)}, ${words}`}>
+                    <span class="name" dir="auto">{pen.short}</span>
                     <span class="weight">{millimetres(pen.weight)}</span>
                     <Line pen={pen} />
-                    <span class="unseen">, {words}</span>
                 </div>
             );
         }
