@@ -23,6 +23,8 @@ const again = [];
 const native = [];
 for (let round = 0; round < rounds; ++round) {
     const { page } = await openPage();
+    // Until everything that belongs to starting is over.
+    await page.evaluate(() => new Promise((done) => requestIdleCallback(done)));
     for (const times of [first, again]) {
         const result = await opened(page);
         if (result.pens !== 255) {

@@ -259,7 +259,10 @@ test('names of hostile files are text, and nothing else', async () => {
     await press(page, 'Print');
     await press(page, 'Cancel');
     const shown = path.join(work, 'view.html');
-    platen(work, 'view', 'hostile.stb', '-o', shown);
+    // A name without a slash can be that of a file.
+    const name = '<!--<script>.stb';
+    writeFileSync(path.join(work, name), readFileSync(table));
+    platen(work, 'view', name, '-o', shown);
     const second = await openPage({ html: shown });
     assert.equal((await options(second.page)).length, 4);
     for (const tab of [page, second.page]) {

@@ -18,7 +18,8 @@ process.on('exit', () => rmSync(work, { recursive: true, force: true }));
 
 /** Runs the command of this machine in a folder. Done with warnings is done. */
 export function platen(folder, ...args) {
-    const { status, stderr } = spawnSync(command, args, { cwd: folder, stdio: ['ignore', 'ignore', 'pipe'] });
+    const { status, stderr } = spawnSync(command, args, { cwd: folder, stdio: ['ignore', 'ignore', 'pipe'],
+        env: { ...process.env, PLATEN_PAGE: path.join(root, 'build/web/platen.html') } });
     assert.ok(status === 0 || status === 3, `${args.join(' ')}: ${status} ${stderr}`);
 }
 

@@ -55,7 +55,7 @@ function configuration(file, { document, kind }) {
             ['Model', [meta.canonical_family_name, meta.localized_model_name].filter(Boolean).join(', ')],
             ['Driver', meta.driver_pathname],
             ['Parameters (PMP)', kind === 'pc3' && meta.user_defined_model_pathname
-                ? document.pmp ?? `${meta.user_defined_model_pathname}, not among the open files` : ''],
+                ? document.pmp?.split('/').pop() ?? `${meta.user_defined_model_pathname}, not among the open files` : ''],
         ]],
         ['Paper', size ? [
             ['Paper', size.name],

@@ -36,13 +36,12 @@ export const sizeText = (paper) => `${paper.width.toFixed(paper.units === 'in' ?
 
 const inMm = (paper, value) => (paper.units === 'in' ? value * 25.4 : value);
 
-const largestSide = 250;
-
 /** The papers beside each other, all to the same scale. */
 export function PaperDrawing({ papers, selected, onSelect }) {
     const most = Math.max(...papers.flatMap((paper) =>
         [inMm(paper, paper.width) * 0.6, inMm(paper, paper.height)]));
-    const scaled = (paper, value) => inMm(paper, value) * largestSide / most;
+    const largest = papers.length > 6 ? 160 : 250;
+    const scaled = (paper, value) => inMm(paper, value) * largest / most;
     return (
         <div class="sheets">
             {papers.map((paper, number) => {

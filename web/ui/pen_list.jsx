@@ -40,12 +40,12 @@ class Item extends Component {
 
     render({ pen, selected, current, layout, words }) {
         const common = { 'data-number': pen.number, 'aria-selected': selected, tabIndex: current ? 0 : -1,
-            class: pen.differs.length > 0 ? 'pen changed' : 'pen' };
+            class: 'pen' };
         if (layout === 'grid') {
             return (
                 <div role="option" title={words} {...common}
-                    aria-label={`${pen.short} ${millimetres(pen.weight)}, ${words}`}>
-                    <span class="name" dir="auto">{pen.short}</span>
+                    aria-label={`${pen.short} ${millimetres(pen.weight)} ${pen.weight === null ? 'line weight' : 'mm'}, ${words}`}>
+                    <span class="name" dir="auto">{pen.short}</span>{' '}
                     <span class="weight">{millimetres(pen.weight)}</span>
                     <Line pen={pen} />
                 </div>

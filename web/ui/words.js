@@ -10,11 +10,11 @@ export const settingLabels = {
 export const settingOrder = Object.keys(settingLabels);
 
 export const propertyLabels = {
-    PdfImageDPI: 'Resolution of images, dots per inch',
-    PdfImageCompression: 'Compression of images (number of the kind)',
+    PdfImageDPI: 'Image resolution, dots per inch',
+    PdfImageCompression: 'Image compression',
     PdfImageAntiAlias: 'Smooth images',
-    PdfLayersSetting: 'Layers (number of the way)',
-    PdfPdfA: 'PDF/A (number of the standard)',
+    PdfLayersSetting: 'Layers',
+    PdfPdfA: 'PDF/A level',
     PdfCreateBookmarks: 'Make bookmarks',
     PdfEmbeddedTtf: 'Embed TrueType fonts',
     PdfExport: 'Write PDF',
