@@ -162,7 +162,7 @@ TEST_F(CommandBundleTest, SeveralFoldersAndWhatIsSaidAboutThem) {
     expectRun({"bundle", "@backup", "-o", "@p.zip"}, 1, _, HasSubstr("there is no plotter file"));
     expectRefused({"restore", "@o.zip"}, "DIR is missing");
     expectRefused({"restore", "@office/notes.txt", "@new"}, "no zip archive");
-    expectRun({"restore", "@o.zip", "@third", "--map", "Olt=New"}, 3, _,
+    expectRun({"restore", "@o.zip", "@third", "--map", "Olt=New", "--names-only"}, 3, _,
               HasSubstr("did you mean \"Old\""));
 }
 

@@ -151,7 +151,7 @@ TEST_F(CommandMigrateTest, WrongUsageChangesNothing) {
         expectRefused(joined({"migrate", "@tree", "--names-only"}, arguments), message);
     }
     EXPECT_EQ(read("tree/a.pc3"), before);
-    expectRefused({"migrate", "@nowhere", "--map", "A=B"}, "nowhere");
+    expectRefused({"migrate", "@nowhere", "--map", "A=B", "--names-only"}, "nowhere");
     EXPECT_THAT(names(), testing::ElementsAre("tree"));
     prepare({"create", "ctb", "-o", "@pens.ctb"});
     write("list", path("tree/a.pc3") + '\n' + path("pens.ctb") + '\n');

@@ -37,7 +37,8 @@ void damage(std::string& bytes, RandomDocuments& chance) {
     switch (chance.below(6)) {
         case 0:
         case 1:
-            bytes[at] = static_cast<char>(bytes[at] ^ (1U << chance.below(8)));
+            bytes[at] =
+                static_cast<char>(static_cast<unsigned char>(bytes[at]) ^ (1U << chance.below(8)));
             break;
         case 2:
             bytes.resize(at);
