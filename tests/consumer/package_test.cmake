@@ -13,7 +13,8 @@ set(settings -DCMAKE_BUILD_TYPE=Release
     # By name, since a cross build looks for packages in the toolchain's folders only.
     "-Dplaten_DIR=${installed}/${LIBDIR}/cmake/platen")
 if(TOOLCHAIN)
-    list(APPEND settings "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+    list(APPEND settings
+        "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-DPLATEN_WINDOWS_PREFIX=${LIBRARIES}")
 else()
     list(APPEND settings "-DCMAKE_CXX_COMPILER=${COMPILER}")
 endif()
