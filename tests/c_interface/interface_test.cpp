@@ -9,6 +9,7 @@
 #include <platen/platen.h>
 #include "tests/support/configurations.h"
 #include "tests/support/files.h"
+#include "tests/support/json_seen.h"
 #include "tests/support/trees.h"
 
 namespace {
@@ -29,6 +30,7 @@ using Papers = std::unique_ptr<platen_papers, Destroy>;
 std::string taken(platen_buffer* buffer) {
     std::string bytes(platen_buffer_data(buffer), platen_buffer_size(buffer));
     platen_buffer_destroy(buffer);
+    keepJson(bytes);
     return bytes;
 }
 
@@ -47,7 +49,10 @@ protected:
         return Document(platen_document_create_table(context.get(), kind, nullptr));
     }
     std::string place(const char* name) const { return folder.path(name).string(); }
-    Json error() const { return Json::parse(platen_context_error(context.get())); }
+    Json error() const {
+        keepJson(platen_context_error(context.get()));
+        return Json::parse(platen_context_error(context.get()));
+    }
 
     TemporaryFolder folder;
     Context context{platen_context_create()};

@@ -9,6 +9,7 @@
 #include <platen/pia.h>
 #include <platen/utcore.h>
 #include "tests/support/files.h"
+#include "tests/support/json_seen.h"
 #include "tools/platen/command.h"
 
 struct CommandResult {
@@ -43,6 +44,8 @@ protected:
         std::ostringstream err;
         std::istringstream in(input);
         const int code = cli::run(arguments, {out, err, in, terminal, false});
+        keepJson(out.str());
+        keepJson(err.str());
         return {code, out.str(), err.str()};
     }
 

@@ -1,0 +1,45 @@
+#include "tests/support/json_seen.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <set>
+#include <string>
+
+namespace {
+
+std::string runningTest() {
+    const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+    std::string name =
+        test == nullptr ? "none" : std::string(test->test_suite_name()) + '.' + test->name();
+    std::ranges::replace(name, '/', '-');
+    return name;
+}
+
+}  // namespace
+
+void keepJson(std::string_view text) {
+    static std::mutex mutex;
+    static std::set<std::string> begun;
+    const std::lock_guard lock(mutex);
+    std::ofstream kept;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(text.size(), line.size() + 1));
+        if (!line.starts_with(R"({"schema":)")) {
+            continue;
+        }
+        if (!kept.is_open()) {
+            const std::filesystem::path folder(PLATEN_JSON_SEEN);
+            const std::string name = runningTest();
+            std::filesystem::create_directories(folder);
+            kept.open(folder / (name + ".jsonl"), begun.insert(name).second
+                                                      ? std::ios::binary
+                                                      : std::ios::binary | std::ios::app);
+        }
+        kept << line << '\n';
+    }
+}
