@@ -7,6 +7,7 @@ set(below_arguments arguments)
 set(below_words words arguments console)
 set(below_files files words arguments console)
 set(below_printers printers files words arguments console)
+set(below_help help)
 set(below_commands commands printers files words arguments console)
 
 file(GLOB_RECURSE sources RELATIVE "${COMMAND}" "${COMMAND}/*.h" "${COMMAND}/*.cpp")

@@ -2,17 +2,21 @@
 #include <algorithm>
 #include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include <platen/utcore.h>
 #include "tools/platen/arguments/arguments.h"
 #include "tools/platen/arguments/mistakes.h"
 #include "tools/platen/command.h"
 #include "tools/platen/commands/list.h"
+#include "tools/platen/help/completion.h"
+#include "tools/platen/help/manual.h"
 
 namespace cli {
 namespace {
 
-constexpr const char* help = R"(Examples:
+constexpr const char* text = R"(Examples:
   platen create ctb -o pens.ctb --description "Office plotter"
   platen info pens.ctb
   platen create pc3 --device "Print As PDF" -o office.pc3
@@ -36,7 +40,13 @@ public:
         program_.require_subcommand(1);
         program_.set_version_flag("--version", "platen " PLATEN_VERSION,
                                   "Print the version and exit");
-        program_.footer(help);
+        program_.footer(text);
+        addAnswer("--completion", completion_,
+                  "Print what a shell needs to complete command lines, and exit")
+            ->check(arguments::oneOf({"bash", "fish", "zsh"}));
+        // For those who build packages.
+        arguments::takeText(addAnswer("--man", manual_, "Write manual pages into a folder"))
+            ->group("");
         for (const auto add : commands::list) {
             commands_.push_back(add(program_));
         }
@@ -56,8 +66,29 @@ public:
     }
 
 private:
+    /// An option that says something and needs no command.
+    CLI::Option* addAnswer(const char* name, std::string& value, const char* purpose) {
+        return program_.add_option_function<std::string>(
+            name,
+            [&value](const std::string& given) {
+                value = given;
+                throw CLI::Success();
+            },
+            purpose);
+    }
+
     /// Asking for help or the version ends the parse like a mistake does.
     ExitCode answer(const CLI::ParseError& error, const Console& console) const {
+        if (!manual_.empty()) {
+            return writeManual(console);
+        }
+        if (!completion_.empty()) {
+            const help::Command program = help::outlineOf(program_);
+            console.out << (completion_ == "bash"   ? help::bashCompletion(program)
+                            : completion_ == "fish" ? help::fishCompletion(program)
+                                                    : help::zshCompletion(program));
+            return ExitCode::Ok;
+        }
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             program_.exit(error, console.out, console.err);
             return ExitCode::Ok;
@@ -65,9 +96,24 @@ private:
         return fail(console, "", arguments::mistakeOf(program_, error));
     }
 
+    ExitCode writeManual(const Console& console) const {
+        for (const help::Page& page : help::manualOf(help::outlineOf(program_))) {
+            const std::string file = manual_ + '/' + page.file;
+            const std::string_view text[] = {page.text};
+            if (const ut::SystemError error = ut::replaceFile(ut::decodePath(file), text)) {
+                return fail(console, file, error.message());
+            }
+        }
+        return ExitCode::Ok;
+    }
+
     CLI::App program_{"Plotter documents in a shell: plot configurations and plot style tables.",
                       "platen"};
     std::vector<commands::CommandEntry> commands_;
+    /// A shell; empty unless its completion was asked for.
+    std::string completion_;
+    /// The folder for manual pages, if any.
+    std::string manual_;
 };
 
 }  // namespace

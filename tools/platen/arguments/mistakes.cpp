@@ -55,6 +55,10 @@ std::vector<std::wstring> subcommandsOf(const CLI::App& app) {
 std::vector<std::wstring> optionsOf(const CLI::App& app) {
     std::vector<std::wstring> names;
     for (const CLI::Option* option : app.get_options()) {
+        // One without a group is hidden.
+        if (option->get_group().empty()) {
+            continue;
+        }
         for (const std::string& name : option->get_lnames()) {
             names.push_back(ut::decodePath("--" + name));
         }

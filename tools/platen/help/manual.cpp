@@ -1,5 +1,6 @@
 #include "tools/platen/help/manual.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace cli::help {
@@ -178,8 +179,8 @@ Page pageOf(const std::string& program, const Command& command) {
     if (!text.description.empty()) {
         roff += ".SH DESCRIPTION\n" + text.description;
     }
-    roff += command.commands.empty() ? ".SH OPTIONS\n" + entriesOf(command)
-                                     : actionsOf(name, command);
+    roff +=
+        command.commands.empty() ? ".SH OPTIONS\n" + entriesOf(command) : actionsOf(name, command);
     roff += examplesOf(text) + ".SH SEE ALSO\n" + bold(program) +
             "(1), which has the exit codes of all commands\n";
     return {page + ".1", roff};
@@ -188,9 +189,8 @@ Page pageOf(const std::string& program, const Command& command) {
 Page pageOf(const Command& program) {
     const Text text = sorted(program.text);
     std::string roff = headOf(program.name, program.purpose);
-    roff += bold(program.name) + ' ' + italic("COMMAND") + " [" + italic("OPTION") +
-            "...] [" + italic("OPERAND") + "...]\n.SH DESCRIPTION\n" + text.description +
-            ".SH COMMANDS\n";
+    roff += bold(program.name) + ' ' + italic("COMMAND") + " [" + italic("OPTION") + "...] [" +
+            italic("OPERAND") + "...]\n.SH DESCRIPTION\n" + text.description + ".SH COMMANDS\n";
     for (const Command& command : program.commands) {
         roff += ".TP\n" + bold(program.name + '-' + command.name) + "(1)\n" +
                 escaped(command.purpose) + '\n';
