@@ -27,9 +27,10 @@ constexpr const char* text = R"(Examples:
   platen check *.ctb *.stb
 
 Exit codes: 0 done; 1 what was asked for is not there; 2 an error or wrong usage; 3 done with
-warnings. Over several files the worst of 2, 3, 1, 0 counts. Data goes to standard output,
-messages to standard error. Files are recognised by their content, whatever their names.
-platen COMMAND --help says more.)";
+warnings. Over several files the worst of 2, 3, 1, 0 counts.
+
+Data goes to standard output, messages to standard error. Files are recognised by their content,
+whatever their names. platen COMMAND --help says more.)";
 
 class CommandLine {
 public:
@@ -99,8 +100,8 @@ private:
     ExitCode writeManual(const Console& console) const {
         for (const help::Page& page : help::manualOf(help::outlineOf(program_))) {
             const std::string file = manual_ + '/' + page.file;
-            const std::string_view text[] = {page.text};
-            if (const ut::SystemError error = ut::replaceFile(ut::decodePath(file), text)) {
+            const std::string_view pieces[] = {page.text};
+            if (const ut::SystemError error = ut::replaceFile(ut::decodePath(file), pieces)) {
                 return fail(console, file, error.message());
             }
         }

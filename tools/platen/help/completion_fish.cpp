@@ -61,7 +61,7 @@ void addCommand(const std::string& begin, const std::string& path, const Command
             script += (operand.values == Values::Words ? behind : in) + valueOf(operand) + '\n';
         }
     }
-    if (!takesFiles && !path.empty()) {
+    if (!takesFiles && command.commands.empty()) {
         script += in + " -f\n";
     }
     for (const Command& below : command.commands) {
@@ -75,8 +75,9 @@ constexpr const char* head =
 # The line begins with these words.
 function __platen_in
     set -l words (commandline -opc)[2..-1]
-    test (count $words) -ge (count $argv)
-    and test "$words[1..(count $argv)]" = "$argv"
+    set -l many (count $argv)
+    test (count $words) -ge $many
+    and test "$words[1..$many]" = "$argv"
 end
 
 # Nothing but these words and options is there.

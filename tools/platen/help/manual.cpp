@@ -72,28 +72,33 @@ std::string flowing(const std::vector<std::string_view>& lines) {
 struct Text {
     std::string description;
     std::string examples;
+    std::string exitCodes;
 };
 
 Text sorted(std::string_view text) {
-    std::vector<std::string_view> description;
-    std::vector<std::string_view> examples;
-    bool isExample = false;
+    using Lines = std::vector<std::string_view>;
+    Lines description;
+    Lines examples;
+    Lines exitCodes;
+    Lines* place = &description;
     for (const std::string_view line : linesOf(text)) {
         if (line == "Examples:") {
-            isExample = true;
-        } else if (isExample && line.starts_with(' ')) {
-            examples.push_back(line);
-        } else {
-            isExample = false;
-            if (!line.empty() || !description.empty()) {
-                description.push_back(line);
-            }
+            place = &examples;
+            continue;
+        }
+        if (line.starts_with("Exit codes: ")) {
+            place = &exitCodes;
+        } else if (line.empty() || (place == &examples && !line.starts_with(' '))) {
+            place = &description;
+        }
+        if (!line.empty() || (!description.empty() && !description.back().empty())) {
+            place->push_back(line);
         }
     }
     while (!description.empty() && description.back().empty()) {
         description.pop_back();
     }
-    return {flowing(description), flowing(examples)};
+    return {flowing(description), flowing(examples), flowing(exitCodes)};
 }
 
 std::string valueOf(const Option& option) {
@@ -146,7 +151,7 @@ std::string usageOf(const std::string& name, const Command& command) {
 }
 
 std::string actionsOf(const std::string& name, const Command& command) {
-    std::string roff = ".SH ACTIONS\n";
+    std::string roff;
     for (const Command& action : command.commands) {
         roff += ".SS " + escaped(name + ' ' + action.name) + '\n' + escaped(action.purpose) +
                 ".\n" + entriesOf(action);
@@ -154,14 +159,16 @@ std::string actionsOf(const std::string& name, const Command& command) {
     return roff;
 }
 
-std::string headOf(const std::string& page, const std::string& purpose) {
-    // No date, so that the same sources give the same pages.
-    return ".TH " + escaped(page) + " 1 \"\" \"platen " PLATEN_VERSION "\" \"User Commands\"\n" +
-           ".SH NAME\n" + escaped(page) + " \\- " + escaped(purpose) + "\n.SH SYNOPSIS\n";
+std::string sectionOf(const char* title, const std::string& text) {
+    return text.empty() ? "" : std::string(".SH ") + title + '\n' + text;
 }
 
-std::string examplesOf(const Text& text) {
-    return text.examples.empty() ? "" : ".SH EXAMPLES\n" + text.examples;
+std::string headOf(const std::string& page, std::string purpose) {
+    purpose.resize(purpose.size() - (purpose.ends_with('.') ? 1 : 0));
+    // No date, so that the same sources give the same pages. Neither even margins nor hyphens.
+    return ".TH " + escaped(page) + " 1 \"\" \"platen " PLATEN_VERSION "\" \"User Commands\"\n" +
+           ".ad l\n.nh\n.SH NAME\n" + escaped(page) + " \\- " + escaped(purpose) +
+           "\n.SH SYNOPSIS\n";
 }
 
 Page pageOf(const std::string& program, const Command& command) {
@@ -176,26 +183,29 @@ Page pageOf(const std::string& program, const Command& command) {
         roff += (&action == command.commands.data() ? "" : ".br\n") +
                 usageOf(name + ' ' + action.name, action);
     }
-    if (!text.description.empty()) {
-        roff += ".SH DESCRIPTION\n" + text.description;
-    }
-    roff +=
-        command.commands.empty() ? ".SH OPTIONS\n" + entriesOf(command) : actionsOf(name, command);
-    roff += examplesOf(text) + ".SH SEE ALSO\n" + bold(program) +
-            "(1), which has the exit codes of all commands\n";
-    return {page + ".1", roff};
+    roff += sectionOf("DESCRIPTION", text.description);
+    roff += command.commands.empty() ? sectionOf("OPTIONS", entriesOf(command))
+                                     : sectionOf("ACTIONS", actionsOf(name, command));
+    roff += sectionOf("EXAMPLES", text.examples) + sectionOf("EXIT STATUS", text.exitCodes);
+    return {page + ".1",
+            roff + sectionOf("SEE ALSO", bold(program) + (text.exitCodes.empty()
+                                                              ? "(1), which has the exit codes\n"
+                                                              : "(1)\n"))};
 }
 
 Page pageOf(const Command& program) {
     const Text text = sorted(program.text);
-    std::string roff = headOf(program.name, program.purpose);
-    roff += bold(program.name) + ' ' + italic("COMMAND") + " [" + italic("OPTION") + "...] [" +
-            italic("OPERAND") + "...]\n.SH DESCRIPTION\n" + text.description + ".SH COMMANDS\n";
+    std::string commands;
     for (const Command& command : program.commands) {
-        roff += ".TP\n" + bold(program.name + '-' + command.name) + "(1)\n" +
-                escaped(command.purpose) + '\n';
+        commands += ".TP\n" + bold(program.name + '-' + command.name) + "(1)\n" +
+                    escaped(command.purpose) + '\n';
     }
-    return {program.name + ".1", roff + ".SH OPTIONS\n" + entriesOf(program) + examplesOf(text)};
+    return {program.name + ".1",
+            headOf(program.name, program.purpose) + bold(program.name) + ' ' + italic("COMMAND") +
+                " [" + italic("OPTION") + "...] [" + italic("OPERAND") + "...]\n" +
+                sectionOf("DESCRIPTION", text.description) + sectionOf("COMMANDS", commands) +
+                sectionOf("OPTIONS", entriesOf(program)) + sectionOf("EXAMPLES", text.examples) +
+                sectionOf("EXIT STATUS", text.exitCodes)};
 }
 
 }  // namespace
