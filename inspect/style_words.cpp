@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include <platen/plotstyle.h>
+#include "platform/utcore/digits.h"
 
 namespace platen {
 namespace {
@@ -18,12 +19,7 @@ std::string hexadecimal(std::uint32_t value) {
 
 }  // namespace
 
-std::string numberInWords(double value) {
-    std::array<char, 32> digits{};
-    const std::to_chars_result end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    return {digits.data(), end.ptr};
-}
+std::string numberInWords(double value) { return ut::shortestDigits(value); }
 
 std::string colorInWords(std::int32_t packed) {
     constexpr std::uint32_t byIndex = 0xC3;

@@ -10,6 +10,7 @@
 
 #include <platen/utcore.h>
 #include "platform/utcore/ascii.h"
+#include "platform/utcore/digits.h"
 
 namespace ut {
 
@@ -209,21 +210,7 @@ std::string formatFixedAscii(double value, int precision) {
     if (std::isnan(value)) {
         return "nan";
     }
-    const int digits = precision < 0 ? 6 : precision;
-    // A sign, the point and the longest integer part.
-    constexpr std::size_t longest = std::numeric_limits<double>::max_exponent10 + 3;
-    char usual[longest + 32];
-    std::string unusual;
-    char* characters = usual;
-    std::size_t room = std::size(usual);
-    if (digits > 32) {
-        room = longest + static_cast<std::size_t>(digits);
-        unusual.resize(room);
-        characters = unusual.data();
-    }
-    const std::to_chars_result result =
-        std::to_chars(characters, characters + room, value, std::chars_format::fixed, digits);
-    return {characters, result.ptr};
+    return fixedDigits(value, precision < 0 ? 6 : precision);
 }
 
 std::string formatRounded(double value, int precision) {

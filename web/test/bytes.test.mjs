@@ -109,4 +109,16 @@ test('a new PMP beside a configuration is the same, but for the folder that nobo
     assert.deepEqual([page.files.length, file.isChanged], [1, false]);
 });
 
+test('numbers are written with the same digits', () => {
+    const page = workspace();
+    const place = path.join(folder, 'digits.ctb');
+    platen(folder, 'create', 'ctb', '-o', 'digits.ctb');
+    const sizes = Array.from({ length: 255 }, (_, number) => `plot_style/${number}/linepattern_size=${
+        [number / 7, 2 ** (number - 150), number * 1e7 + 0.1, 10 ** (number / 8 - 12)][number % 4]}`);
+    platen(folder, 'set', 'digits.ctb', ...sizes, '--in-place');
+    platen(folder, 'convert', 'digits.ctb', '-o', 'digits.csv');
+    const [file] = page.add([{ name: 'digits.ctb', bytes: new Uint8Array(readFileSync(place)) }]);
+    assert.equal(page.document(file).text('platen_table_csv'), readFileSync(path.join(folder, 'digits.csv'), 'utf8'));
+});
+
 test('fifty samples were changed and compared', () => assert.ok(compared >= 50, `${compared} of ${samples.length}`));

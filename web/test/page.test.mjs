@@ -44,7 +44,7 @@ test('pens are changed, undone, saved and opened again', async () => {
     await page.keyboard.press('z');
     await page.keyboard.press('z');
     assert.deepEqual(await bytesOf(page), readFileSync(pens));
-    assert.match(await page.title(), /^Platen/);
+    assert.equal(await page.title(), 'pens.ctb – Platen');
     await page.keyboard.press('y');
     await page.keyboard.press('y');
     await page.keyboard.up('Control');
@@ -238,6 +238,19 @@ test('papers of a configuration are kept in the PMP that came with it', async ()
     }
     assert.deepEqual([await bytesOf(page, 'office.pc3'), await bytesOf(page, 'office.pmp')],
         ['office.pc3', 'office.pmp'].map((name) => readFileSync(path.join(work, name))));
+    await page.close();
+});
+
+test('a chart is printed on one sheet of its size', async () => {
+    const { page } = await openPage();
+    await drop(page, pens);
+    await press(page, 'Print');
+    await fill(page, 'Sheet', 'A2');
+    await page.waitForSelector('.page[width="594mm"]');
+    const printed = Buffer.from(await page.pdf({ preferCSSPageSize: true })).toString('latin1');
+    const [[, width, height], ...more] = [...printed.matchAll(/MediaBox \[0 0 ([\d.]+) ([\d.]+)/g)];
+    assert.deepEqual([width, height].map((points) => Math.round(points / 72 * 25.4)), [594, 420]);
+    assert.deepEqual(more, []);
     await page.close();
 });
 

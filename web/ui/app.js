@@ -107,6 +107,7 @@ export function show(file, tab) {
 
 export function openItems(items) {
     if (items.length === 0) {
+        say('Drop files here; folders are not opened.');
         return;
     }
     attempt(() => {

@@ -93,10 +93,16 @@ async function main() {
         return;
     }
     place.textContent = '';
-    app.render = () => render(<Page />, place);
+    app.render = () => {
+        document.title = app.active ? `${app.active.name} – Platen` : 'Platen';
+        render(<Page />, place);
+    };
     app.render();
     listen();
-    attempt(() => openItems(embedded()));
+    const files = embedded();
+    if (files.length > 0) {
+        attempt(() => openItems(files));
+    }
     setTimeout(() => attempt(warmUp));
     // For whoever measures or tests the page.
     window.platen = Object.assign(app, { openItems });

@@ -30,14 +30,14 @@ function chosenPaper(file) {
             right: bounds.urx - area.printable_bounds_urx, top: bounds.ury - area.printable_bounds_ury } };
 }
 
-export const sizeText = (paper) => `${paper.width.toFixed(paper.units === 'in' ? 2 : 1).replace(/\.0$/, '')} × ${
+const sizeText = (paper) => `${paper.width.toFixed(paper.units === 'in' ? 2 : 1).replace(/\.0$/, '')} × ${
     paper.height.toFixed(paper.units === 'in' ? 2 : 1).replace(/\.0$/, '')} ${
     { mm: 'mm', in: 'in', px: 'pixels' }[paper.units] ?? paper.units}`;
 
 const inMm = (paper, value) => (paper.units === 'in' ? value * 25.4 : value);
 
 /** The papers beside each other, all to the same scale. */
-export function PaperDrawing({ papers, selected, onSelect }) {
+function PaperDrawing({ papers, selected, onSelect }) {
     const most = Math.max(...papers.flatMap((paper) =>
         [inMm(paper, paper.width) * 0.6, inMm(paper, paper.height)]));
     const largest = papers.length > 6 ? 160 : 250;

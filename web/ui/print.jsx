@@ -1,62 +1,69 @@
-// Charts for paper: by the library where the module has them, and otherwise a list of the same pens.
-// Printed at 100 % everything has its true size.
-import { useEffect, useState } from 'preact/hooks';
+// The chart of a file as the library draws it, to look at and to print at its true size.
+import { useEffect, useMemo, useState } from 'preact/hooks';
 import { app, isTable } from './app.js';
 import { Dialog } from './dialogs.jsx';
-import { Line } from './pen_list.jsx';
-import { pensOf } from './pens.js';
-import { PaperDrawing } from './papers.jsx';
+import { Scene } from './scene.jsx';
+import { plural } from './words.js';
 
-const chartFunction = 'platen_chart_svg';
+const sheets = ['A4', 'A3', 'A2', 'A1', 'A0', 'Letter', 'Legal', 'Tabloid'];
+const orientations = { landscape: 'landscape', portrait: 'portrait' };
 
-/** A picture of the chart as an address, or null. An image runs no scripts, whatever names are in it. */
-function useChart(file) {
-    const [address, setAddress] = useState(null);
+/** Prints pages of this size. */
+function usePageSize(page) {
     useEffect(() => {
-        if (!app.workspace.engine.has(chartFunction)) {
-            return undefined;
-        }
-        const svg = app.workspace.document(file).bytes(chartFunction, null);
-        const made = URL.createObjectURL(new Blob([svg], { type: 'image/svg+xml' }));
-        setAddress(made);
-        return () => URL.revokeObjectURL(made);
-    }, [file]);
-    return address;
+        const style = new CSSStyleSheet();
+        style.replaceSync(`@page { size: ${page.width}mm ${page.height}mm; margin: 0; }`);
+        document.adoptedStyleSheets = [...document.adoptedStyleSheets, style];
+        return () => {
+            document.adoptedStyleSheets = document.adoptedStyleSheets.filter((other) => other !== style);
+        };
+    }, [page.width, page.height]);
 }
 
-function PenChart({ file }) {
+function Choice({ label, value, choices, onChange }) {
     return (
-        <div class="print-pens">
-            {pensOf(file).map((pen) => (
-                <div key={pen.number}><b>{pen.short}</b><Line pen={pen} />
-                    <span>{pen.weight === null ? 'object’s' : `${pen.weight.toFixed(2)} mm`}{
-                        pen.screening !== '100' ? ` ${pen.screening} %` : ''}</span></div>
-            ))}
-        </div>
+        <label>{label} <select value={value} onChange={(event) => onChange(event.target.value)}>
+            <option value="">automatic</option>
+            {Object.entries(choices).map(([key, text]) => <option key={key} value={key}>{text}</option>)}
+        </select></label>
     );
 }
 
-function PaperChart({ file }) {
-    const handle = app.workspace.engine.papers(file.path);
-    const { papers } = handle.json('platen_papers_list');
-    handle.destroy();
-    return papers.length > 0 ? <PaperDrawing papers={papers} /> : <p>No custom papers.</p>;
+function Check({ label, checked, onChange }) {
+    return (
+        <label><input type="checkbox" checked={checked}
+            onChange={(event) => onChange(event.target.checked)} /> {label}</label>
+    );
 }
 
 export function PrintDialog({ dialog: { file } }) {
-    const address = useChart(file);
-    const Own = isTable(app.workspace.kind(file)) ? PenChart : PaperChart;
+    const [options, setOptions] = useState({ title: file.name, sheet: '', orientation: '', dpi: 0,
+        gather: false, device_papers: false });
+    const set = (name) => (value) => setOptions({ ...options, [name]: value });
+    const scene = useMemo(() => app.workspace.document(file).json('platen_chart', 'json',
+        JSON.stringify(options)), [options]);
+    usePageSize(scene.pages[0]);
+    const [{ width, height }] = scene.pages;
     return (
-        <Dialog title={`Print a chart of ${file.name}`} action="Print" wide onDone={() => {
+        <Dialog title={`Chart of ${file.name}`} action="Print" wide onDone={() => {
             window.print();
             return false;
         }}>
-            <p class="quiet">Choose 100 % or “actual size” in the printer’s dialog: lines then have their true weight.</p>
-            <div class="chart" tabIndex={0} role="region" aria-label="Chart">
-                <h2 class="print-only"><bdi>{file.name}</bdi></h2>
-                {address ? <img src={address} alt={`Chart of ${file.name}`} /> : <Own file={file} />}
-                <div class="scale-bar" aria-hidden="true"><span>50 mm</span></div>
+            <div class="controls inner">
+                <Choice label="Sheet" value={options.sheet} onChange={set('sheet')}
+                    choices={Object.fromEntries(sheets.map((sheet) => [sheet, sheet]))} />
+                <Choice label="Turned" value={options.orientation} onChange={set('orientation')}
+                    choices={orientations} />
+                {isTable(app.workspace.kind(file)) ? <>
+                    <Check label="Equal styles share a row" checked={options.gather} onChange={set('gather')} />
+                    <label>Weights of a device of <input type="number" min="0" class="dots" placeholder="any"
+                        onChange={(event) => set('dpi')(Number(event.target.value))} /> dots per inch</label>
+                </> : <Check label="Papers of the device, too" checked={options.device_papers}
+                    onChange={set('device_papers')} />}
             </div>
+            <p class="quiet">{plural(scene.pages.length, 'page')} of {width} × {height} mm. Choose 100 % or
+                “actual size” in the printer’s dialog: lines then have their true weight.</p>
+            <div class="chart" tabIndex={0} role="region" aria-label="Chart"><Scene scene={scene} /></div>
         </Dialog>
     );
 }
