@@ -30,8 +30,7 @@ using Papers = std::unique_ptr<platen_papers, Destroy>;
 std::string taken(platen_buffer* buffer) {
     std::string bytes(platen_buffer_data(buffer), platen_buffer_size(buffer));
     platen_buffer_destroy(buffer);
-    keepJson(bytes);
-    return bytes;
+    return keepJson(bytes);
 }
 
 Json jsonIn(platen_buffer* buffer) { return Json::parse(taken(buffer), nullptr, false); }
@@ -49,10 +48,7 @@ protected:
         return Document(platen_document_create_table(context.get(), kind, nullptr));
     }
     std::string place(const char* name) const { return folder.path(name).string(); }
-    Json error() const {
-        keepJson(platen_context_error(context.get()));
-        return Json::parse(platen_context_error(context.get()));
-    }
+    Json error() const { return Json::parse(keepJson(platen_context_error(context.get()))); }
 
     TemporaryFolder folder;
     Context context{platen_context_create()};
@@ -99,6 +95,8 @@ TEST_F(CInterfaceTest, ADocumentIsChangedAndSavedWhole) {
 }
 
 TEST_F(CInterfaceTest, TablesAreEditedByStyles) {
+    EXPECT_EQ(jsonIn(platen_presets(context.get()))["presets"][0]["name"], "iso-0.13");
+    EXPECT_EQ(jsonIn(platen_style_settings(context.get()))["settings"][2]["word"], "color");
     const Document named = table("stb");
     EXPECT_TRUE(platen_style_add(named.get(), "Wall", nullptr));
     EXPECT_TRUE(platen_style_set(named.get(), "Wall", "screening=40"));

@@ -12,6 +12,7 @@
 #include <platen/house.h>
 #include "house/portable_names.h"
 #include "tests/support/configurations.h"
+#include "tests/support/json_seen.h"
 #include "tests/support/random_documents.h"
 
 namespace {
@@ -181,7 +182,7 @@ TEST(HouseTest, AManifestIsReadAsItWasWrittenOrNotAtAll) {
                               .parameters = L"x.pmp",
                               .parametersPath = L"x/\x7ED8.pmp"});
     manifest.leftOut.push_back({L"/o/b.txt", "it is no plotter file", true});
-    const std::string json = platen::manifestJson(manifest);
+    const std::string json = keepJson(platen::manifestJson(manifest));
     platen::BundleManifest read;
     ASSERT_TRUE(platen::readManifest(json, read));
     EXPECT_EQ(platen::manifestJson(read), json);

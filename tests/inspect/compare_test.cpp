@@ -11,6 +11,7 @@
 #include <platen/edit.h>
 #include <platen/utcore.h>
 #include "tests/support/configurations.h"
+#include "tests/support/json_seen.h"
 #include "tests/support/random_documents.h"
 #include "tests/support/trees.h"
 
@@ -48,7 +49,7 @@ void forRandomDocuments(Check check) {
 std::vector<Difference> throughJson(const Comparison& comparison) {
     platen::ChangeList changes;
     const platen::EditResult read =
-        platen::readChanges(platen::diffJson({"a"}, {"b"}, comparison), changes);
+        platen::readChanges(keepJson(platen::diffJson({"a"}, {"b"}, comparison)), changes);
     EXPECT_TRUE(read) << read->reason;
     EXPECT_EQ(changes.changes.size(), comparison.differences.size());
     return std::move(changes.changes);

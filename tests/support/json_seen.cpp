@@ -8,6 +8,7 @@
 #include <mutex>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -21,14 +22,14 @@ std::string runningTest() {
 
 }  // namespace
 
-void keepJson(std::string_view text) {
+const std::string& keepJson(const std::string& text) {
     static std::mutex mutex;
     static std::set<std::string> begun;
     const std::lock_guard lock(mutex);
     std::ofstream kept;
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(text.size(), line.size() + 1));
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(rest.size(), line.size() + 1));
         if (!line.starts_with(R"({"schema":)")) {
             continue;
         }
@@ -42,4 +43,5 @@ void keepJson(std::string_view text) {
         }
         kept << line << '\n';
     }
+    return text;
 }

@@ -1,8 +1,9 @@
-/// The JSON that tests see of the library and its command is kept in a folder of the build, where it is
-/// held against its schemas once all tests are done (scripts/schemas.py).
+/// The JSON that tests see of the library and its command is kept in a folder of the build, where
+/// it is held against its schemas once all tests are done (scripts/schemas.py).
 #pragma once
 
-#include <string_view>
+#include <string>
 
 /// Keeps the lines of `text` that are outputs with a schema, under the name of the running test.
-void keepJson(std::string_view text);
+/// Returns the text.
+const std::string& keepJson(const std::string& text);
