@@ -149,7 +149,7 @@ test('styles of named tables come, get other names, are made one and go', async 
     assert.deepEqual(await bytesOf(page), command('w.stb', 'merge-pens', 'named.stb', '-o', 'w.stb'));
     await press(page, 'Add style');
     await fill(page, 'Name', 'Dashed');
-    assert.deepEqual((await options(page)).map((text) => text.replace(/object.*|\d.*/, '')),
+    assert.deepEqual((await options(page)).map((text) => text.replace(/object.*|\d.*/, '').trim()),
         ['Normal', 'Wall', 'Dashed']);
     await press(page, 'Rename');
     await fill(page, 'Name', 'Hidden');
