@@ -95,6 +95,8 @@ TEST_F(CInterfaceTest, ADocumentIsChangedAndSavedWhole) {
 }
 
 TEST_F(CInterfaceTest, TablesAreEditedByStyles) {
+    EXPECT_EQ(jsonIn(platen_palette(context.get()))["colors"][0], "#ff0000");
+    EXPECT_EQ(jsonIn(platen_devices(context.get()))["devices"][0], "Print As PDF");
     EXPECT_EQ(jsonIn(platen_presets(context.get()))["presets"][0]["name"], "iso-0.13");
     EXPECT_EQ(jsonIn(platen_style_settings(context.get()))["settings"][2]["word"], "color");
     const Document named = table("stb");

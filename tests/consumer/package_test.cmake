@@ -23,6 +23,28 @@ execute_process(
     COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build "${build}" COMMAND_ERROR_IS_FATAL ANY)
 
+if(NOT TOOLCHAIN)
+    # Without CMake.
+    set(ENV{PKG_CONFIG_PATH} "${installed}/${LIBDIR}/pkgconfig")
+    set(ENV{LD_LIBRARY_PATH} "${installed}/${LIBDIR}")
+    foreach(package "platen-c;cc;-std=c99;c.c" "platen-core;${COMPILER};-std=c++20;core.cpp"
+            "platen;${COMPILER};-std=c++20;-DLIBRARY_PRINTS=false;main.cpp")
+        list(POP_FRONT package name)
+        list(POP_BACK package source)
+        execute_process(COMMAND pkg-config --cflags --libs ${name}
+            OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+        separate_arguments(flags UNIX_COMMAND "${flags}")
+        execute_process(
+            COMMAND ${package} "${CMAKE_CURRENT_LIST_DIR}/${source}" -o "${build}/by_pkg_config" ${flags}
+            COMMAND_ERROR_IS_FATAL ANY)
+        execute_process(COMMAND "${build}/by_pkg_config" WORKING_DIRECTORY "${build}"
+            COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
+    unset(ENV{LD_LIBRARY_PATH})
+    execute_process(COMMAND "${CMAKE_CURRENT_LIST_DIR}/share_test.sh" "${installed}"
+        COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
 # For Windows programs: where the library's DLL is, as Wine names it.
 string(REPLACE "/" "\\" windows_folder "Z:${installed}/${BINDIR}")
 set(ENV{WINEPATH} "${windows_folder}")

@@ -17,7 +17,7 @@ std::string escaped(const std::string& text, const std::string& special) {
 
 /// "IN:_files"
 std::string valueOf(const Option& option) {
-    std::string offered = " ";
+    std::string offered = "_platen_anything";
     if (option.values == Values::Words) {
         offered = "(";
         for (const std::string& word : option.words) {
@@ -87,6 +87,8 @@ void addFunction(const std::string& name, const Command& command, std::string& s
 std::string zshCompletion(const Command& program) {
     std::string script = "#compdef " + program.name +
                          "\n# What zsh completes behind platen; made by: platen --completion zsh\n";
+    // A blank action says that nothing is offered, but then zsh offers no options either.
+    script += "\n_platen_anything() {\n    return 1\n}\n";
     addFunction('_' + program.name, program, script);
     return script + "\n_" + program.name + " \"$@\"\n";
 }
