@@ -116,6 +116,8 @@ platen_document* platen_repair(platen_context* context, const void* bytes, size_
         platen_document* document =
             platen_document_open_bytes(context, result.bytes.data(), result.bytes.size(), path);
         if (document != nullptr) {
+            // What would be replaced is the damaged file.
+            document->mark = FileMark(document->path, viewOf(bytes, size));
             document->rememberSavedAs(viewOf(bytes, size));
         }
         return document;

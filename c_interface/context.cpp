@@ -43,6 +43,7 @@ void State::fail(std::string_view code, std::string_view message) noexcept {
 void State::fail(const PiaReport& report) {
     const PiaFinding finding = report.failure().value_or(PiaFinding{});
     Json json = errorJson(piaCodeWord(finding.code), finding.describe());
+    json["remedy"] = piaCodeRemedy(finding.code);
     if (!finding.path.empty()) {
         json["place"] = ut::encodeUtf8(finding.path);
     }

@@ -109,9 +109,9 @@ platen_document* platen_document_open(platen_context* context, const char* path)
         PiaReport report;
         const ut::SystemError error = ut::readFile(*wide, owner.state->maxBody, bytes, tooLarge);
         if (error || tooLarge) {
-            owner.state->fail(
-                piaCodeWord(tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable),
-                tooLarge ? "the file is larger than is read" : error.message());
+            report.fail({.code = tooLarge ? PiaCode::FileTooLarge : PiaCode::FileUnreadable,
+                         .found = ut::decodePath(error.message())});
+            owner.state->fail(report);
             return nullptr;
         }
         return opened(emptyDocument(owner.state, *wide), bytes.view());

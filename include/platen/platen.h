@@ -67,9 +67,9 @@ PLATEN_C_API uint32_t platen_interface_version(void);
 PLATEN_C_API platen_context* platen_context_create(void);
 PLATEN_C_API void platen_context_destroy(platen_context* context);
 /* Why the last call that failed did: one JSON object, schema "platen.error/1", with a "code" that
- * stays the same from release to release, a "message", a "remedy", the "place" and the names that
- * are "present" where one was not found. "" before any failure. Belongs to the context, until the
- * next call that fails. */
+ * stays the same from release to release, a "message" and, where they are known, a "remedy", the
+ * "place", the name that was "wanted" and those that are "present" instead. "" before any failure.
+ * Belongs to the context, until the next call that fails. */
 PLATEN_C_API const char* platen_context_error(const platen_context* context);
 /* The largest body in bytes that is read; 256 MiB unless told. */
 PLATEN_C_API void platen_context_set_max_body(platen_context* context, uint64_t bytes);
@@ -152,7 +152,7 @@ PLATEN_C_API int platen_style_rename(platen_document* document, const char* styl
 /* Gives the selected styles the settings of another one. */
 PLATEN_C_API int platen_style_copy(platen_document* document, const char* from,
                                    const char* selection);
-/* Named tables: lets one stand for all that are equal. Schema "platen.merge/1" says which. */
+/* Named tables: lets one stand for all that are equal; schema "platen.merged-styles/1" lists them. */
 PLATEN_C_API platen_buffer* platen_styles_merge_equal(platen_document* document);
 /* The 27 line weights of the table in millimetres: schema "platen.lineweights/1". */
 PLATEN_C_API platen_buffer* platen_lineweights(platen_document* document);

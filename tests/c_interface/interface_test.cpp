@@ -159,12 +159,17 @@ TEST_F(CInterfaceTest, DamageIsMendedAndListed) {
     bytes.resize(bytes.size() / 2);
     EXPECT_EQ(openBytes(bytes), nullptr);
     EXPECT_EQ(error()["code"], "stream-truncated");
+    EXPECT_EQ(error()["remedy"], "get the file again from its source; its end is missing");
+    const std::string path = place("torn.ctb");
+    writeBytes(path, bytes);
     platen_buffer* report = nullptr;
     const Document repaired(
-        platen_repair(context.get(), bytes.data(), bytes.size(), nullptr, 0, &report));
+        platen_repair(context.get(), bytes.data(), bytes.size(), path.c_str(), 0, &report));
     ASSERT_NE(repaired, nullptr);
     EXPECT_EQ(jsonIn(report)["schema"], "platen.repair/1");
     EXPECT_TRUE(platen_document_is_changed(repaired.get()));
+    EXPECT_TRUE(platen_document_save(repaired.get(), nullptr));
+    EXPECT_NE(open(path), nullptr);
     EXPECT_STREQ(platen_document_kind(repaired.get()), "ctb");
     EXPECT_EQ(platen_repair(context.get(), "x", 1, nullptr, 0, nullptr), nullptr);
 }
@@ -209,6 +214,7 @@ TEST_F(CInterfaceTest, ChartsAreDrawn) {
 TEST_F(CInterfaceTest, WhatIsNotThereIsRefused) {
     EXPECT_EQ(open(place("none.ctb")), nullptr);
     EXPECT_EQ(error()["code"], "file-unreadable");
+    EXPECT_FALSE(error()["remedy"].empty());
     EXPECT_EQ(platen_document_open(context.get(), nullptr), nullptr);
     EXPECT_EQ(error()["code"], "argument-missing");
     EXPECT_EQ(platen_document_open(context.get(), "\xFF"), nullptr);
