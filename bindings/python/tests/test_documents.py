@@ -125,7 +125,7 @@ def test_damage_is_found_and_mended(folder: Path) -> None:
     assert platen.open(torn).findings() == []
 
     flipped = bytearray(whole)
-    flipped[52] ^= 1
+    flipped[48] ^= 1
     finding = platen.open(bytes(flipped)).findings()[0]
     assert finding.severity == "warning" and finding.code == "checksum-mismatch"
     assert finding.remedy in str(finding)
