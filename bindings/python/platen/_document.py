@@ -243,7 +243,7 @@ class Document(Block):
 
     def _repr_svg_(self) -> Optional[str]:
         try:
-            return self.chart(gather=True).svg
+            return self.chart(gather=True)._repr_svg_()
         except PlatenError:
             return None  # it has neither pens nor papers
 

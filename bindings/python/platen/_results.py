@@ -180,7 +180,9 @@ class Chart:
         write_whole(target, self._draw(format).encode())
 
     def _repr_svg_(self) -> str:
-        return self.svg
+        # Notebooks put it into pages, where no declaration of XML may stand.
+        svg = self.svg
+        return svg[svg.index("<svg") :]
 
 
 def write_whole(target: Path, data: bytes) -> None:

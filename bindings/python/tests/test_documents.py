@@ -199,7 +199,8 @@ def test_charts_are_pictures(folder: Path) -> None:
     ]
     with pytest.raises(ValueError, match=".svg, .html or .json"):
         chart.save("a.gif")
-    assert table._repr_svg_() == table.chart(gather=True).svg
+    shown = table._repr_svg_()
+    assert shown and shown.startswith("<svg") and table.chart(gather=True).svg.endswith(shown)
     assert platen.open(b"a=1\n")._repr_svg_() is None
 
 
