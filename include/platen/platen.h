@@ -152,7 +152,7 @@ PLATEN_C_API int platen_style_rename(platen_document* document, const char* styl
 /* Gives the selected styles the settings of another one. */
 PLATEN_C_API int platen_style_copy(platen_document* document, const char* from,
                                    const char* selection);
-/* Named tables: lets one stand for all that are equal; schema "platen.merged-styles/1" lists them. */
+/* Named tables: lets one stand for all that are equal: schema "platen.merged-styles/1". */
 PLATEN_C_API platen_buffer* platen_styles_merge_equal(platen_document* document);
 /* The 27 line weights of the table in millimetres: schema "platen.lineweights/1". */
 PLATEN_C_API platen_buffer* platen_lineweights(platen_document* document);
