@@ -122,13 +122,26 @@ def outputs(seen, since):
 
 
 def validators(jsonschema, known):
+    plain = jsonschema.Draft202012Validator
+    sound = set()
+
+    def reference(validator, target, instance, schema):
+        """Most pieces come again and again: one that was sound is not looked at twice."""
+        piece = (validator.resolver.resolution_scope, target, json.dumps(instance))
+        if piece not in sound:
+            faults = list(plain.VALIDATORS["$ref"](validator, target, instance, schema))
+            yield from faults
+            if not faults:
+                sound.add(piece)
+
+    remembering = jsonschema.validators.extend(plain, {"$ref": reference})
     store = {path.as_uri(): load(path) for path in known.values()}
     result = {}
     for schema_id, path in known.items():
         schema = store[path.as_uri()]
-        jsonschema.Draft202012Validator.check_schema(schema)
+        plain.check_schema(schema)
         resolver = jsonschema.RefResolver(path.as_uri(), schema, store=store)
-        result[schema_id] = jsonschema.Draft202012Validator(schema, resolver=resolver)
+        result[schema_id] = remembering(schema, resolver=resolver)
     return result
 
 
