@@ -11,7 +11,8 @@ const decode = (text) => Uint8Array.from(atob(text), (letter) => letter.charCode
 async function compiled() {
     const inside = document.getElementById('platen-module');
     if (inside === null) {
-        return WebAssembly.compileStreaming(fetch('platen.wasm'));
+        // Servers that do not know the type of modules serve it all the same.
+        return WebAssembly.compile(await (await fetch('platen.wasm')).arrayBuffer());
     }
     const packed = new Blob([decode(inside.textContent)]).stream();
     inside.remove();
