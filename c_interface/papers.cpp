@@ -46,6 +46,17 @@ int changePapers(platen_papers* papers, const char* name, Change&& change) noexc
     });
 }
 
+/// Notes why nothing, or not both, was saved: what the file that could not be written has to say.
+void fail(State& state, const SavedPapers& saved) {
+    for (const auto* document : {&saved.configuration, &saved.parameters}) {
+        if (saved.done->fault == EditFault::FileUnwritable && *document && !(*document)->result) {
+            state.fail((*document)->result);
+            return;
+        }
+    }
+    static_cast<void>(state.accept(saved.done));
+}
+
 Json savedJson(const std::optional<SavedPapers::Document>& document) {
     if (!document) {
         return {};
@@ -71,9 +82,12 @@ platen_papers* platen_papers_open(platen_context* context, const char* path) {
         auto papers =
             std::make_unique<platen_papers>(platen_papers{owner.state, ut::encodePath(*wide)});
         PiaReport report;
-        return owner.state->accept(papers->file.open(*wide, PaperFile::Purpose::Edit, report))
-                   ? papers.release()
-                   : nullptr;
+        const EditResult done = papers->file.open(*wide, PaperFile::Purpose::Edit, report);
+        if (!done && done->fault == EditFault::FileUnreadable) {
+            owner.state->fail(report);
+            return nullptr;
+        }
+        return owner.state->accept(done) ? papers.release() : nullptr;
     });
 }
 
@@ -137,7 +151,8 @@ int platen_papers_remove(platen_papers* papers, const char* name) {
 platen_buffer* platen_papers_save(platen_papers* papers) {
     return with(papers, [](platen_papers& list) -> platen_buffer* {
         const SavedPapers saved = list.file.save();
-        if (!list.state->accept(saved.done)) {
+        if (!saved.done) {
+            fail(*list.state, saved);
             return nullptr;
         }
         Json json;

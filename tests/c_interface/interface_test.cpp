@@ -195,6 +195,14 @@ TEST_F(CInterfaceTest, PapersAreKeptInTheirFiles) {
     const Papers again(platen_papers_open(context.get(), path.c_str()));
     EXPECT_TRUE(platen_papers_remove(again.get(), "Flag"));
     EXPECT_TRUE(jsonIn(platen_papers_list(again.get()))["papers"].empty());
+
+    // What was changed in the file meanwhile is not lost, and the error says that it is this.
+    EXPECT_EQ(jsonIn(platen_papers_save(again.get()))["schema"], "platen.papers-saved/1");
+    EXPECT_TRUE(platen_papers_add(papers.get(), "Sheet", 900, 600, nullptr, nullptr));
+    EXPECT_EQ(platen_papers_save(papers.get()), nullptr);
+    EXPECT_EQ(error()["code"], "file-changed");
+    EXPECT_EQ(platen_papers_open(context.get(), place("none.pc3").c_str()), nullptr);
+    EXPECT_EQ(error()["code"], "file-unreadable");
 }
 
 TEST_F(CInterfaceTest, ChartsAreDrawn) {

@@ -1,9 +1,10 @@
-// What the page writes is what the command writes: the same edits of the same files, byte for byte.
+// What the page writes is what the command writes, this machine's and, where PLATEN_WINDOWS_COMMAND names
+// one, that for Windows: the same edits of the same files, byte for byte.
 import { createHash } from 'node:crypto';
-import { copyFileSync, mkdirSync, readFileSync, readdirSync, writeFileSync } from 'node:fs';
+import { copyFileSync, cpSync, mkdirSync, readFileSync, readdirSync, writeFileSync } from 'node:fs';
 import path from 'node:path';
 import { test } from 'node:test';
-import { assert, loadCore, platen, root, work } from './support.mjs';
+import { assert, loadCore, platen, platenForWindows, root, work } from './support.mjs';
 
 const folder = path.join(work, 'bytes');
 mkdirSync(folder);
@@ -64,14 +65,17 @@ const edits = {
 
 const hash = (bytes) => createHash('sha256').update(bytes).digest('hex');
 const samples = makeSamples();
+const folderForWindows = path.join(work, 'windows');
+cpSync(folder, folderForWindows, { recursive: true });
+/** Each command and the folder that it works in. */
+const systems = [[platen, folder], ...platenForWindows ? [[platenForWindows, folderForWindows]] : []];
 const { workspace } = await loadCore();
 let compared = 0;
 
 for (const name of samples) {
-    test(`${name} is the same from the page and the command`, () => {
+    test(`${name} is the same from the page and from ${systems.length} command(s)`, () => {
         const page = workspace();
-        const place = path.join(folder, name);
-        const [file] = page.add([{ name, bytes: new Uint8Array(readFileSync(place)) }]);
+        const [file] = page.add([{ name, bytes: new Uint8Array(readFileSync(path.join(folder, name))) }]);
         let done = 0;
         for (const [inPage, ...byCommand] of edits[page.kind(file)] ?? []) {
             let refused = null;
@@ -80,15 +84,17 @@ for (const name of samples) {
             } catch (error) {
                 refused = error;
             }
-            let failed = null;
-            try {
-                byCommand.forEach((words) => platen(folder, ...words(name)));
-            } catch (error) {
-                failed = error;
+            for (const [run, place] of systems) {
+                let failed = null;
+                try {
+                    byCommand.forEach((words) => run(place, ...words(name)));
+                } catch (error) {
+                    failed = error;
+                }
+                assert.equal(refused === null, failed === null, `${refused} / ${failed}`);
+                assert.equal(hash(file.bytes), hash(readFileSync(path.join(place, name))), run.name);
             }
-            assert.equal(refused === null, failed === null, `${refused} / ${failed}`);
             done += refused === null ? 1 : 0;
-            assert.equal(hash(file.bytes), hash(readFileSync(place)));
         }
         compared += done > 0 ? 1 : 0;
     });

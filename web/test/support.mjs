@@ -16,12 +16,23 @@ const command = process.env.PLATEN_COMMAND ?? path.join(root, 'build/dev/platen'
 export const work = mkdtempSync(path.join(tmpdir(), 'platen-page-'));
 process.on('exit', () => rmSync(work, { recursive: true, force: true }));
 
-/** Runs the command of this machine in a folder. Done with warnings is done. */
-export function platen(folder, ...args) {
-    const { status, stderr } = spawnSync(command, args, { cwd: folder, stdio: ['ignore', 'ignore', 'pipe'],
+/** Runs a command in a folder. Done with warnings is done. */
+function run(folder, ...args) {
+    const { status, stderr } = spawnSync(args[0], args.slice(1), { cwd: folder, stdio: ['ignore', 'ignore', 'pipe'],
         env: { ...process.env, PLATEN_PAGE: path.join(root, 'build/web/platen.html') } });
     assert.ok(status === 0 || status === 3, `${args.join(' ')}: ${status} ${stderr}`);
 }
+
+/** Runs the command of this machine in a folder. */
+export function platen(folder, ...args) {
+    run(folder, command, ...args);
+}
+
+const windowsCommand = process.env.PLATEN_WINDOWS_COMMAND;
+/** The same with the command for Windows, which is there when a program that runs it is named. */
+export const platenForWindows = windowsCommand && function platenForWindows(folder, ...args) {
+    run(folder, path.join(root, 'scripts/wine'), windowsCommand, ...args);
+};
 
 /** The page's core without a browser. */
 export async function loadCore() {

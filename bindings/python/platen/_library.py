@@ -25,7 +25,7 @@ _NAME = _NAMES.get(sys.platform, "libplaten_c.so.0")
 def _load() -> Any:
     bundled = Path(__file__).with_name(_NAME)
     chosen = os.environ.get("PLATEN_LIBRARY")
-    place = str(bundled) if bundled.exists() else chosen or _NAME
+    place = chosen or (str(bundled) if bundled.exists() else _NAME)
     try:
         library = ffi.dlopen(place)
         there = library.platen_interface_version()
