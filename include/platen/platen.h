@@ -29,8 +29,10 @@
 #ifndef PLATEN_PLATEN_H
 #define PLATEN_PLATEN_H
 
+/* This is C: NOLINTBEGIN(modernize-deprecated-headers) */
 #include <stddef.h>
 #include <stdint.h>
+/* NOLINTEND(modernize-deprecated-headers) */
 
 #if defined(PLATEN_C_STATIC) || defined(__wasm__)
 #define PLATEN_C_API
