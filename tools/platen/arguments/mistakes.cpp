@@ -151,7 +151,8 @@ Mistake mistakeIn(const Apps& chosen, const CLI::ParseError& error) {
 std::string mistakeOf(const CLI::App& program, const CLI::ParseError& error) {
     const Apps chosen = chosenOf(program);
     const Mistake mistake = mistakeIn(chosen, error);
-    return mistake.reason + (mistake.reason.ends_with('?') ? " See " : "; see ") + nameOf(chosen, 0, mistake.depth) + " --help";
+    return mistake.reason + (mistake.reason.ends_with('?') ? " See " : "; see ") +
+           nameOf(chosen, 0, mistake.depth) + " --help";
 }
 
 }  // namespace cli::arguments
