@@ -46,7 +46,7 @@ class Item extends Component {
                 <div role="option" title={words} {...common}
                     aria-label={`${pen.short} ${millimetres(pen.weight)} ${pen.weight === null ? 'line weight' : 'mm'}, ${words}`}>
                     <span class="name" dir="auto">{pen.short}</span>{' '}
-                    <span class="weight">{millimetres(pen.weight)}</span>
+                    <span class="weight">{pen.weight === null ? 'object' : millimetres(pen.weight)}</span>
                     <Line pen={pen} />
                 </div>
             );
