@@ -53,20 +53,19 @@ END_PYTHON
 # Lints one source of the sanitized build. What it prints goes to the standard output.
 # lint_one SOURCE
 lint_one() {
-    local source=$1 folder=$root/build/sanitize key stamp command
+    local source=$1 folder=$root/build/sanitize key stamp
     local -a preprocess
-    command=$(python3 -c 'import json, sys
+    mapfile -t preprocess < <(python3 -c 'import json, shlex, sys
 for entry in json.load(open(sys.argv[1])):
     if entry["file"] == sys.argv[2]:
-        print(entry["command"])
+        print("\n".join(shlex.split(entry["command"].rpartition(" -o ")[0])))
         break' "$folder/compile_commands.json" "$root/$source")
-    read -r -a preprocess <<<"${command% -o *}"
     [[ ${preprocess[0]} != *ccache ]] || preprocess=("${preprocess[@]:1}")
     key=$({
         cat "$root/.clang-tidy"
         clang-tidy --version
         (cd "$folder" && "${preprocess[@]}" -E -C "$root/$source")
-    } | sed "s#$root##g" | sha256sum)
+    } | sed "s#$root##g" | sha256sum) || return
     stamp=$cache_folder/lint/${key%% *}
     [[ ! -f $stamp ]] || return 0
     clang-tidy --quiet -p "$folder" "$root/$source" 2>/dev/null || return
