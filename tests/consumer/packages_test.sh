@@ -31,7 +31,7 @@ lists() {
     local package=$1 file
     shift
     for file in "$@"; do
-        dpkg -L "$package" | grep -x "$file" && [[ -s $file || -d $file ]] || {
+        dpkg -L "$package" | grep -x "$file" && [[ -e $file ]] || {
             echo "$file is not in $package"
             return 1
         }
