@@ -19,6 +19,9 @@ packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     wine wine64 xz-utils bzip2)
 packages_python=(python3-venv python3-pip python3-setuptools python3-wheel python3-cffi python3-pytest
     python3-hypothesis mypy)
+# The Debian packages, and a system with nothing on it to use them in.
+packages_deb=(dpkg-dev debhelper dh-python pybuild-plugin-pyproject python3-all lintian git xz-utils)
+packages_chroot=(debootstrap)
 # WebAssembly: clang's own libraries, WASI's C library, and Node, which runs the module.
 packages_wasm=(clang-22 lld-22 llvm-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32
     wasi-libc cmake ninja-build nlohmann-json3-dev xz-utils)

@@ -11,8 +11,8 @@ from setuptools.command.build_py import build_py
 # The library that the package is to carry; usually none, then it is found when it is loaded.
 bundle = os.environ.get("PLATEN_BUNDLE")
 # The same names as in platen/_library.py.
-name = {"win32": "platen_c.dll", "darwin": "libplaten_c.0.dylib"}.get(
-    sys.platform, "libplaten_c.so.0"
+name = {"win32": "platen_c.dll", "darwin": "libplaten_c.1.dylib"}.get(
+    sys.platform, "libplaten_c.so.1"
 )
 
 

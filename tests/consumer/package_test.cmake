@@ -1,17 +1,21 @@
 # Installs the build in BUILT below WORK, and builds and runs the project beside this file against
-# what was installed. Run with cmake -P; tests/CMakeLists.txt sets the variables.
+# what was installed. Without BUILT it takes what the system has. Run with cmake -P; tests/CMakeLists.txt and
+# packages_test.sh set the variables.
 
-set(installed "${WORK}/installed")
 set(build "${WORK}/build")
+set(settings -DCMAKE_BUILD_TYPE=Release)
 file(REMOVE_RECURSE "${WORK}")
 
-execute_process(
-    COMMAND ${CMAKE_COMMAND} --install "${BUILT}" --prefix "${installed}"
-    COMMAND_ERROR_IS_FATAL ANY)
-
-set(settings -DCMAKE_BUILD_TYPE=Release
+if(BUILT)
+    set(installed "${WORK}/installed")
+    execute_process(
+        COMMAND ${CMAKE_COMMAND} --install "${BUILT}" --prefix "${installed}"
+        COMMAND_ERROR_IS_FATAL ANY)
     # By name, since a cross build looks for packages in the toolchain's folders only.
-    "-Dplaten_DIR=${installed}/${LIBDIR}/cmake/platen")
+    list(APPEND settings "-Dplaten_DIR=${installed}/${LIBDIR}/cmake/platen")
+else()
+    set(installed /usr)
+endif()
 if(TOOLCHAIN)
     list(APPEND settings
         "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-DPLATEN_WINDOWS_PREFIX=${LIBRARIES}")
@@ -25,8 +29,10 @@ execute_process(COMMAND ${CMAKE_COMMAND} --build "${build}" COMMAND_ERROR_IS_FAT
 
 if(NOT TOOLCHAIN)
     # Without CMake.
-    set(ENV{PKG_CONFIG_PATH} "${installed}/${LIBDIR}/pkgconfig")
-    set(ENV{LD_LIBRARY_PATH} "${installed}/${LIBDIR}")
+    if(BUILT)
+        set(ENV{PKG_CONFIG_PATH} "${installed}/${LIBDIR}/pkgconfig")
+        set(ENV{LD_LIBRARY_PATH} "${installed}/${LIBDIR}")
+    endif()
     foreach(package "platen-c;cc;-std=c99;c.c" "platen-core;${COMPILER};-std=c++20;core.cpp"
             "platen;${COMPILER};-std=c++20;-DLIBRARY_PRINTS=false;main.cpp")
         list(POP_FRONT package name)
@@ -39,10 +45,12 @@ if(NOT TOOLCHAIN)
             COMMAND_ERROR_IS_FATAL ANY)
         execute_process(COMMAND "${build}/by_pkg_config" WORKING_DIRECTORY "${build}"
             COMMAND_ERROR_IS_FATAL ANY)
+        message(STATUS "works: ${source}, built with pkg-config ${name}")
     endforeach()
     unset(ENV{LD_LIBRARY_PATH})
     execute_process(COMMAND "${CMAKE_CURRENT_LIST_DIR}/share_test.sh" "${installed}"
         COMMAND_ERROR_IS_FATAL ANY)
+    message(STATUS "works: what people and desktops get")
 endif()
 
 # For Windows programs: where the library's DLL is, as Wine names it.
@@ -53,4 +61,5 @@ foreach(program consumer core_consumer c_consumer chart_consumer)
         COMMAND ${EMULATOR} "${build}/${program}${SUFFIX}"
         WORKING_DIRECTORY "${build}"
         COMMAND_ERROR_IS_FATAL ANY)
+    message(STATUS "works: ${program}, built with CMake")
 endforeach()

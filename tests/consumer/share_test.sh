@@ -7,23 +7,26 @@ platen=$prefix/bin/platen
 
 # A page for the program and each command, and nobody has anything to say about one. (Pages have no date,
 # so that they are the same however often they are made.)
-pages=("$share"/man/man1/platen*.1)
+# A system may keep them compressed.
+pages=("$share"/man/man1/platen*.1*)
 commands=$("$platen" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z-]*\) .*/\1/p' | wc -l)
 ((${#pages[@]} == commands + 1)) || { echo "${#pages[@]} manual pages for $commands commands"; exit 1; }
 ! mandoc -T lint -W warning "${pages[@]}" | grep -v 'missing date'
-said=$(for page in "${pages[@]}"; do groff -man -Tutf8 -ww -z "$page" 2>&1; done)
+said=$(for page in "${pages[@]}"; do zcat -f "$page" | groff -man -Tutf8 -ww -z 2>&1; done)
 [[ -z $said ]] || { echo "$said"; exit 1; }
-mandoc "$share/man/man1/platen-chart.1" | sed 's/.\x08//g' | grep -q 'svg|html|png|pdf'
+mandoc "$share"/man/man1/platen-chart.1* | sed 's/.\x08//g' | grep -q 'svg|html|png|pdf'
 
+# (Debian has another folder for zsh.)
 for file in bash-completion/completions/platen fish/vendor_completions.d/platen.fish \
-    zsh/site-functions/_platen platen/schema/info-1.json icons/hicolor/scalable/apps/platen.svg; do
-    [[ -s $share/$file ]] || { echo "$file is not there"; exit 1; }
+    zsh/*/_platen platen/schema/info-1.json icons/hicolor/scalable/apps/platen.svg; do
+    found=("$share"/$file)
+    [[ -s ${found[0]} ]] || { echo "$file is not there"; exit 1; }
 done
 
 # Files are known by their names, and tables by what they begin with.
-xmllint --noout "$share"/icons/hicolor/scalable/*/*.svg
+xmllint --noout "$share"/icons/hicolor/scalable/*/*platen*.svg
 update-mime-database "$share/mime"
-desktop-file-validate "$share"/applications/*.desktop
+desktop-file-validate "$share/applications/platen.desktop"
 export XDG_DATA_DIRS=$share:/usr/share XDG_DATA_HOME=$prefix/home
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

@@ -18,8 +18,8 @@ AnyPath = Union[str, "os.PathLike[str]"]
 #: A file's path, or its bytes.
 Source = Union[AnyPath, bytes]
 
-_NAMES = {"win32": "platen_c.dll", "darwin": "libplaten_c.0.dylib"}
-_NAME = _NAMES.get(sys.platform, "libplaten_c.so.0")
+_NAMES = {"win32": "platen_c.dll", "darwin": "libplaten_c.1.dylib"}
+_NAME = _NAMES.get(sys.platform, "libplaten_c.so.1")
 
 
 def _load() -> Any:
