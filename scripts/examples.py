@@ -107,6 +107,7 @@ class Shell:
     """One bash for a folder: what a command sets, the next one finds."""
 
     def __init__(self, folder, environment):
+        self.folder = folder
         self.process = subprocess.Popen(
             ["bash", "--noprofile", "--norc"], cwd=folder, env=environment, bufsize=0,
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
@@ -281,6 +282,8 @@ class Runner:
                 body += expected
                 continue
             different = True
+            # Nobody else has this folder.
+            printed = printed.replace(str(shell.folder), "...")
             body += printed.split("\n") if printed else []
             if not self.options.update:
                 lines = difflib.unified_diff(expected, printed.split("\n"), "the page", "the command", lineterm="")
