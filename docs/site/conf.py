@@ -37,6 +37,7 @@ html_css_files = ["site.css"]
 html_favicon = "static/platen.svg"
 html_logo = "static/platen.svg"
 html_copy_source = False
+html_domain_indices = False
 html_show_sourcelink = False
 html_show_copyright = False
 html_show_sphinx = False
