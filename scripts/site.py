@@ -429,6 +429,8 @@ def main():
         "PLATEN_XML": str(xml),
         "PLATEN_VERSION": version(),
     }
+    # What pages of before have left is not a part of the site.
+    shutil.rmtree(work / "html", ignore_errors=True)
     # -W: a warning is an error, once all of them were said.
     done = subprocess.run(
         [sys.executable, "-m", "sphinx", "-W", "--keep-going", "-q", "-j", "2", "-b", "html",
