@@ -55,8 +55,12 @@ def main():
                 if link.fragment and unquote(link.fragment) not in pages[goal].anchors:
                     faults.append(f"{where}: no element of the page has this name: {value}")
     for sheet in sorted(folder.rglob("*.css")):
-        for value in re.findall(r"url\(['\"]?((?:https?:)?//[^)'\"]+)", sheet.read_text(encoding="utf-8")):
-            faults.append(f"{sheet.relative_to(folder)}: loaded from elsewhere: {value}")
+        for value in re.findall(r"url\(['\"]?([^)'\"]+)", sheet.read_text(encoding="utf-8")):
+            if not value.startswith("data:") and not (sheet.parent / value).is_file():
+                faults.append(f"{sheet.relative_to(folder)}: not a file of the site: {value}")
+    for script in sorted(folder.rglob("*.js")):
+        if re.search(r"^(import|export) ", script.read_text(encoding="utf-8"), re.M):
+            faults.append(f"{script.relative_to(folder)}: a module, which pages on disk may not load")
 
     reached, next_ones = set(), [folder / "index.html"]
     while next_ones:

@@ -395,6 +395,36 @@ def pictures(source, command, work):
     write(source / "pictures/pens.svg", (folder / "pens.svg").read_text(encoding="utf-8"))
 
 
+# --- The theme ---------------------------------------------------------------------------------
+
+
+def replaced(text, old, new):
+    if old not in text:
+        fail(f"the theme is another one than this script mends: it has no {old!r}")
+    return text.replace(old, new, 1)
+
+
+def mend_theme(static):
+    """Debian's Furo is neither bundled nor compiled as its authors do it: its script imports another one,
+    which browsers refuse to pages on disk, its sheet imports one of a server, and it has lost the colours
+    of systems that are dark."""
+    script = static / "scripts/furo.js"
+    text = replaced(script.read_text(), 'import Gumshoe from "./gumshoe-patched.js";', "")
+    script.write_text((static / "scripts/gumshoe-patched.js").read_text() + text)
+    (static / "scripts/gumshoe-patched.js").unlink()
+
+    sheet = static / "styles/furo.css"
+    text = sheet.read_text()
+    normal = Path("/usr/share/javascript/normalize.css/normalize.css").read_text()
+    text = replaced(text, "@import url(/javascript/normalize.css/normalize.css);", normal)
+    dark = re.search(r'@media not print \{\n  body\[data-theme="dark"\] \{(.*?)\}', text, re.S)
+    if not dark or "prefers-color-scheme" in text:
+        fail("the theme's sheet is another one than this script mends")
+    auto = f'@media not print and (prefers-color-scheme: dark) {{ body[data-theme="auto"] {{{dark[1]}}} }}\n'
+    end = text.index("body[data-theme=\"auto\"] .theme-toggle")
+    sheet.write_text(text[:end] + auto + text[end:])
+
+
 # --- All of it -----------------------------------------------------------------------------------
 
 
@@ -441,6 +471,7 @@ def main():
         # It would be silent about pages that it knows.
         shutil.rmtree(work / "doctrees", ignore_errors=True)
         fail("Sphinx finds faults in the pages")
+    mend_theme(work / "html/_static")
 
 
 if __name__ == "__main__":

@@ -30,6 +30,9 @@ autodoc_member_order = "bysource"
 autodoc_preserve_defaults = True
 add_module_names = False
 
+# Two hyphens begin options.
+smartquotes = False
+
 html_theme = "furo"
 html_title = f"Platen {release}"
 html_static_path = ["static"]
