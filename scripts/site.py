@@ -420,7 +420,7 @@ def mend_theme(static):
     dark = re.search(r'@media not print \{\n  body\[data-theme="dark"\] \{(.*?)\}', text, re.S)
     if not dark or "prefers-color-scheme" in text:
         fail("the theme's sheet is another one than this script mends")
-    auto = f'@media not print and (prefers-color-scheme: dark) {{ body[data-theme="auto"] {{{dark[1]}}} }}\n'
+    auto = f'@media screen and (prefers-color-scheme: dark) {{ body[data-theme="auto"] {{{dark[1]}}} }}\n'
     end = text.index("body[data-theme=\"auto\"] .theme-toggle")
     sheet.write_text(text[:end] + auto + text[end:])
 
