@@ -12,7 +12,8 @@ packages_command=(g++ cmake ninja-build zlib1g-dev libdeflate-dev libminizip-dev
 packages_build=("${packages_command[@]}" ccache libwxgtk3.2-dev)
 packages_bench=(libbenchmark-dev rapidjson-dev)
 packages_test=(libgtest-dev libgmock-dev libexpat1-dev git abigail-tools python3 python3-jsonschema
-    fish zsh groff-base mandoc libxml2-utils shared-mime-info desktop-file-utils libglib2.0-bin pkg-config)
+    fish zsh groff-base mandoc libxml2-utils shared-mime-info desktop-file-utils libglib2.0-bin pkg-config
+    python3-cffi)
 packages_sanitize=(clang libclang-rt-14-dev llvm)
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache
@@ -22,6 +23,8 @@ packages_python=(python3-venv python3-pip python3-setuptools python3-wheel pytho
 # The Debian packages, and a system with nothing on it to use them in.
 packages_deb=(dpkg-dev debhelper dh-python pybuild-plugin-pyproject python3-all lintian git xz-utils)
 packages_chroot=(debootstrap)
+# The site: Python's cffi, since it documents the package by loading it.
+packages_site=(doxygen furo python3-breathe python3-cffi python3-myst-parser python3-sphinx)
 # WebAssembly: clang's own libraries, WASI's C library, and Node, which runs the module.
 packages_wasm=(clang-22 lld-22 llvm-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32
     wasi-libc cmake ninja-build nlohmann-json3-dev xz-utils)

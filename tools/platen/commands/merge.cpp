@@ -26,7 +26,7 @@ As a merge driver of git (docs/git.md says more):
   git config merge.platen.driver "platen merge %O %A %B --path %P"
   echo "*.ctb merge=platen" >> .gitattributes
 
-Example:
+Examples:
   platen merge base.ctb ours.ctb theirs.ctb -o merged.ctb)";
 
 struct MergeOptions {

@@ -24,7 +24,7 @@ is one there). Names are found without regard to case.
 Examples:
   platen paper add a.pc3 --name "Long roll" --size 914x5000 --units mm
   platen paper add a.pc3 --name "Card" --size 3.5x2 --units in --margins 0.1,0.1,0.1,0.1
-  platen paper resize a.pc3 --name "long roll" --size 914x7000
+  platen paper resize a.pc3 --name "long roll" --size 914x4000
   platen paper rename a.pmp --name "Long roll" --to "Roll 914"
   platen paper remove a.pmp --name Card)";
 
