@@ -4,6 +4,9 @@
   windows_zip.py def DLL FILE.def                 writes what the DLL exports
   windows_zip.py licences FOLDER MODULES NAME...  the licences of the DLLs in FOLDER/bin, of the libraries
                                                   named, and of the page if it is there
+  windows_zip.py compare FILE.def FILE.lib LIST   whether all three name the same functions
+  windows_zip.py versions VERSION FILE...         whether the programs have the version in their properties
+  windows_zip.py needed FOLDER                    whether every DLL that is needed lies there, and no other
   windows_zip.py zip FOLDER FILE.zip              packs FOLDER, the same bytes for the same content
 """
 
@@ -98,7 +101,51 @@ def write_licences(folder: Path, modules: Path, linked: list[str]) -> None:
             if common.exists():
                 shutil.copyfile(common, texts / (common.name + ".txt"))
         lines.append(f"{component.name} {component.version(modules)}: {component.licence} ({file})")
+    lines += ["", "Files named after a licence are texts that the others refer to."]
     (texts / "INDEX.txt").write_text("\r\n".join(lines) + "\r\n")
+
+
+def compare(definition: Path, library: Path, listed: Path) -> None:
+    names = {line.strip() for line in definition.read_text().splitlines()[2:]}
+    symbols = subprocess.run(["llvm-nm-22", "--defined-only", str(library)], check=True,
+                             capture_output=True, text=True).stdout
+    offered = set(re.findall(r" T (platen_\w+)$", symbols, re.MULTILINE))
+    pointers = set(re.findall(r" T __imp_(platen_\w+)$", symbols, re.MULTILINE))
+    headers = subprocess.run(["llvm-readobj-22", "--file-headers", str(library)], check=True,
+                             capture_output=True, text=True).stdout
+    members = set(re.findall(r"^Symbol: (platen_\w+)$", headers, re.MULTILINE))
+    promised = set(re.findall(r"<elf-symbol name='(\w+)'", listed.read_text()))
+    if not (names == offered == pointers == members == promised != set()):
+        sys.exit("error: these are not in all lists: " + ", ".join(sorted(
+            (names | offered | pointers | members | promised)
+            - (names & offered & pointers & members & promised))))
+    print(f"{len(names)} functions")
+
+
+def has_version(version: str, files: list[Path]) -> None:
+    for file in files:
+        resource = file.read_bytes()
+        for name, value in (("FileVersion", version), ("ProductVersion", version),
+                            ("ProductName", "Platen"), ("OriginalFilename", file.name),
+                            ("FileDescription", "Plotter documents")):
+            # Names and values are UTF-16, and begin at multiples of four.
+            text = re.escape((name + "\0").encode("utf-16le")) + b"(?:\0\0)?" + value.encode("utf-16le")
+            if not re.search(text, resource):
+                sys.exit(f"error: {file.name} does not say {name} {value}")
+
+
+def is_complete(folder: Path) -> None:
+    here = {file.name for file in programs(folder)}
+    needed = {name for file in programs(folder) for name in imported(file)}
+    missing = {name for name in needed if name not in here and name.lower() not in SYSTEM}
+    extra = {name for name in here - needed if name.lower().endswith(".dll") and not name.startswith("platen")}
+    if missing or extra:
+        sys.exit(f"error: missing {sorted(missing)}, needed by nobody {sorted(extra)}")
+    licences = (folder.parent / "licences/INDEX.txt").read_text()
+    for name in here & needed:
+        if not name.startswith("platen") and f"\n{components.of_file(name).name} " not in licences:
+            sys.exit(f"error: the licences do not have that of {name}")
+    print(f"{len(here & needed)} DLLs")
 
 
 def pack(folder: Path, archive: Path) -> None:
@@ -124,6 +171,12 @@ def main() -> None:
         write_def(Path(arguments[0]), Path(arguments[1]))
     elif command == "licences":
         write_licences(Path(arguments[0]), Path(arguments[1]), arguments[2:])
+    elif command == "compare":
+        compare(*map(Path, arguments))
+    elif command == "versions":
+        has_version(arguments[0], [Path(file) for file in arguments[1:]])
+    elif command == "needed":
+        is_complete(Path(arguments[0]))
     elif command == "zip":
         pack(Path(arguments[0]), Path(arguments[1]))
     else:

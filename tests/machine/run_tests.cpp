@@ -1,5 +1,5 @@
 // Runs the Windows tests on whatever machine this is, and writes a report to send back:
-//   run_tests.exe [--print] [--settings] [--output FILE]
+//   run_tests.exe [--print] [--settings] [--only PROGRAM] [--output FILE]
 // Beside it are the test programs, in ..\samples what they replay, in ..\not-run.txt the tests that
 // a machine of somebody's own is spared. Everything they write is below a folder that goes again.
 #include <windows.h>
@@ -24,6 +24,7 @@ namespace {
 
 struct Options {
     std::set<std::string> asked;  // print, settings, queues
+    std::string only;
     fs::path report = L"report.txt";
 };
 
@@ -232,7 +233,7 @@ private:
         } else {
             AssignProcessToJobObject(job, process.hProcess);
             ResumeThread(process.hThread);
-            constexpr DWORD longest = 600'000;
+            constexpr DWORD longest = 300'000;
             if (WaitForSingleObject(process.hProcess, longest) != WAIT_OBJECT_0) {
                 TerminateJobObject(job, WAIT_TIMEOUT);
                 WaitForSingleObject(process.hProcess, longest);
@@ -319,10 +320,13 @@ int wmain(int count, wchar_t** arguments) {
         const std::wstring argument = arguments[index];
         if (argument == L"--print" || argument == L"--settings") {
             options.asked.insert(utf8(argument.substr(2)));
+        } else if (argument == L"--only" && index + 1 < count) {
+            options.only = utf8(arguments[++index]);
         } else if (argument == L"--output" && index + 1 < count) {
             options.report = arguments[++index];
         } else {
-            std::cerr << "usage: run-tests.cmd [--print] [--settings] [--output FILE]\n";
+            std::cerr
+                << "usage: run-tests.cmd [--print] [--settings] [--only PROGRAM] [--output FILE]\n";
             return 2;
         }
     }
@@ -347,6 +351,9 @@ int wmain(int count, wchar_t** arguments) {
     for (const auto& entry :
          std::set<fs::path>(fs::directory_iterator(folder / "bin"), fs::directory_iterator())) {
         const std::string name = entry.stem().string();
+        if (!options.only.empty() && name != options.only) {
+            continue;
+        }
         if (entry.extension() == ".exe" && name.starts_with("replay_")) {
             run.replay(name);
         } else if (entry.extension() == ".exe" && name.ends_with("_tests") && name != "run_tests") {
