@@ -18,6 +18,8 @@ packages_sanitize=(clang libclang-rt-14-dev llvm)
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache
     wine wine64 xz-utils bzip2)
+# The zips for Windows: an import library for other compilers, and a program that is linked with it.
+packages_zip=(llvm-22 clang-22 lld-22 git python3 unzip)
 packages_python=(python3-venv python3-pip python3-setuptools python3-wheel python3-cffi python3-pytest
     python3-hypothesis mypy)
 # The Debian packages, and a system with nothing on it to use them in.

@@ -35,9 +35,13 @@ TEST(Mail, HasTheFileAttached) {
                       path + "\nname " + path + "\n");
     }
     EXPECT_EQ(GetModuleHandleW(L"MAPI32.DLL"), nullptr);
+}
+
+TEST(Mail, IsNotLookedForWhereThereIsNone) {
     // A library that is not there, one of the system that is not for mail, and Wine have no
     // service.
-    std::filesystem::remove(folder.path("record"));
+    const TemporaryFolder folder;
+    wxSetEnv("PLATEN_TEST_MAIL_RECORD", folder.wide("record"));
     EXPECT_EQ(wut::sendByMail(L"a.pdf", nullptr, L"platen-no-such-library.dll"), wut::MS_NoMail);
     EXPECT_EQ(wut::sendByMail(L"a.pdf", nullptr, L"version.dll"), wut::MS_NoMail);
     EXPECT_FALSE(wut::isUnderWine());

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
 #include <wx/gdicmn.h>
 #include <wx/image.h>
 #include <wx/platinfo.h>
@@ -16,10 +19,15 @@
 inline bool onWindows() { return wxPlatformInfo::Get().GetOperatingSystemId() & wxOS_WINDOWS; }
 
 /// What the whole display shows, with what its window manager adds: the X window dump that
-/// scripts/display.sh tells the place of.
+/// scripts/display.sh tells the place of, or on a display of somebody's own what the system copies.
 inline wxImage display() {
     wxString path;
-    wxGetEnv("PLATEN_TEST_SCREEN", &path);
+    if (!wxGetEnv("PLATEN_TEST_SCREEN", &path)) {
+        wxScreenDC screen;
+        wxBitmap copy(screen.GetSize());
+        wxMemoryDC(copy).Blit(wxPoint(), screen.GetSize(), &screen, wxPoint());
+        return copy.ConvertToImage();
+    }
     const std::string dump = readBytes((onWindows() ? "Z:" + path : path).utf8_string());
     const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(dump.at(at)); };
     const auto field = [&](std::size_t index) {
