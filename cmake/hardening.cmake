@@ -21,6 +21,10 @@ if(PLATEN_HARDENING AND NOT PLATEN_SANITIZE AND NOT platen_system STREQUAL "wasm
         add_link_options(-Wl,--dynamicbase,--nxcompat,--high-entropy-va)
     else()
         add_compile_options(-fstack-clash-protection)
+        # gcc 12 takes impossible lengths inside std::wstring for possible ones where copies are checked.
+        if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+            add_compile_options(-Wno-attribute-warning)
+        endif()
         add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
         include(CheckPIESupported)
         check_pie_supported()
