@@ -460,16 +460,16 @@ def main():
         "PLATEN_VERSION": version(),
     }
     # What pages of before have left is not a part of the site.
-    shutil.rmtree(work / "html", ignore_errors=True)
+    # Nor may what Sphinx remembers decide: where a name is declared twice, links go to what it read first.
+    for folder in ("html", "doctrees"):
+        shutil.rmtree(work / folder, ignore_errors=True)
     # -W: a warning is an error, once all of them were said.
     done = subprocess.run(
-        [sys.executable, "-m", "sphinx", "-W", "--keep-going", "-q", "-j", "2", "-b", "html",
+        [sys.executable, "-m", "sphinx", "-W", "--keep-going", "-q", "-b", "html",
          "-d", work / "doctrees", source, work / "html"],
         env=environment,
     )
     if done.returncode != 0:
-        # It would be silent about pages that it knows.
-        shutil.rmtree(work / "doctrees", ignore_errors=True)
         fail("Sphinx finds faults in the pages")
     mend_theme(work / "html/_static")
 

@@ -28,6 +28,12 @@ execute_process(
 execute_process(COMMAND ${CMAKE_COMMAND} --build "${build}" COMMAND_ERROR_IS_FATAL ANY)
 
 if(NOT TOOLCHAIN)
+    # The examples of the site, as they are shown there.
+    execute_process(
+        COMMAND ${CMAKE_COMMAND} -S "${EXAMPLES}" -B "${WORK}/examples" -G Ninja ${settings}
+        COMMAND_ERROR_IS_FATAL ANY)
+    execute_process(COMMAND ${CMAKE_COMMAND} --build "${WORK}/examples" COMMAND_ERROR_IS_FATAL ANY)
+
     # Without CMake.
     if(BUILT)
         set(ENV{PKG_CONFIG_PATH} "${installed}/${LIBDIR}/pkgconfig")
