@@ -152,7 +152,7 @@ abi_report() {
     last=$(git -C "$root" describe --tags --abbrev=0 --match 'v[0-9]*' "$commit^" 2>/dev/null || true)
     if [[ -z $last ]]; then
         printf 'no release before this one; it exports %s functions\n' \
-            "$(git -C "$root" show "$commit:c_interface/platen_c.abi" | grep -c "<function-decl ")"
+            "$(git -C "$root" show "$commit:c_interface/platen_c.abi" | grep -c "<elf-symbol name=")"
         return
     fi
     git -C "$root" show "$last:c_interface/platen_c.abi" >"$root/build/release/last.abi"

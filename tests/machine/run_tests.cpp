@@ -226,9 +226,8 @@ private:
         std::wstring command =
             L'"' + (folder_ / "bin" / (program + ".exe")).wstring() + L"\" " + arguments;
         Output output;
-        if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE,
-                           CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, (work_ / "files").c_str(),
-                           &startup, &process) == FALSE) {
+        if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED,
+                           nullptr, (work_ / "files").c_str(), &startup, &process) == FALSE) {
             output.status = GetLastError();
         } else {
             AssignProcessToJobObject(job, process.hProcess);

@@ -53,7 +53,8 @@ int main(int count, char** words) {
     } else if (action == "nest" && count == 4) {
         const wxInitializer wx;
         const std::string command = '"' + arguments[0] + "\" stay \"" + arguments[3] + '"';
-        wxExecute(wxString::FromUTF8(command), wxEXEC_ASYNC);
+        // Not UTF-8 on Windows, where its folder may have any letters.
+        wxExecute(std::filesystem::path(command).wstring(), wxEXEC_ASYNC);
         stay(path);
     } else if (action == "arguments") {
         std::string lines;
