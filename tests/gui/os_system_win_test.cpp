@@ -28,8 +28,7 @@ TEST(Programs, StartAsTheFlagsSay) {
 }
 
 void setClass(const wchar_t* key, const std::wstring& text) {
-    RegSetKeyValueW(HKEY_CURRENT_USER, (L"Software\\Classes\\" + std::wstring(key)).c_str(),
-                    nullptr, REG_SZ, text.c_str(),
+    RegSetKeyValueW(HKEY_CLASSES_ROOT, key, nullptr, REG_SZ, text.c_str(),
                     static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
@@ -44,8 +43,8 @@ TEST(Programs, OpenDocuments) {
     EXPECT_TRUE(wut::LaunchDefaultApplication(OdString(document.wstring())));
     EXPECT_TRUE(settleUntil([&] { return readBytes(opened) == document.string() + "\n"; }));
     EXPECT_TRUE(settleUntil([] { return childCount() == 0; }));
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\.platentest");
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\platentest");
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L".platentest");
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L"platentest");
 }
 
 TEST(Drives, AndFoldersAreThoseThatTheApplicationKnows) {
