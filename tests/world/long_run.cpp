@@ -26,7 +26,7 @@ void useDocument(RandomDocuments& documents, std::size_t& bytesWritten) {
     constexpr FileForm forms[] = {FileForm::Compressed, FileForm::Json, FileForm::BodyText};
     // Tables of all colours take as long as all others together.
     const RandomKind kind =
-        documents.oneIn(20)
+        documents.oneIn(100)
             ? randomKinds[documents.below(std::size(randomKinds))]
             : std::array{RandomKind::Stb, RandomKind::Pc3, RandomKind::Pmp}[documents.below(3)];
     const FileForm form = forms[documents.below(std::size(forms))];
@@ -76,6 +76,7 @@ void longRun(const Settings& settings) {
                 "memory grows: " + std::to_string(early.residentBytes) + " bytes after a tenth, " +
                     std::to_string(now.residentBytes) + " after " + std::to_string(round + 1) +
                     " documents");
+        std::cerr << round + 1 << " documents, " << now.residentBytes / 1024 << " KB resident\n";
     }
     const Resources end = resourcesNow();
     std::cout << "long-run: " << settings.rounds
