@@ -216,13 +216,7 @@ int platen_document_save(platen_document* document, const char* path) {
             file.state->fail("argument-missing", "the document is from nowhere: name a path");
             return 0;
         }
-        if (file.mark.differsNow(*place)) {
-            PiaReport report;
-            report.fail({.code = PiaCode::FileChanged});
-            file.state->fail(report);
-            return 0;
-        }
-        const WriteResult written = writeFileBytes(file.source.bytes(), *place);
+        const WriteResult written = writeFileBytes(file.source.bytes(), *place, file.mark);
         if (!written) {
             file.state->fail(written);
             return 0;

@@ -7,6 +7,7 @@
 
 #include <platen/inspect.h>
 #include <platen/pia_text_forms.h>
+#include <platen/utcore_replace.h>
 
 namespace platen {
 namespace {
@@ -94,23 +95,24 @@ WriteResult writeFile(const PiaBlock& root, FileForm form, PiaKind kind, const s
     if (!result) {
         return result;
     }
-    if (mark.differsNow(path)) {
-        PiaReport report;
-        report.fail({.code = PiaCode::FileChanged});
-        return failedAt(WriteResult::Stage::Storing, std::move(report));
-    }
-    WriteResult stored = writeFileBytes(bytes.view(), path);
+    WriteResult stored = writeFileBytes(bytes.view(), path, mark);
     return stored ? std::move(result) : std::move(stored);
 }
 
-WriteResult writeFileBytes(std::string_view bytes, const std::wstring& path) {
+WriteResult writeFileBytes(std::string_view bytes, const std::wstring& path, const FileMark& mark) {
     const std::string_view pieces[] = {bytes};
-    const ut::SystemError error = ut::replaceFile(path, pieces);
-    if (!error) {
+    bool changed = false;
+    const ut::SystemError error = ut::replaceFile(
+        path, pieces, [&] { return !mark.differsNow(path); }, changed);
+    if (!error && !changed) {
         return {};
     }
     PiaReport report;
-    report.fail({.code = PiaCode::FileUnwritable, .found = ut::decodePath(error.message())});
+    if (changed) {
+        report.fail({.code = PiaCode::FileChanged});
+    } else {
+        report.fail({.code = PiaCode::FileUnwritable, .found = ut::decodePath(error.message())});
+    }
     return failedAt(WriteResult::Stage::Storing, std::move(report));
 }
 

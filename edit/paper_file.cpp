@@ -5,6 +5,7 @@
 #include <platen/inspect.h>
 #include <platen/pia_text_forms.h>
 #include <platen/utcore.h>
+#include <platen/utcore_replace.h>
 #include "edit/refusal.h"
 #include "plotcfg/named_pmp.h"
 #include "plotcfg/save_pmp.h"
@@ -168,6 +169,8 @@ SavedPapers PaperFile::save() {
         saved.done = saveParameters(saved);
     }
     if (!saved.done || isPmp_ || bodyOf(*config_) == configBefore_.body) {
+        // One that was killed may have been about to write both.
+        ut::removeAbandoned(path_);
         return saved;
     }
     PiaTree tree;

@@ -44,8 +44,9 @@ PLATEN_API WriteResult encodeFile(const PiaBlock& root, FileForm form, PiaKind k
 /// a new one that can be read. A file that is different from its mark is left alone.
 PLATEN_API WriteResult writeFile(const PiaBlock& root, FileForm form, PiaKind kind,
                                  const std::wstring& path, const FileMark& mark = {});
-/// Writes bytes that came out of a file that was read.
-PLATEN_API WriteResult writeFileBytes(std::string_view bytes, const std::wstring& path);
+/// Writes bytes that came out of a file that was read, with the same care for the mark.
+PLATEN_API WriteResult writeFileBytes(std::string_view bytes, const std::wstring& path,
+                                      const FileMark& mark = {});
 
 /// How a file is read that may have a body of `bodyBytes`: the number of items that are accepted
 /// grows with it, the depth does not.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,14 @@ struct Destination {
     bool exists = false;
     /// A device or a pipe, which is written to and never replaced.
     bool isDevice = false;
+};
+
+/// What has become of a file that another process made.
+enum class Left {
+    Gone,
+    InUse,
+    /// It is not known who made it, or whether they are still there.
+    Unknown,
 };
 
 /// Every call that returns an error without a code has succeeded.
@@ -41,9 +50,19 @@ public:
     /// Follows symbolic links, also to a file that does not exist. Fails when `path` is a folder
     /// or a file that may not be written.
     virtual SystemError findDestination(const std::wstring& path, Destination& destination) = 0;
-    /// Creates a file; fails when the path exists. A file made to replace another gets permissions
-    /// from `copyPermissions`, and until then grants no more than the other can have granted.
-    virtual SystemError create(const std::wstring& path, bool replaces, File& file) = 0;
+    /// Creates a file; fails with `taken` when the path exists. A file made to replace another gets
+    /// permissions from `copyPermissions`, and until then grants no more than the other can have
+    /// granted. Until `held` is released or this process ends, however it ends, the file is in use.
+    virtual SystemError create(const std::wstring& path, bool replaces, File& file, File& held) = 0;
+    virtual SystemError taken() const = 0;
+    /// Removes a file that `create` made when nobody uses it any more.
+    virtual Left removeAbandoned(const std::wstring& path) = 0;
+    /// Closes `held`.
+    virtual void release(File held) = 0;
+    /// Removes a file that is in use by ourselves and closes `held`.
+    virtual void discard(const std::wstring& path, File held) = 0;
+    /// A moment, for others to be done.
+    virtual void pause() = 0;
     virtual SystemError openDevice(const std::wstring& path, File& file) = 0;
     /// Writes at least one byte of non-empty `bytes`; `count` tells how many.
     virtual SystemError write(File file, std::string_view bytes, std::size_t& count) = 0;
@@ -66,6 +85,7 @@ FileSystem& systemFiles();
 SystemError readFile(FileSystem& files, const std::wstring& path, std::uint64_t limit,
                      ByteBuffer& bytes, bool& tooLarge);
 SystemError replaceFile(FileSystem& files, const std::wstring& path,
-                        std::span<const std::string_view> pieces);
+                        std::span<const std::string_view> pieces,
+                        const std::function<bool()>& mayReplace, bool& refused);
 
 }  // namespace ut

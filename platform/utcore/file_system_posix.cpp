@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -7,6 +8,7 @@
 #include <limits>
 #include <optional>
 
+#include "platform/utcore/file_hold.h"
 #include "platform/utcore/file_permissions.h"
 #include "platform/utcore/file_system.h"
 #include "platform/utcore/path.h"
@@ -126,10 +128,41 @@ public:
         return {};
     }
 
-    SystemError create(const std::wstring& path, bool replaces, File& file) override {
+    SystemError create(const std::wstring& path, bool replaces, File& file, File& held) override {
         const mode_t mode = replaces ? 0600 : 0666;
-        const SystemError error = open(path, O_WRONLY | O_CREAT | O_EXCL, file, mode);
-        return {error.code, "create"};
+        if (const SystemError error = open(path, O_WRONLY | O_CREAT | O_EXCL, file, mode)) {
+            return error.code == EEXIST ? taken() : SystemError{error.code, "create"};
+        }
+        int holder = -1;
+        if (const int code = holdFile(descriptor(file), holder)) {
+            ::close(descriptor(file));
+            if (code == EBUSY) {
+                return taken();
+            }
+            ::unlink(encodePath(path).c_str());
+            return {static_cast<std::uint32_t>(code), "create"};
+        }
+        held = holder;
+        return {};
+    }
+
+    SystemError taken() const override { return {EBUSY, "create"}; }
+
+    Left removeAbandoned(const std::wstring& path) override {
+        return removeUnheld(encodePath(path).c_str());
+    }
+
+    void release(File held) override { ::close(descriptor(held)); }
+
+    void discard(const std::wstring& path, File held) override {
+        // Before it is let go: somebody else could take the name.
+        ::unlink(encodePath(path).c_str());
+        ::close(descriptor(held));
+    }
+
+    void pause() override {
+        const timespec moment{0, 10'000'000};
+        ::nanosleep(&moment, nullptr);
     }
 
     SystemError openDevice(const std::wstring& path, File& file) override {

@@ -12,6 +12,7 @@ namespace ut {
 namespace {
 
 constexpr DWORD longestStep = 1u << 30;
+constexpr DWORD anyShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 SystemError lastError(const char* action) { return {GetLastError(), action}; }
 
@@ -55,7 +56,6 @@ std::wstring native(const std::wstring& path) {
 /// The file behind a reparse point, itself when it is no link. A link that leads nowhere has to be
 /// opened for creation to tell its target: that file goes again when it is closed.
 SystemError followLinks(std::wstring& path) {
-    constexpr DWORD anyShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     HANDLE file =
         CreateFileW(native(path).c_str(), 0, anyShare, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_NOT_FOUND) {
@@ -88,9 +88,7 @@ class WindowsFiles : public FileSystem {
 public:
     SystemError openForReading(const std::wstring& path, File& file, std::uint64_t& size) override {
         // Others may go on writing the file: what was there when it is read counts.
-        const SystemError error =
-            open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                 OPEN_EXISTING, file);
+        const SystemError error = open(path, GENERIC_READ, anyShare, OPEN_EXISTING, file);
         LARGE_INTEGER length{};
         if (!error && GetFileSizeEx(handle(file), &length) != FALSE && length.QuadPart > 0) {
             size = static_cast<std::uint64_t>(length.QuadPart);
@@ -146,13 +144,49 @@ public:
                    : SystemError{};
     }
 
-    SystemError create(const std::wstring& path, bool /*replaces*/, File& file) override {
+    SystemError create(const std::wstring& path, bool /*replaces*/, File& file,
+                       File& held) override {
         // It inherits its access list from the folder, as the other had. WRITE_DAC is for the
         // permissions that it gets later.
-        const SystemError error =
-            open(path, GENERIC_WRITE | WRITE_DAC, FILE_SHARE_READ, CREATE_NEW, file);
-        return {error.code, "create"};
+        if (const SystemError error =
+                open(path, GENERIC_WRITE | WRITE_DAC, FILE_SHARE_READ, CREATE_NEW, file)) {
+            return error.code == ERROR_FILE_EXISTS || error.code == taken().code
+                       ? taken()
+                       : SystemError{error.code, "create"};
+        }
+        // It lets the file be renamed, but not be opened by who wants it for himself.
+        if (const SystemError error = open(path, GENERIC_READ, anyShare, OPEN_EXISTING, held)) {
+            CloseHandle(handle(file));
+            DeleteFileW(native(path).c_str());
+            return {error.code, "create"};
+        }
+        return {};
     }
+
+    SystemError taken() const override { return {ERROR_SHARING_VIOLATION, "create"}; }
+
+    Left removeAbandoned(const std::wstring& path) override {
+        const HANDLE file =
+            CreateFileW(native(path).c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
+                        FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+        if (file == INVALID_HANDLE_VALUE) {
+            return GetLastError() == ERROR_FILE_NOT_FOUND ? Left::Gone
+                   : GetLastError() == taken().code       ? Left::InUse
+                                                          : Left::Unknown;
+        }
+        CloseHandle(file);
+        return Left::Gone;
+    }
+
+    void release(File held) override { CloseHandle(handle(held)); }
+
+    void discard(const std::wstring& path, File held) override {
+        CloseHandle(handle(held));
+        // Somebody else may have removed it and made his own, which is left alone.
+        static_cast<void>(removeAbandoned(path));
+    }
+
+    void pause() override { Sleep(10); }
 
     SystemError openDevice(const std::wstring& path, File& file) override {
         return open(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, file);

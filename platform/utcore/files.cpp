@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <initializer_list>
 #include <random>
 
+#include <platen/utcore_replace.h>
 #include "platform/utcore/file_system.h"
 #include "platform/utcore/path.h"
 
@@ -8,24 +10,91 @@ namespace ut {
 
 namespace {
 
-/// A name beside `path` that nobody can guess and take first. It does not contain the name of
-/// `path`, which may be as long as a name can be.
-std::wstring temporaryBeside(const std::wstring& path) {
-    // The system is asked once for each thread: asking for every file costs as much as a small one.
-    thread_local std::mt19937_64 random = [] {
-        std::random_device source;
-        std::seed_seq seed{source(), source(), source(), source()};
-        return std::mt19937_64(seed);
-    }();
+/// A name beside `path` with the digits of `words`. It does not contain the name of `path`, which
+/// may be as long as a name can be.
+std::wstring besideNamed(const std::wstring& path, std::initializer_list<std::uint64_t> words) {
     std::wstring name = L".platen-";
-    for (int word = 0; word < 2; ++word) {
-        std::uint64_t bits = random();
+    for (std::uint64_t bits : words) {
         for (int digit = 0; digit < 16; ++digit, bits >>= 4) {
             name += L"0123456789abcdef"[bits & 0xF];
         }
     }
     return path.substr(0, lastComponent(path)) + name;
 }
+
+/// The name that everybody takes who replaces `path`: they wait for each other, and each removes
+/// what one that was killed has left.
+std::wstring commonBeside(const std::wstring& path) {
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (const wchar_t character : std::wstring_view(path).substr(lastComponent(path))) {
+        hash = (hash ^ static_cast<std::uint32_t>(toLower(character))) * 0x100000001b3;
+    }
+    return besideNamed(path, {hash});
+}
+
+/// A name that nobody can guess and take first.
+std::wstring randomBeside(const std::wstring& path) {
+    std::random_device source;
+    std::seed_seq seed{source(), source(), source(), source()};
+    std::mt19937_64 random(seed);
+    return besideNamed(path, {random(), random()});
+}
+
+/// The new content until it has the name of the old one. Goes with the object unless it got there.
+class Temporary {
+public:
+    Temporary(FileSystem& files, const Destination& destination)
+        : files_(files), path_(commonBeside(destination.path)) {
+        for (int rounds = 0;; ++rounds) {
+            error_ = files.create(path_, destination.exists, file_, held_);
+            if (error_.code != files.taken().code) {
+                return;
+            }
+            const Left left = files.removeAbandoned(path_);
+            if (left == Left::Unknown) {
+                path_ = randomBeside(destination.path);
+                error_ = files.create(path_, destination.exists, file_, held_);
+                return;
+            }
+            if (left == Left::InUse) {
+                if (rounds == mostRounds) {
+                    return;
+                }
+                files.pause();
+            }
+        }
+    }
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+    ~Temporary() {
+        if (!error_) {
+            files_.discard(path_, held_);
+        }
+    }
+
+    /// Why there is none.
+    const SystemError& error() const { return error_; }
+    FileSystem::File file() const { return file_; }
+
+    SystemError rename(const std::wstring& destination) {
+        const SystemError error = files_.rename(path_, destination);
+        if (!error) {
+            files_.release(held_);
+            error_ = files_.taken();
+        }
+        return error;
+    }
+
+private:
+    /// With the pauses of the systems this is ten seconds.
+    static constexpr int mostRounds = 1000;
+
+    FileSystem& files_;
+    std::wstring path_;
+    FileSystem::File file_{};
+    FileSystem::File held_{};
+    SystemError error_;
+};
 
 SystemError writeAll(FileSystem& files, FileSystem::File file,
                      std::span<const std::string_view> pieces) {
@@ -111,29 +180,43 @@ SystemError readFile(FileSystem& files, const std::wstring& path, std::uint64_t 
 }
 
 SystemError replaceFile(FileSystem& files, const std::wstring& path,
-                        std::span<const std::string_view> pieces) {
+                        std::span<const std::string_view> pieces,
+                        const std::function<bool()>& mayReplace, bool& refused) {
+    refused = false;
     Destination destination;
     if (const SystemError error = files.findDestination(path, destination)) {
         return error;
     }
     if (destination.isDevice) {
-        return writeDevice(files, destination.path, pieces);
+        refused = mayReplace && !mayReplace();
+        return refused ? SystemError{} : writeDevice(files, destination.path, pieces);
     }
-    const std::wstring temporary = temporaryBeside(destination.path);
-    FileSystem::File file{};
-    if (const SystemError error = files.create(temporary, destination.exists, file)) {
-        return error;
-    }
-    SystemError error = fill(files, file, destination, pieces);
-    if (!error) {
-        error = files.rename(temporary, destination.path);
-    }
-    if (error) {
-        files.remove(temporary);
-        return error;
+    {
+        Temporary temporary(files, destination);
+        if (temporary.error()) {
+            return temporary.error();
+        }
+        if (const SystemError error = fill(files, temporary.file(), destination, pieces)) {
+            return error;
+        }
+        refused = mayReplace && !mayReplace();
+        if (refused) {
+            return {};
+        }
+        if (const SystemError error = temporary.rename(destination.path)) {
+            return error;
+        }
     }
     files.flushFolder(destination.path);
     return {};
+}
+
+void removeAbandoned(std::wstring_view path) {
+    Destination destination;
+    FileSystem& files = systemFiles();
+    if (!files.findDestination(std::wstring(path), destination) && !destination.isDevice) {
+        static_cast<void>(files.removeAbandoned(commonBeside(destination.path)));
+    }
 }
 
 SystemError readFile(std::wstring_view path, std::uint64_t limit, ByteBuffer& bytes,
@@ -142,7 +225,13 @@ SystemError readFile(std::wstring_view path, std::uint64_t limit, ByteBuffer& by
 }
 
 SystemError replaceFile(std::wstring_view path, std::span<const std::string_view> pieces) {
-    return replaceFile(systemFiles(), std::wstring(path), pieces);
+    bool refused = false;
+    return replaceFile(path, pieces, {}, refused);
+}
+
+SystemError replaceFile(std::wstring_view path, std::span<const std::string_view> pieces,
+                        const std::function<bool()>& mayReplace, bool& refused) {
+    return replaceFile(systemFiles(), std::wstring(path), pieces, mayReplace, refused);
 }
 
 }  // namespace ut

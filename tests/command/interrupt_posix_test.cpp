@@ -7,6 +7,8 @@
 #include <csignal>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "tests/command/support.h"
 
@@ -18,18 +20,32 @@ using testing::HasSubstr;
 using CommandInterruptTest = CommandTest;
 
 /// The program itself, since only that hears of signals.
-pid_t start(const std::string& list, const std::string& out, const std::string& err) {
+pid_t start(std::vector<std::string> arguments, const std::string& out, const std::string& err) {
+    arguments.insert(arguments.begin(), "platen");
+    std::vector<char*> list;
+    for (std::string& argument : arguments) {
+        list.push_back(argument.data());
+    }
+    list.push_back(nullptr);
     const pid_t process = fork();
     if (process == 0) {
         for (const auto& [file, descriptor] :
              {std::pair(out, STDOUT_FILENO), std::pair(err, STDERR_FILENO)}) {
             dup2(open(file.c_str(), O_CREAT | O_WRONLY, 0600), descriptor);
         }
-        execl(PLATEN_COMMAND, "platen", "set", ("@" + list).c_str(), "description=new",
-              "--in-place", "--jobs", "1", nullptr);
+        execv(PLATEN_COMMAND, list.data());
         _exit(127);
     }
     return process;
+}
+
+/// Waits until somebody reads the pipe.
+int writingEnd(const std::string& pipe) {
+    int end = -1;
+    while ((end = open(pipe.c_str(), O_WRONLY | O_NONBLOCK)) < 0 && errno == ENXIO) {
+        std::this_thread::yield();
+    }
+    return end;
 }
 
 TEST_F(CommandInterruptTest, WhatWasBegunIsFinishedAndTheRestIsNamed) {
@@ -42,12 +58,11 @@ TEST_F(CommandInterruptTest, WhatWasBegunIsFinishedAndTheRestIsNamed) {
     }
     write("list", list);
     ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
-    const pid_t process = start(path("list"), path("out"), path("err"));
-    // Somebody reads the pipe: the program is at the second file, and waits for us.
-    int pipe = -1;
-    while ((pipe = open(path("pipe").c_str(), O_WRONLY | O_NONBLOCK)) < 0 && errno == ENXIO) {
-        std::this_thread::yield();
-    }
+    const pid_t process =
+        start({"set", "@" + path("list"), "description=new", "--in-place", "--jobs", "1"},
+              path("out"), path("err"));
+    // The program is at the second file, and waits for us.
+    const int pipe = writingEnd(path("pipe"));
     ASSERT_GE(pipe, 0);
     kill(process, SIGINT);
     close(pipe);
@@ -59,6 +74,31 @@ TEST_F(CommandInterruptTest, WhatWasBegunIsFinishedAndTheRestIsNamed) {
                                    Not(HasSubstr("a.ctb"))));
     EXPECT_EQ(run({"get", "@a.ctb", "description"}).out, "new\n");
     EXPECT_EQ(run({"get", "@b.ctb", "description"}).out, "\n");
+}
+
+// As from a folder on a server that does not answer, nothing ever comes; one thread waits, or four.
+TEST_F(CommandInterruptTest, WaitingForWhatNeverComesEnds) {
+    for (const char* name : {"pipe", "pipes"}) {
+        ASSERT_EQ(mkfifo(path(name).c_str(), 0600), 0);
+    }
+    write("list", path("pipes") + '\n' + path("pipes") + '\n');
+    std::vector<pid_t> processes;
+    std::vector<int> pipes;
+    for (const auto& [pipe, file] :
+         {std::pair(path("pipe"), path("pipe")), std::pair(path("pipes"), "@" + path("list"))}) {
+        processes.push_back(start({"check", file, "--jobs", "4"}, path("out"), path("err")));
+        pipes.push_back(writingEnd(pipe));
+        kill(processes.back(), SIGINT);
+    }
+    for (const pid_t process : processes) {
+        int status = 0;
+        ASSERT_EQ(waitpid(process, &status, 0), process);
+        EXPECT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 130);
+    }
+    for (const int pipe : pipes) {
+        close(pipe);
+    }
 }
 
 }  // namespace

@@ -30,9 +30,17 @@ public:
     ut::SystemError findDestination(const std::wstring& path, ut::Destination& found) override {
         return fails() ? failure("find") : files_.findDestination(path, found);
     }
-    ut::SystemError create(const std::wstring& path, bool replaces, File& file) override {
-        return fails() ? failure("create") : files_.create(path, replaces, file);
+    ut::SystemError create(const std::wstring& path, bool replaces, File& file,
+                           File& held) override {
+        return fails() ? failure("create") : files_.create(path, replaces, file, held);
     }
+    ut::SystemError taken() const override { return files_.taken(); }
+    ut::Left removeAbandoned(const std::wstring& path) override {
+        return files_.removeAbandoned(path);
+    }
+    void release(File held) override { files_.release(held); }
+    void discard(const std::wstring& path, File held) override { files_.discard(path, held); }
+    void pause() override { ++pauses; }
     ut::SystemError openDevice(const std::wstring& path, File& file) override {
         return files_.openDevice(path, file);
     }
@@ -54,6 +62,8 @@ public:
     }
     void remove(const std::wstring& path) override { files_.remove(path); }
     void flushFolder(const std::wstring& path) override { files_.flushFolder(path); }
+
+    int pauses = 0;
 
 private:
     bool fails() { return failing_-- == 0; }
@@ -96,10 +106,11 @@ TEST_F(Files, ReplaceLeavesTheOldFileWhateverFails) {
     const std::wstring file = path(L"table.ctb");
     writeBytes(native(file), "old");
     std::vector<std::string> actions;
+    bool refused = true;
     for (int failing = 0;; ++failing) {
         ASSERT_LT(failing, 100);
         FailingFiles files(failing);
-        const ut::SystemError error = ut::replaceFile(files, file, pieces);
+        const ut::SystemError error = ut::replaceFile(files, file, pieces, {}, refused);
         EXPECT_EQ(entries(), 1u) << error.action;
         if (!error) {
             break;

@@ -41,10 +41,16 @@ std::vector<PiaBlock*> listsOf(PiaBlock& root) {
     return lists;
 }
 
-/// The text that names an entry of papers or properties.
+/// The text that names an entry of papers or properties: its first one, wherever JSON has put it.
 PiaStr& nameOf(const PiaItem& entry) {
     const auto& items = static_cast<const PiaBlock&>(entry).items;
-    return static_cast<PiaStr&>(*items[items[0]->type != PiaItemType::Str]);
+    const auto name = std::ranges::find(items, PiaItemType::Str, [](const PiaItem* item) {
+        return PiaItemType::Value(item->type);
+    });
+    if (name == items.end()) {
+        throw std::logic_error("the entry has no name");
+    }
+    return static_cast<PiaStr&>(**name);
 }
 
 /// The path of an item. All that is in entries of one name has one path, since their numbers say

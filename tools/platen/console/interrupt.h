@@ -4,7 +4,8 @@
 namespace cli::console {
 
 /// From now on an interrupt (Ctrl+C, on POSIX also SIGTERM) is noted for `interrupted`; the next
-/// one ends the program at once. For a program's main alone.
+/// one ends the program at once, and so do, on POSIX, five seconds in which it did not end. For a
+/// program's main alone.
 void catchInterrupts();
 
 /// An interrupt came: what is being done is finished, nothing more is begun.

@@ -1,6 +1,9 @@
+#include <unistd.h>
+
 #include <csignal>
 #include <initializer_list>
 
+#include "tools/platen/console/exit_code.h"
 #include "tools/platen/console/interrupt.h"
 
 namespace cli::console {
@@ -8,7 +11,16 @@ namespace {
 
 volatile std::sig_atomic_t noted = 0;
 
-void note(int) { noted = 1; }
+/// Whatever waits for a folder that does not answer, or for the other end of a pipe, goes on
+/// waiting.
+constexpr unsigned patience = 5;
+
+void note(int) {
+    noted = 1;
+    alarm(patience);
+}
+
+void giveUp(int) { _exit(static_cast<int>(ExitCode::Interrupted)); }
 
 }  // namespace
 
@@ -21,6 +33,8 @@ void catchInterrupts() {
     for (const int signal : {SIGINT, SIGTERM}) {
         sigaction(signal, &action, nullptr);
     }
+    action.sa_handler = giveUp;
+    sigaction(SIGALRM, &action, nullptr);
 }
 
 bool interrupted() { return noted != 0; }
