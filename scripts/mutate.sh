@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes faults in the sources, one at a time, and names those that no test notices.
 #   scripts/mutate.sh [--folder NAME]... [--since COMMIT] [--sample N] [--seed S] [--jobs J]
-#                     [--file PREFIX]... [--survivors] [--list]
+#                     [--file PREFIX]... [--minutes M] [--survivors] [--list]
 # Works in build/mutate on a copy of the sources, which may go on changing. What it finds is kept in
 # build/mutate/ledger.jsonl: started again it goes on, and repeats only what the tests have missed,
 # and that only when they have changed. Ends with a table by folder and each fault that was missed.

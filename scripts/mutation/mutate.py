@@ -2,8 +2,8 @@
 
 import argparse
 import concurrent.futures
-import dataclasses
 import hashlib
+import itertools
 import json
 import os
 import pickle
@@ -13,6 +13,7 @@ import re
 import subprocess
 import sys
 import threading
+import time
 
 from program import Program, Visits
 
@@ -170,10 +171,13 @@ class Mutation:
             if self.options.survivors:
                 faults = [fault for fault in faults if self.known(fault) in ("survived", "explained")]
             elif self.options.sample:
-                generator = random.Random(f"{self.options.seed} {folder}")
-                faults = generator.sample(faults, min(self.options.sample, len(faults)))
-            chosen.extend(sorted(faults, key=lambda fault: (fault.file, fault.start, fault.text)))
-        return chosen
+                # A larger sample has all of a smaller one.
+                random.Random(f"{self.options.seed} {folder}").shuffle(faults)
+                faults = faults[: self.options.sample]
+            chosen.append(faults)
+        # Folders take turns, so that what is there when time is over is of all of them.
+        turns = itertools.chain.from_iterable(itertools.zip_longest(*chosen))
+        return [fault for fault in turns if fault is not None]
 
     def known(self, fault):
         entry = self.ledger.known.get(fault.name(self.source(fault.file)))
@@ -189,7 +193,7 @@ class Mutation:
             if not held:
                 folder = f"{self.work}/base"
                 os.makedirs(folder, exist_ok=True)
-                target = f"{folder}/{unit.replace('/', '_')}{level}.o"
+                target = f"{folder}/{unit.replace('/', '_')}.{level}.o"
                 if not self.program.compile(unit, f"{self.tree}/{unit}", target, level):
                     raise RuntimeError(f"{unit} does not compile")
                 with open(target, "rb") as stream:
@@ -209,7 +213,7 @@ class Mutation:
             made = []
             equal = True
             for unit in units:
-                target = f"{folder}/{unit.replace('/', '_')}{level}.o"
+                target = f"{folder}/{unit.replace('/', '_')}.{level}.o"
                 given = path if unit == fault.file else f"{self.tree}/{unit}"
                 if not self.program.compile(unit, given, target, level, before=[f"-I{folder}/sources"]):
                     return None, False
@@ -222,7 +226,7 @@ class Mutation:
 
     def make(self, fault, folder):
         """(result, what noticed it)"""
-        made, equal = self.objects(fault, folder, "-O0")
+        made, equal = self.objects(fault, folder, "plain")
         if made is None:
             return "not compiling", ""
         if equal:
@@ -239,15 +243,29 @@ class Mutation:
                 parts[-1].append(names.pop(0))
             parts.append([])
         for index, part in enumerate(part for part in parts if part):
-            if index == 1 and self.objects(fault, folder, "-O2")[1]:
+            if index == 1 and self.objects(fault, folder, "optimised")[1]:
                 return "equal code", ""
             seconds = 10 + 5 * sum(times[name] for name in part)
             result, by = self.program.tests(target, part, seconds, f"{folder}/tmp")
             if result != "passed":
                 return ("time-out" if result == "time-out" else "noticed"), by
-        if not names and sum(bool(part) for part in parts) < 2 and self.objects(fault, folder, "-O2")[1]:
+        if not names and sum(bool(part) for part in parts) < 2 and self.objects(fault, folder, "optimised")[1]:
             return "equal code", ""
-        return "survived", "" if any(parts) else "no test comes here"
+        if not any(parts):
+            return "survived", "no test comes here"
+        return self.make_sanitized(fault, folder, parts[0] + parts[1])
+
+    def make_sanitized(self, fault, folder, names):
+        """The tests run with sanitizers, too, which see leaks and what is read beside an object."""
+        target = f"{folder}/tests-sanitized"
+        names = [name for name in names if not name.startswith("DeviceTranslations")]
+        made = self.objects(fault, folder, "sanitized")[0]
+        if names and made and self.program.link(made, target, "sanitized"):
+            seconds = 60 + 20 * sum(self.visits.tests[name] for name in names)
+            result, by = self.program.tests(target, names, seconds, f"{folder}/tmp", level="sanitized")
+            if result == "failed":
+                return "noticed", f"{by} (sanitized)"
+        return "survived", ""
 
     def run_all(self, chosen):
         folders = queue.Queue()
@@ -256,10 +274,14 @@ class Mutation:
             os.makedirs(folder, exist_ok=True)
             folders.put(folder)
 
+        end = time.monotonic() + 60 * self.options.minutes if self.options.minutes else None
+
         def one(fault):
             name = fault.name(self.source(fault.file))
             entry = self.ledger.find(name)
             new = entry is None
+            if new and end and time.monotonic() > end:
+                return fault, None
             if new:
                 folder = folders.get()
                 try:
@@ -274,7 +296,11 @@ class Mutation:
                         f"{entry['result']} {entry['by']}")
             return fault, entry
         with concurrent.futures.ThreadPoolExecutor(self.options.jobs) as pool:
-            return list(pool.map(one, chosen))
+            results = list(pool.map(one, chosen))
+        made = [result for result in results if result[1]]
+        if len(made) < len(results):
+            say(f"time is over: {len(made)} of {len(results)} faults were made")
+        return made
 
     # --- What is printed --------------------------------------------------------------------------------
 
@@ -320,6 +346,7 @@ def parse():
     parser.add_argument("--sample", type=int, metavar="N", help="as many faults in each folder (all unless told)")
     parser.add_argument("--seed", default="1", help="which ones (1 unless told)")
     parser.add_argument("--survivors", action="store_true", help="only what was not noticed before")
+    parser.add_argument("--minutes", type=float, metavar="M", help="stop making faults after this time")
     parser.add_argument("--list", action="store_true", help="only say how many there are")
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), metavar="J")
     for hidden in ("--tree", "--work", "--root"):
@@ -332,26 +359,34 @@ def parse():
     return options
 
 
-def tests_digest(tree):
-    """Of all that decides what the tests notice, but for the code itself."""
-    whole = hashlib.sha256()
-    for folder, folders, files in sorted(os.walk(f"{tree}/tests")):
-        folders.sort()
-        for file in sorted(files):
+def test_keys(tree):
+    """A digest of each test's file with all that tests share, by its name."""
+    sources = {}
+    for folder, folders, files in os.walk(f"{tree}/tests"):
+        for file in files:
             with open(f"{folder}/{file}", "rb") as stream:
-                whole.update(f"{file}".encode() + stream.read())
-    return whole.hexdigest()[:24]
+                sources[os.path.relpath(f"{folder}/{file}", tree)] = stream.read()
+    shared = digest(*(text for file, text in sorted(sources.items()) if not file.endswith("_test.cpp")
+                      and "/mutation/" not in file))
+    keys = {}
+    for file, text in sorted(sources.items()):
+        # Files of the same name in two folders have one key.
+        name = os.path.basename(file)
+        keys[name] = digest(keys.get(name, shared), text)
+    return keys
 
 
 def main():
     options = parse()
     mutation = Mutation(options)
     program = mutation.program
-    # All headers, whatever folders are asked for, so that what is kept stays good.
+    # All, whatever folders are asked for, so that what is kept stays good.
     everything = mutation.units(FOLDERS)
-    headers = sorted(program.dependents)
-    tests = tests_digest(options.tree)
-    built = digest(tests, *(mutation.source(file) for file in everything + headers))
+    keys = test_keys(options.tree)
+    tests = digest(*(f"{name} {key}" for name, key in sorted(keys.items()) if name.endswith("_test.cpp")))
+    code = digest(*(f"{unit} {mutation.source(unit)}" for unit in sorted(program.commands)),
+                  *(mutation.source(header) for header in sorted(program.dependents)))
+    built = digest(code, os.stat(f"{program.build}/tests/platen_tests").st_mtime_ns)
     mutation.ledger = Ledger(f"{options.work}/ledger.jsonl", tests)
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as jobs:
         stamp = f"{options.work}/built"
@@ -369,7 +404,7 @@ def main():
                 print(f"{folder}: {number} faults")
             return 0
         mutation.visits = Visits(program, options.work)
-        mutation.visits.measure(everything, built, jobs)
+        mutation.visits.measure(everything, code, keys, jobs)
     results = mutation.run_all(mutation.chosen(found))
     return 0 if mutation.report(results) else 1
 

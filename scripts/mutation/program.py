@@ -11,13 +11,16 @@ import time
 
 MEMORY = 6 << 30
 
+SANITIZERS = ["-fsanitize=address,undefined", "-fno-sanitize-recover=all"]
+LEVELS = {"plain": ["-O0"], "optimised": ["-O2"], "sanitized": ["-O1", *SANITIZERS]}
 
-def run(command, folder, seconds, wall=None, environment=None):
+
+def run(command, folder, seconds, wall=None, environment=None, memory=MEMORY):
     """(exit status, output); the status is None where time ran out. Time is the processor's, since
     others may use the machine; a process that waits for ever is stopped by the clock."""
     def limits():
         resource.setrlimit(resource.RLIMIT_CPU, (int(seconds) + 1, int(seconds) + 2))
-        resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+        resource.setrlimit(resource.RLIMIT_AS, (memory, memory))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 30, 1 << 30))
     process = subprocess.Popen(command, cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
@@ -84,20 +87,20 @@ class Program:
         path = f"{self.work}/prefix/prefix.h"
         with open(path, "w", encoding="utf-8") as stream:
             stream.write(text)
-        for level in ("-O0", "-O2"):
-            checked(["clang++", "-fpch-instantiate-templates", *self.flags(next(iter(self.commands))), level, "-x", "c++-header", path,
-                     "-o", f"{path}{level}.pch"], self.build, "compiling the headers")
+        for level, flags in LEVELS.items():
+            checked(["clang++", "-fpch-instantiate-templates", *self.flags(next(iter(self.commands))), *flags,
+                     "-x", "c++-header", path, "-o", f"{path}.{level}.pch"], self.build, "compiling the headers")
 
     def prefix(self, level):
-        return ["-include-pch", f"{self.work}/prefix/prefix.h{level}.pch"]
+        return ["-include-pch", f"{self.work}/prefix/prefix.h.{level}.pch"]
 
-    def compile(self, unit, source, target, level="-O0", extra=(), before=()):
-        command = ["clang++", *before, *self.flags(unit), level, *extra, *self.prefix(level), "-c", source,
+    def compile(self, unit, source, target, level="plain", extra=(), before=()):
+        command = ["clang++", *before, *self.flags(unit), *LEVELS[level], *extra, *self.prefix(level), "-c", source,
                    "-o", target]
         return run(command, self.build, 120)[0] == 0
 
     def parse_arguments(self, unit):
-        return ["-x", "c++", *self.flags(unit), "-O0", *self.prefix("-O0")]
+        return ["-x", "c++", *self.flags(unit), "-O0", *self.prefix("plain")]
 
     # --- What includes a header ------------------------------------------------------------------------
 
@@ -138,15 +141,19 @@ class Program:
             checked(["objcopy", "--strip-debug", f"{self.build}/{library}", f"{folder}/{os.path.basename(library)}"],
                     self.build, "stripping the libraries")
 
-    def link(self, objects, target, extra=("-Wl,--strip-all",)):
+    def link(self, objects, target, level="plain", extra=("-Wl,--strip-all",)):
+        compiler = ["g++"]
+        if level == "sanitized":
+            # Leaks of other libraries are named in a file of the tests.
+            compiler = ["clang++", *SANITIZERS, "-std=c++20", f"{self.tree}/tests/support/leaks_of_others.cpp"]
         # What is named first is taken, so that the object of the same name in the library is not.
-        command = ["g++", "-fuse-ld=lld", "-Wl,--build-id=none", "-Wl,-O0", *extra, *objects, *self.link_rest,
+        command = [*compiler, "-fuse-ld=lld", "-Wl,--build-id=none", "-Wl,-O0", *extra, *objects, *self.link_rest,
                    "-o", target]
         return run(command, self.build, 120)[0] == 0
 
     # --- Running ----------------------------------------------------------------------------------------
 
-    def tests(self, program, names, seconds, folder, visits=None):
+    def tests(self, program, names, seconds, folder, visits=None, level="plain"):
         """What a run of these tests says: passed, failed, or time-out."""
         os.makedirs(folder, exist_ok=True)
         environment = {**os.environ, "TMPDIR": folder, "GTEST_FAIL_FAST": "1", "GTEST_BRIEF": "1"}
@@ -156,7 +163,8 @@ class Program:
         with open(f"{folder}.flags", "w", encoding="utf-8") as stream:
             stream.write(f"--gtest_filter={':'.join(names)}\n")
         status, output = run([program, f"--gtest_flagfile={folder}.flags"], f"{self.build}/tests", seconds,
-                             environment=environment)
+                             environment=environment,
+                             memory=resource.RLIM_INFINITY if level == "sanitized" else MEMORY)
         subprocess.run(["rm", "-rf", folder], check=False)
         if status is None:
             return "time-out", ""
@@ -174,63 +182,66 @@ class Visits:
         self.path = f"{work}/visits.json"
         self.work = work
 
-    def measure(self, units, key, jobs):
+    def measure(self, units, key, file_keys, jobs):
         """By a build whose code counts, a process a test: what is made once would be seen only by the
-        first test otherwise."""
-        try:
+        first test otherwise. A test is visited again when its file or the code has changed."""
+        stored = {"key": key, "tests": {}}
+        if os.path.exists(self.path):
             with open(self.path, encoding="utf-8") as stream:
-                stored = json.load(stream)
-            if stored["key"] == key:
-                self.tests, self.lines = stored["tests"], stored["lines"]
-                return
-        except (OSError, ValueError, KeyError):
-            pass
-        folder = f"{self.work}/visits"
-        os.makedirs(folder, exist_ok=True)
-        objects = []
-        extra = ["-gline-tables-only", "-fsanitize-coverage=bb,no-prune,inline-8bit-counters,pc-table"]
-
-        def one(unit):
-            target = f"{folder}/{unit.replace('/', '_')}.o"
-            if not self.program.compile(unit, f"{self.program.tree}/{unit}", target, extra=extra):
-                raise SystemExit(f"error: clang does not compile {unit}")
-            return target
-        objects = list(jobs.map(one, sorted(units)))
-        listener = f"{folder}/visits.o"
-        checked(["clang++", "-std=c++20", "-O1", "-c", f"{os.path.dirname(__file__)}/visits.cpp", "-o", listener],
-                folder, "compiling visits.cpp")
-        target = f"{folder}/tests"
-        if not self.program.link([listener, *objects], target, extra=["-no-pie"]):
+                before = json.load(stream)
+            stored = before if before["key"] == key else stored
+        self.folder = f"{self.work}/visits"
+        os.makedirs(self.folder, exist_ok=True)
+        target = f"{self.folder}/tests"
+        if not stored["tests"]:
+            list(jobs.map(self.compile, sorted(units)))
+            checked(["clang++", "-std=c++20", "-O1", "-c", f"{os.path.dirname(__file__)}/visits.cpp", "-o",
+                     f"{self.folder}/visits.o"], self.folder, "compiling visits.cpp")
+        objects = [f"{self.folder}/visits.o", *map(self.object, sorted(units))]
+        if not self.program.link(objects, target, extra=["-no-pie"]):
             raise SystemExit("error: the tests that count visits were not linked")
-        listed = checked([target, "--gtest_list_tests"], folder, "listing the tests")
-        names = []
-        for line in listed.splitlines()[1:]:
-            line = line.split("#")[0].rstrip()
-            if line and not line.startswith(" "):
-                suite = line.strip()
-            elif line:
-                names.append(suite + line.strip())
-
-        def visit(name):
-            started = time.monotonic()
-            seen = f"{folder}/{name.replace('/', '_')}"
-            result = self.program.tests(target, [name], 200, f"{seen}.tmp", seen)
-            if result[0] != "passed":
-                raise SystemExit(f"error: {name} fails without any fault: {result}")
-            took = time.monotonic() - started
-            with open(seen, encoding="utf-8") as stream:
-                addresses = stream.read().split()
-            return name, took, addresses
-        visited = list(jobs.map(visit, names))
+        listed = f"{self.folder}/list.json"
+        checked([target, "--gtest_list_tests", f"--gtest_output=json:{listed}"], self.folder, "listing the tests")
+        with open(listed, encoding="utf-8") as stream:
+            suites = json.load(stream)["testsuites"]
+        keys = {f"{suite['name']}.{test['name']}": file_keys[os.path.basename(test["file"])]
+                for suite in suites for test in suite["testsuite"]}
+        kept = {name: test for name, test in stored["tests"].items() if keys.get(name) == test["key"]}
+        visited = list(jobs.map(self.visit, sorted(keys.keys() - kept.keys())))
         places = self.places(target, {address for _, _, addresses in visited for address in addresses})
-        self.tests = {}
-        self.lines = {}
         for name, took, addresses in visited:
-            self.tests[name] = took
-            for file, line in {places[address] for address in addresses if address in places}:
-                self.lines.setdefault(file, {}).setdefault(str(line), []).append(name)
-        with open(self.path, "w", encoding="utf-8") as stream:
-            json.dump({"key": key, "tests": self.tests, "lines": self.lines}, stream)
+            lines = sorted({places[address] for address in addresses if address in places})
+            kept[name] = {"key": keys[name], "took": took, "lines": [f"{file}:{line}" for file, line in lines]}
+        if visited or len(kept) != len(stored["tests"]):
+            with open(self.path, "w", encoding="utf-8") as stream:
+                json.dump({"key": key, "tests": kept}, stream)
+        self.tests = {name: test["took"] for name, test in kept.items()}
+        self.lines = {}
+        for name in sorted(kept):
+            for place in kept[name]["lines"]:
+                file, line = place.rsplit(":", 1)
+                self.lines.setdefault(file, {}).setdefault(int(line), []).append(name)
+
+    def object(self, unit):
+        return f"{self.folder}/{unit.replace('/', '_')}.o"
+
+    def compile(self, unit):
+        extra = ["-gline-tables-only", "-fsanitize-coverage=bb,no-prune,inline-8bit-counters,pc-table"]
+        if not self.program.compile(unit, f"{self.program.tree}/{unit}", self.object(unit), extra=extra):
+            raise SystemExit(f"error: clang does not compile {unit}")
+
+    def visit(self, name):
+        started = time.monotonic()
+        seen = f"{self.folder}/{name.replace('/', '_')}"
+        result = self.program.tests(f"{self.folder}/tests", [name], 200, f"{seen}.tmp", seen)
+        if result[0] != "passed":
+            raise SystemExit(f"error: {name} fails without any fault: {result}")
+        took = time.monotonic() - started
+        with open(seen, encoding="utf-8") as stream:
+            addresses = stream.read().split()
+        for file in (seen, f"{seen}.tmp.flags"):
+            os.remove(file)
+        return name, took, addresses
 
     def places(self, target, addresses):
         addresses = sorted(addresses)
@@ -250,10 +261,9 @@ class Visits:
         nearest = 0
         found = set()
         for line, tests in lines.items():
-            line = int(line)
             if fault.function[0] <= line <= fault.function[1]:
                 found.update(tests)
                 if nearest < line <= fault.line:
                     nearest = line
-        close = set(lines.get(str(nearest), ()))
+        close = set(lines.get(nearest, ()))
         return sorted(found, key=lambda name: (name not in close, self.tests[name]))

@@ -48,8 +48,9 @@ void forRandomDocuments(Check check) {
 /// Through the text that people keep.
 std::vector<Difference> throughJson(const Comparison& comparison) {
     platen::ChangeList changes;
-    const platen::EditResult read =
-        platen::readChanges(keepJson(platen::diffJson({"a"}, {"b"}, comparison)), changes);
+    const std::string json = keepJson(platen::diffJson({"a"}, {"b"}, comparison));
+    EXPECT_NE(json.find("{\"file\":\"b\""), std::string::npos);
+    const platen::EditResult read = platen::readChanges(json, changes);
     EXPECT_TRUE(read) << read->reason;
     EXPECT_EQ(changes.changes.size(), comparison.differences.size());
     return std::move(changes.changes);
@@ -166,6 +167,16 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
          "number_of_copies=3",
          "number_of_copies=3a",
          {"media/number_of_copies: 3 -> 3a"}},
+        {fullConfiguration,
+         "number_of_copies=3",
+         "number_of_copies=-3",
+         {"media/number_of_copies: 3 -> -3"}},
+        // Digits that no double has.
+        {fullConfiguration,
+         "number_of_copies=3",
+         "number_of_copies=+3.00000000000000000001",
+         {"media/number_of_copies: 3 -> +3.00000000000000000001"}},
+        {fullConfiguration, " ism_max=0\n", "", {"res_color_mem/ism_max: 0 -> 6"}},
         {fullConfiguration, " type=\"roll", " type_name=\"roll", {}},
         {fullConfiguration,
          " type=\"roll",
@@ -233,6 +244,20 @@ TEST(Compare, GathersStyles) {
     EXPECT_TRUE(std::ranges::is_permutation(
         linesBetween(*named, *with(*named, {L"plot_style/0/lineweight=27"})),
         std::vector<std::string>{"Style \"Normal\": lineweight 0 mm -> 27"}));
+
+    const std::unique_ptr<CPlotStyleTable> many(CPlotStyleTable::create(false, L""));
+    PiaBlock before{L""};
+    PiaBlock after{L""};
+    for (std::size_t number = 1; number <= 14; ++number) {
+        ASSERT_TRUE(many->addStyle((L"S" + std::to_wstring(number)).c_str(), -1, nullptr));
+    }
+    ASSERT_TRUE(many->writeToBlock(before));
+    for (std::size_t number = 1; number <= 14; ++number) {
+        many->style(number)->setScreen(50);
+    }
+    ASSERT_TRUE(many->writeToBlock(after));
+    EXPECT_THAT(linesBetween(before, after),
+                ElementsAre(testing::EndsWith("\"S12\" and 2 more: screening 100 % -> 50 %")));
 }
 
 TEST(Compare, TakesColorTablesAndNamedOnesByWhatColorsGet) {
@@ -315,6 +340,19 @@ TEST(Apply, FitsOrSaysWhyNot) {
         ASSERT_EQ(found.size(), 1U);
         EXPECT_EQ(static_cast<const PiaNum*>(found[0])->value.str(), value);
     }
+}
+
+TEST(Apply, ColorsThatFollowTheStylesKeepThem) {
+    const auto named = treeOf(tableBody(false));
+    std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(false, L""));
+    ASSERT_TRUE(table->addStyle(L"Wall", -1, nullptr));
+    PiaBlock more{L""};
+    ASSERT_TRUE(table->writeToBlock(more));
+    const auto colors = treeOf(tableBody(true));
+    ASSERT_TRUE(platen::ItemEditor(*colors).remove(L"aci_table"));
+    expectMade(*colors, platen::compare(*named, more).differences);
+    // One more style than colours would say nothing of theirs.
+    EXPECT_NE(colors->findItem(L"aci_table", PiaItemType::Block), nullptr);
 }
 
 TEST(Apply, StylesThatColorsHaveStay) {
