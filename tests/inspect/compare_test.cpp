@@ -155,6 +155,8 @@ std::unique_ptr<PiaBlock> with(const PiaBlock& root, const std::vector<std::wstr
 }
 
 TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
+    const std::string withOthers = edited(fullConfiguration, " destination{\n",
+                                          " others{\n  0{\n   name=\"A\n  }\n }\n destination{\n");
     const struct {
         const std::string& body;
         const char* from;
@@ -176,6 +178,8 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
          "number_of_copies=3",
          "number_of_copies=+3.00000000000000000001",
          {"media/number_of_copies: 3 -> +3.00000000000000000001"}},
+        {fullParameters, " dm_driver_version=1025\n", "", {"meta/dm_driver_version: 1025 -> 0"}},
+        {withOthers, "   name=\"A", "   name=\"B", {"media/others/0/name: \"A\" -> \"B\""}},
         {fullConfiguration, " ism_max=0\n", "", {"res_color_mem/ism_max: 0 -> 6"}},
         {fullConfiguration, " type=\"roll", " type_name=\"roll", {}},
         {fullConfiguration,
@@ -383,6 +387,30 @@ TEST(Apply, StylesThatColorsHaveStay) {
     EXPECT_THAT(platen::describeMisfits(changes, applied),
                 ElementsAre("Style \"Wall\": removed: the style is that of color 5"));
     EXPECT_EQ(faultOf(root), "");
+    // A colour gets no style that is not there.
+    const std::vector<Difference> colored =
+        platen::compare(root, *with(root, {L"aci_table/7=Wall"})).differences;
+    const auto without = with(root, {L"plot_style/1/name=Gone"});
+    EXPECT_THAT(platen::describeMisfits(colored, platen::applyChanges(*without, colored)),
+                ElementsAre(testing::EndsWith("there is no style \"Wall\"")));
+}
+
+TEST(Apply, AChangeThatContradictsItselfIsNone) {
+    const auto config = treeOf(fullConfiguration);
+    std::vector<Difference> changes =
+        platen::compare(*config, *with(*config, {L"media/number_of_copies=4"})).differences;
+    ASSERT_EQ(changes.size(), 1U);
+    for (const auto change : {Difference::Change::Added, Difference::Change::Removed}) {
+        changes[0].change = change;
+        EXPECT_EQ(platen::applyChanges(*config, changes).misfits, 1U);
+    }
+}
+
+TEST(Compare, AFileThatIsOneSidedSaysSo) {
+    EXPECT_EQ(keepJson(platen::fileChangeJson("a", "")),
+              R"({"schema":"platen.diff-file/1","change":"removed","before":"a","after":null})");
+    EXPECT_EQ(keepJson(platen::fileChangeJson("", "b")),
+              R"({"schema":"platen.diff-file/1","change":"added","before":null,"after":"b"})");
 }
 
 TEST(Merge, ConflictsKeepOurs) {

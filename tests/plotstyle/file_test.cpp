@@ -5,6 +5,7 @@
 
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
+#include "tests/support/configurations.h"
 #include "tests/support/files.h"
 #include "tests/support/trees.h"
 
@@ -131,6 +132,9 @@ TEST(PlotStyleFile, FaultsOfTables) {
         {"number used twice", body(style("1") + style("01")), "index-invalid plot_style/01"},
         {"no number", body(style("first")), "index-invalid plot_style/first"},
         {"no block", body("0=\"Wall\n"), "value-invalid plot_style/0"},
+        {"number as a text, as in none before",
+         body(style("0") + edited(style("1", "Door"), "screen=", "screen=\"")),
+         "key-missing plot_style/1/screen"},
         {"no number in a key", body(block("0", text(styleLines) + "x=1\n")), ""},
         {"one style for all colours", colorBody(wall, aciTable(255)), ""},
         {"254 colours", colorBody(wall, aciTable(254)), "count-wrong aci_table"},
