@@ -113,6 +113,11 @@ TEST(PlotStyleFile, EveryRequiredKeyIsNamedWhenItIsMissing) {
     dropEach(settingLines, "key-missing ", "custom_lineweight_display_units",
              [](const Lines& lines) { return body(style("0"), {}, lines); });
     EXPECT_EQ(faultOf(text(settingLines)), "key-missing plot_style");
+    // Of the type that the style before has.
+    PiaInput input;
+    CPlotStyleTable table;
+    ASSERT_TRUE(input.openBody(body(style("0") + edited(style("1"), "screen=", "screen=\""))));
+    EXPECT_FALSE(table.init(input));
 }
 
 TEST(PlotStyleFile, FaultsOfTables) {
@@ -132,9 +137,6 @@ TEST(PlotStyleFile, FaultsOfTables) {
         {"number used twice", body(style("1") + style("01")), "index-invalid plot_style/01"},
         {"no number", body(style("first")), "index-invalid plot_style/first"},
         {"no block", body("0=\"Wall\n"), "value-invalid plot_style/0"},
-        {"number as a text, as in none before",
-         body(style("0") + edited(style("1", "Door"), "screen=", "screen=\"")),
-         "key-missing plot_style/1/screen"},
         {"no number in a key", body(block("0", text(styleLines) + "x=1\n")), ""},
         {"one style for all colours", colorBody(wall, aciTable(255)), ""},
         {"254 colours", colorBody(wall, aciTable(254)), "count-wrong aci_table"},
