@@ -15,6 +15,7 @@ packages_test=(libgtest-dev libgmock-dev libexpat1-dev git abigail-tools python3
     fish zsh groff-base mandoc libxml2-utils shared-mime-info desktop-file-utils libglib2.0-bin pkg-config
     python3-cffi)
 packages_sanitize=(clang libclang-rt-14-dev llvm)
+packages_mutate=(lld python3-clang-14)
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
     nlohmann-json3-dev libcli11-dev rapidjson-dev cmake ninja-build ccache
     wine wine64 xz-utils bzip2)

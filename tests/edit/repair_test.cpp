@@ -300,6 +300,15 @@ TEST(Repair, AnAssumptionSaysWhereAndWhat) {
     EXPECT_EQ(platen::describe(result.losses[0]), "lost 1 line, line 24, at plot_style: \"junk\"");
     EXPECT_THAT(keepJson(platen::repairJson("a", result)),
                 HasSubstr("\"schema\":\"platen.repair/1\""));
+
+    const std::string longName(500, 'x');
+    const std::string twice = fullConfiguration + longName + "{\n}\n" + longName + "{\n}\n";
+    const platen::RepairResult dropped = platen::repair(twice);
+    ASSERT_EQ(codesOf(dropped), "duplicate-dropped");
+    EXPECT_EQ(dropped.assumptions[0].found, std::wstring(500, L'x'));
+    const platen::RepairResult counted = platen::repair(twice, {.most = 0});
+    EXPECT_EQ(codesOf(counted), "");
+    EXPECT_EQ(counted.omittedAssumptions, 1U);
 }
 
 TEST(Repair, JsonIsKeptUpToItsFault) {

@@ -127,6 +127,7 @@ TEST(Check, WhatSurelyReadsBackNeedsNoBody) {
     for (const std::string& body :
          {std::string("a=1\nb{\nc=\"x\nd=\\00\\\n}\n"), fullConfiguration,
           deep + "a=\"" + std::string(511 - 120 - 3, 'x') + '\n' + closing,
+          deep + "a=" + std::string(511 - 120 - 2, '9') + '\n' + closing,
           // Only the beginning of a binary value is bound to the length of a line.
           deep + "a=\\" + std::string(1000, '0') + "\\\n" + closing}) {
         PiaInput input;

@@ -48,8 +48,9 @@ void forRandomDocuments(Check check) {
 /// Through the text that people keep.
 std::vector<Difference> throughJson(const Comparison& comparison) {
     platen::ChangeList changes;
-    const platen::EditResult read =
-        platen::readChanges(keepJson(platen::diffJson({"a"}, {"b"}, comparison)), changes);
+    const std::string json = keepJson(platen::diffJson({"a"}, {"b"}, comparison));
+    EXPECT_NE(json.find("{\"file\":\"b\""), std::string::npos);
+    const platen::EditResult read = platen::readChanges(json, changes);
     EXPECT_TRUE(read) << read->reason;
     EXPECT_EQ(changes.changes.size(), comparison.differences.size());
     return std::move(changes.changes);
@@ -154,6 +155,8 @@ std::unique_ptr<PiaBlock> with(const PiaBlock& root, const std::vector<std::wstr
 }
 
 TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
+    const std::string withOthers = edited(fullConfiguration, " destination{\n",
+                                          " others{\n  0{\n   name=\"A\n  }\n }\n destination{\n");
     const struct {
         const std::string& body;
         const char* from;
@@ -166,6 +169,18 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
          "number_of_copies=3",
          "number_of_copies=3a",
          {"media/number_of_copies: 3 -> 3a"}},
+        {fullConfiguration,
+         "number_of_copies=3",
+         "number_of_copies=-3",
+         {"media/number_of_copies: 3 -> -3"}},
+        // Digits that no double has.
+        {fullConfiguration,
+         "number_of_copies=3",
+         "number_of_copies=+3.00000000000000000001",
+         {"media/number_of_copies: 3 -> +3.00000000000000000001"}},
+        {fullParameters, " dm_driver_version=1025\n", "", {"meta/dm_driver_version: 1025 -> 0"}},
+        {withOthers, "   name=\"A", "   name=\"B", {"media/others/0/name: \"A\" -> \"B\""}},
+        {fullConfiguration, " ism_max=0\n", "", {"res_color_mem/ism_max: 0 -> 6"}},
         {fullConfiguration, " type=\"roll", " type_name=\"roll", {}},
         {fullConfiguration,
          " type=\"roll",
@@ -233,6 +248,20 @@ TEST(Compare, GathersStyles) {
     EXPECT_TRUE(std::ranges::is_permutation(
         linesBetween(*named, *with(*named, {L"plot_style/0/lineweight=27"})),
         std::vector<std::string>{"Style \"Normal\": lineweight 0 mm -> 27"}));
+
+    const std::unique_ptr<CPlotStyleTable> many(CPlotStyleTable::create(false, L""));
+    PiaBlock before{L""};
+    PiaBlock after{L""};
+    for (std::size_t number = 1; number <= 14; ++number) {
+        ASSERT_TRUE(many->addStyle((L"S" + std::to_wstring(number)).c_str(), -1, nullptr));
+    }
+    ASSERT_TRUE(many->writeToBlock(before));
+    for (std::size_t number = 1; number <= 14; ++number) {
+        many->style(number)->setScreen(50);
+    }
+    ASSERT_TRUE(many->writeToBlock(after));
+    EXPECT_THAT(linesBetween(before, after),
+                ElementsAre(testing::EndsWith("\"S12\" and 2 more: screening 100 % -> 50 %")));
 }
 
 TEST(Compare, TakesColorTablesAndNamedOnesByWhatColorsGet) {
@@ -317,6 +346,19 @@ TEST(Apply, FitsOrSaysWhyNot) {
     }
 }
 
+TEST(Apply, ColorsThatFollowTheStylesKeepThem) {
+    const auto named = treeOf(tableBody(false));
+    std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(false, L""));
+    ASSERT_TRUE(table->addStyle(L"Wall", -1, nullptr));
+    PiaBlock more{L""};
+    ASSERT_TRUE(table->writeToBlock(more));
+    const auto colors = treeOf(tableBody(true));
+    ASSERT_TRUE(platen::ItemEditor(*colors).remove(L"aci_table"));
+    expectMade(*colors, platen::compare(*named, more).differences);
+    // One more style than colours would say nothing of theirs.
+    EXPECT_NE(colors->findItem(L"aci_table", PiaItemType::Block), nullptr);
+}
+
 TEST(Apply, StylesThatColorsHaveStay) {
     std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(false, L""));
     ASSERT_TRUE(table->addStyle(L"Wall", -1, nullptr));
@@ -345,6 +387,30 @@ TEST(Apply, StylesThatColorsHaveStay) {
     EXPECT_THAT(platen::describeMisfits(changes, applied),
                 ElementsAre("Style \"Wall\": removed: the style is that of color 5"));
     EXPECT_EQ(faultOf(root), "");
+    // A colour gets no style that is not there.
+    const std::vector<Difference> colored =
+        platen::compare(root, *with(root, {L"aci_table/7=Wall"})).differences;
+    const auto without = with(root, {L"plot_style/1/name=Gone"});
+    EXPECT_THAT(platen::describeMisfits(colored, platen::applyChanges(*without, colored)),
+                ElementsAre(testing::EndsWith("there is no style \"Wall\"")));
+}
+
+TEST(Apply, AChangeThatContradictsItselfIsNone) {
+    const auto config = treeOf(fullConfiguration);
+    std::vector<Difference> changes =
+        platen::compare(*config, *with(*config, {L"media/number_of_copies=4"})).differences;
+    ASSERT_EQ(changes.size(), 1U);
+    for (const auto change : {Difference::Change::Added, Difference::Change::Removed}) {
+        changes[0].change = change;
+        EXPECT_EQ(platen::applyChanges(*config, changes).misfits, 1U);
+    }
+}
+
+TEST(Compare, AFileThatIsOneSidedSaysSo) {
+    EXPECT_EQ(keepJson(platen::fileChangeJson("a", "")),
+              R"({"schema":"platen.diff-file/1","change":"removed","before":"a","after":null})");
+    EXPECT_EQ(keepJson(platen::fileChangeJson("", "b")),
+              R"({"schema":"platen.diff-file/1","change":"added","before":null,"after":"b"})");
 }
 
 TEST(Merge, ConflictsKeepOurs) {

@@ -133,8 +133,11 @@ TEST(PiaFile, ChoosesTheReaderByTheSixteenthByte) {
     EXPECT_EQ(input.container().version, 3);
     EXPECT_FALSE(input.openBytes("no plotter file at all"));
     EXPECT_EQ(input.report().failure()->code, PiaCode::JsonMissing);
-    EXPECT_FALSE(input.openBytes("") || input.open(nullptr) || input.open(L"no such file"));
-    EXPECT_EQ(input.report().failure()->code, PiaCode::FileUnreadable);
+    EXPECT_FALSE(input.openBytes(""));
+    for (const wchar_t* path : {static_cast<const wchar_t*>(nullptr), L"no such file"}) {
+        EXPECT_FALSE(input.open(path));
+        EXPECT_EQ(input.report().failure()->code, PiaCode::FileUnreadable);
+    }
     PiaFileIn file;
     EXPECT_EQ(file.open(L"no such file"), -2);
 }

@@ -57,6 +57,9 @@ TEST(JsonReader, RejectsWithTheReason) {
         ASSERT_TRUE(input.report().failure());
         EXPECT_STREQ(piaCodeWord(input.report().failure()->code), piaCodeWord(code));
     }
+    PiaInput input;
+    EXPECT_FALSE(input.openBytes("head\n{\"data\":{\"a\":01}}"));
+    EXPECT_EQ(input.report().failure()->offset, 20U);
 }
 
 TEST(JsonReader, OfMembersOfOneNameTheLastCounts) {

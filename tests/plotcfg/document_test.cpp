@@ -33,7 +33,7 @@ public:
         return name == L"Ink" || name == L"Laser";
     }
     bool fillNew(CPlotCfg3& config, const std::wstring& printer) const override {
-        config.meta.configDescription = L"filled\r\nfor\n" + printer + L"\r";
+        config.meta.configDescription = L"filled\r\nfor\n" + printer + L"\r\x7F";
         return printer == L"Ink";
     }
     bool reset(CPlotCfg3& config, bool& changed) const override {
@@ -172,7 +172,7 @@ TEST_F(PlotConfigurationFile, CreatedForAPrinter) {
           " driver_tag_line=\"Windows System Driver from Autodesk\n toolkit_version=1\n"
           " driver_type=1\n",
           " win_device_name=\"Ink\n", " short_net_name=\"Ink\n friendly_net_name=\"Ink\n",
-          " config_description=\"filled for Ink \n"}) {
+          " config_description=\"filled for Ink  \n"}) {
         EXPECT_NE(body.find(items), std::string::npos) << items;
     }
 

@@ -165,6 +165,8 @@ TEST(BuiltInDevices, ColorSchemes) {
         EXPECT_EQ(current, entry.current);
     }
     int current = 77;
+    config->resColorMem.numUnditheredColors = 0;
+    EXPECT_EQ(config->getAvailableColorSchemes(current).size(), 3u);
     EXPECT_EQ(config->getAvailableColorSchemes(current)[0], OdString(L"16777215 colors / 32 bit"));
     const Config pdf = created(L"Print As PDF");
     pdf->setColorScheme(1, false);

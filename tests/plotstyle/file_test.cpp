@@ -5,6 +5,7 @@
 
 #include <platen/plotstyle.h>
 #include <platen/utcore.h>
+#include "tests/support/configurations.h"
 #include "tests/support/files.h"
 #include "tests/support/trees.h"
 
@@ -112,6 +113,11 @@ TEST(PlotStyleFile, EveryRequiredKeyIsNamedWhenItIsMissing) {
     dropEach(settingLines, "key-missing ", "custom_lineweight_display_units",
              [](const Lines& lines) { return body(style("0"), {}, lines); });
     EXPECT_EQ(faultOf(text(settingLines)), "key-missing plot_style");
+    // Of the type that the style before has.
+    PiaInput input;
+    CPlotStyleTable table;
+    ASSERT_TRUE(input.openBody(body(style("0") + edited(style("1"), "screen=", "screen=\""))));
+    EXPECT_FALSE(table.init(input));
 }
 
 TEST(PlotStyleFile, FaultsOfTables) {

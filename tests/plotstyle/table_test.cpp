@@ -127,9 +127,12 @@ TEST(PlotStyleTable, RenamedAndDeletedStyles) {
 TEST(PlotStyleTable, AciOfANamedTable) {
     const TablePtr table = namedTable();
     std::array<int, CAciTable::count> indices{};
+    for (const int wrong : {3, 4, -1}) {
+        indices[7] = wrong;
+        table->addACI(indices.data());
+        EXPECT_FALSE(table->hasACI()) << wrong << " is out of range";
+    }
     std::iota(indices.begin(), indices.end(), 0);
-    table->addACI(indices.data());
-    EXPECT_FALSE(table->hasACI()) << "an index is out of range";
     for (int& index : indices) {
         index %= 3;
     }

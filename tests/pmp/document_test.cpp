@@ -53,6 +53,28 @@ TEST(PmpDocument, HiddenPartIsOptional) {
     }
 }
 
+template <class Part>
+void expectReadAndWritten(const PiaBlock& block) {
+    Part part;
+    PiaTree tree;
+    EXPECT_TRUE(part.init(block) && part.write(tree.root()));
+    EXPECT_EQ(piaBodyText(tree.root()), piaBodyText(block));
+}
+
+TEST(PmpDocument, PartsAreDocumentsOfTheirOwn) {
+    PiaInput input;
+    ASSERT_TRUE(input.openBody(fullParameters));
+    const auto blockAt = [&](const wchar_t* path) -> const PiaBlock& {
+        return static_cast<const PiaBlock&>(*piaFindItems(*input.root(), path).at(0));
+    };
+    expectReadAndWritten<ModNode>(blockAt(L"mod"));
+    expectReadAndWritten<ModNode::MediaNode>(blockAt(L"mod/media"));
+    expectReadAndWritten<UdmNode>(blockAt(L"udm"));
+    expectReadAndWritten<UdmNode::MediaNode>(blockAt(L"udm/media"));
+    expectReadAndWritten<HiddenNode>(blockAt(L"hidden"));
+    expectReadAndWritten<HiddenNode::MediaNode>(blockAt(L"hidden/media"));
+}
+
 TEST(PmpDocument, ListsTakeEveryBlock) {
     PiaInput input;
     ASSERT_TRUE(
@@ -224,9 +246,35 @@ TEST(PmpDocument, IsFoundInTheSearchFolders) {
     }
     PiaReport report;
     EXPECT_EQ(PlotModelParam::read(L"nowhere.pmp", search, &report), nullptr);
-    EXPECT_NE(report.failure()->expected.find(folder.wide("G")), std::wstring::npos);
+    EXPECT_TRUE(report.failure()->expected.starts_with(L"a file of that name or in "));
+    EXPECT_NE(report.failure()->expected.find(L", " + folder.wide("G")), std::wstring::npos);
     EXPECT_EQ(PlotModelParam::read(nullptr, search), nullptr);
     EXPECT_EQ(PlotModelParam::read(L"last.pmp", {}), nullptr);
+}
+
+TEST(PmpDocument, WhereTheProgramRunsDecidesNothing) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder.path("F"));
+    const CurrentFolder current(folder.path("."));
+    for (const char* name : {"both.pmp", "F/both.pmp"}) {
+        ASSERT_TRUE(PlotModelParam().write(folder.wide(name).c_str()));
+    }
+    const OdArray<OdString> search = folders({folder.wide("F")});
+    const struct {
+        std::wstring name;
+        const char* found;
+        const char* warnings;
+    } cases[] = {
+        {L"both.pmp", "F/both.pmp", "name-ambiguous "},
+        {folder.wide("both.pmp"), "both.pmp", ""},
+    };
+    for (const auto& [name, found, warnings] : cases) {
+        PiaReport report;
+        const Document document(PlotModelParam::read(name.c_str(), search, &report));
+        ASSERT_NE(document, nullptr);
+        EXPECT_TRUE(fs::equivalent(document->filePath.text(), folder.path(found)));
+        EXPECT_EQ(warningsOf(report), warnings);
+    }
 }
 
 TEST(PmpDocument, KnowsWhereItWasWritten) {
