@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include <platen/platen.h>
-#include "fuzz/require.h"
+#include "fuzz/oracle.h"
 #include "tests/support/trees.h"
 
 namespace {

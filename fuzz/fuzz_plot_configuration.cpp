@@ -1,4 +1,4 @@
-// A whole file into a plot configuration and out again.
+// Body text into a plot configuration and out again, and its papers through a PMP and back.
 
 #include <cstddef>
 #include <cstdint>
@@ -41,10 +41,10 @@ void editPapers(PiaInput& input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    roundTripBytes(bytes, readConfiguration);
+    const std::string_view body(reinterpret_cast<const char*>(data), size);
+    roundTripBody(body, readConfiguration);
     PiaInput input;
-    if (input.openBytes(fileAround(bytes, PiaKind::Pc3))) {
+    if (chosen(body, 4) && input.openBody(body)) {
         editPapers(input);
     }
     return 0;
