@@ -12,8 +12,8 @@ struct CountedMemory {
 /// Since the program began.
 CountedMemory countedMemory();
 
-/// Requires that what is allocated while it lives stays within `bytesPerByte` and `callsPerByte` for
-/// each byte of an input, besides what reading an empty one may take.
+/// Requires that what is allocated while it lives stays within `bytesPerByte` and `callsPerByte`
+/// for each byte of an input, besides what reading an empty one may take.
 class BoundedMemory {
 public:
     BoundedMemory(std::size_t inputBytes, std::size_t bytesPerByte, double callsPerByte);

@@ -1,7 +1,7 @@
 // Two bodies, with a line "----" between them: what is different, and the one made of the other.
 //
-// Comparing two documents reads both, writes the differences as JSON and applies them to a third, so
-// that an input takes about ten readings.
+// Comparing two documents reads both, writes the differences as JSON and applies them to a third,
+// so that an input takes about ten readings.
 
 #include <cstdint>
 #include <memory>
@@ -69,13 +69,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (documents && chosen({reinterpret_cast<const char*>(data), size}, 8)) {
         // Nobody else has changed anything: theirs is taken whole, and once only.
         const std::unique_ptr<PiaBlock> ours = copyOfTree(*before.root());
-        const platen::MergeResult merged =
-            platen::merge(*before.root(), *ours, *after.root());
+        const platen::MergeResult merged = platen::merge(*before.root(), *ours, *after.root());
         require(merged.taken + merged.conflicts.size() <= comparison.differences.size());
         const std::unique_ptr<PiaBlock> theirs = copyOfTree(*after.root());
         require(platen::merge(*before.root(), *theirs, *after.root()).conflicts.empty());
-        require(comparison.throughColors ||
-                platen::compare(*theirs, *after.root()).equal());
+        require(comparison.throughColors || platen::compare(*theirs, *after.root()).equal());
     }
     return 0;
 }

@@ -23,7 +23,8 @@ namespace {
 /// Few bytes may inflate to very many.
 constexpr std::uint64_t mostBody = std::uint64_t{64} << 10U;
 
-/// What zlib alone makes of a stream: false when it refuses it or when there is more than `mostBody`.
+/// What zlib alone makes of a stream: false when it refuses it or when there is more than
+/// `mostBody`.
 bool inflatedByZlib(std::string_view stream, std::string& body, std::size_t& consumed) {
     z_stream z{};
     require(inflateInit(&z) == Z_OK);
@@ -47,15 +48,14 @@ void requireSameAsZlib(std::string_view stream) {
     ut::ByteBuffer body;
     std::size_t consumed = 0;
     auto stop = ut::ZlibEngine::Stop::None;
-    const bool done =
-        ut::ZlibEngine::decompress(stream, body, 0, mostBody, consumed, stop) == 0;
+    const bool done = ut::ZlibEngine::decompress(stream, body, 0, mostBody, consumed, stop) == 0;
     require(body.size() <= mostBody);
     require(done == (stop == ut::ZlibEngine::Stop::None));
     if (byZlib) {
         require(done && body.view() == expected && consumed == expectedConsumed);
     } else if (done) {
-        const auto sum = adler32(1, reinterpret_cast<const Bytef*>(body.data()),
-                                 static_cast<uInt>(body.size()));
+        const auto sum =
+            adler32(1, reinterpret_cast<const Bytef*>(body.data()), static_cast<uInt>(body.size()));
         std::uint32_t stored = 0;
         for (const char byte : stream.substr(consumed - 4, 4)) {
             stored = stored << 8U | static_cast<unsigned char>(byte);
@@ -104,16 +104,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const PiaContainer& container = input.container();
     require(container.version == 2 && container.bodyBytes == input.body().size());
     const pia_header::Fields fields = pia_header::decode(file);
-    require(holds == (fields.kind && container.checksumHolds() &&
-                      fields.bodyBytes == container.bodyBytes &&
-                      fields.compressedBytes == container.compressedBytes));
+    require(holds ==
+            (fields.kind && container.checksumHolds() && fields.bodyBytes == container.bodyBytes &&
+             fields.compressedBytes == container.compressedBytes));
     if (chosen(file, 32)) {
         const platen::CheckResult checked =
             platen::checkBytes(file, {}, {.reading = {.limits = {.bodyBytes = mostBody}}});
         require(checked.verdict != platen::Verdict::Sound || holds);
         ut::ByteBuffer again;
-        const platen::WriteResult written = platen::encodeFile(
-            *input.root(), platen::FileForm::Compressed, PiaKind::Pc3, again);
+        const platen::WriteResult written =
+            platen::encodeFile(*input.root(), platen::FileForm::Compressed, PiaKind::Pc3, again);
         require(!written.differs);
         requireZlibReads(input.body());
     }

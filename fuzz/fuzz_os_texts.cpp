@@ -21,8 +21,8 @@ std::string_view input;
 
 void positions() {
     double values[6] = {-1, -1, -1, -1, -1, -1};
-    const bool read = wut::readPositionFile(OdString(L"in memory"), values[0], values[1],
-                                            values[2], values[3], values[4], values[5]);
+    const bool read = wut::readPositionFile(OdString(L"in memory"), values[0], values[1], values[2],
+                                            values[3], values[4], values[5]);
     for (const double value : values) {
         require(std::isfinite(value));
     }
@@ -93,7 +93,8 @@ void multiplication() {
     const long double exact = product / denominator;
     const long double rounded = exact < 0 ? -std::floor(0.5L - exact) : std::floor(exact + 0.5L);
     const bool fits = rounded >= -2147483647.0L && rounded <= 2147483647.0L;
-    require(fits ? static_cast<long double>(result) == rounded : result == -1 || result == INT32_MIN);
+    require(fits ? static_cast<long double>(result) == rounded
+                 : result == -1 || result == INT32_MIN);
 }
 
 }  // namespace

@@ -12,7 +12,15 @@ namespace {
 
 std::unique_ptr<CPlotCfg3> readConfiguration(PiaInput& input) {
     bool printerChanged = false;
-    return CPlotCfg3::fromInput(input, printerChanged);
+    std::unique_ptr<CPlotCfg3> config = CPlotCfg3::fromInput(input, printerChanged);
+    if (config) {
+        // These are left out although their absence means another number.
+        CResColorMemNode& device = config->resColorMem;
+        device.preference = device.preference == 0 ? 50 : device.preference;
+        device.ismMax = device.ismMax == -1 ? 6 : device.ismMax;
+        device.oleMax = device.oleMax == -1 ? 6 : device.oleMax;
+    }
+    return config;
 }
 
 /// Papers go through the lists of a PMP and back.

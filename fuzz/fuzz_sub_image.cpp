@@ -84,8 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(sub_image::findByHashes(image, sub, 0) == expected);
     const std::size_t firstRow = data[4] % height;
     if (firstRow + subHeight <= height) {
-        require(sub_image::findByHashes(image, sub, firstRow) ==
-                findPlainly(image, sub, firstRow));
+        require(sub_image::findByHashes(image, sub, firstRow) == findPlainly(image, sub, firstRow));
     }
     return 0;
 }

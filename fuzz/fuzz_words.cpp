@@ -1,5 +1,5 @@
-// What people type for the command: paths of items, selections of styles, settings, sizes. Each line
-// is a letter for what it is, and the text.
+// What people type for the command: paths of items, selections of styles, settings, sizes. Each
+// line is a letter for what it is, and the text.
 
 #include <cstdint>
 #include <string>
@@ -62,6 +62,10 @@ custom_lineweight_table{
  0=0.000000
  1=0.350000
 }
+)";
+
+constexpr std::string_view itemsBody = R"(description="x
+n=1
 a{
  a/b="x
  a{
@@ -79,54 +83,30 @@ const std::string& wholeBody() {
         for (int index = 2; index < 27; ++index) {
             weights += ' ' + std::to_string(index) + "=0.250000\n";
         }
-        return text.insert(text.find("}\na{\n a/b"), weights);
+        return text.insert(text.rfind('}'), weights);
     }();
     return body;
 }
 
 class Session {
 public:
-    Session() {
-        ut::ByteBuffer bytes;
-        bytes.reserve(wholeBody().size());
-        std::copy(wholeBody().begin(), wholeBody().end(), bytes.data());
-        bytes.setSize(wholeBody().size());
-        require(file_.readBytes(std::move(bytes)) && editor_.open());
-    }
-
     void take(char what, const std::wstring& text) {
-        switch (what) {
-            case 's':
-                select(text);
-                break;
-            case 't':
-                require(places_.empty() || platen::tableCsv(editor_.table()).size() > 9);
-                said(editor_.set(places_, text));
-                break;
-            case 'w':
-                said(editor_.setLineWeight(places_.size(), text));
-                break;
-            case 'n':
-                said(editor_.add(text));
-                break;
-            case 'r':
-                said(editor_.rename(places_.empty() ? 0 : places_.front(), text));
-                break;
-            case 'e':
-                editItems(text);
-                break;
-            case 'p':
-                paper(ut::encodeUtf8(text));
-                break;
-            default:
-                suggest(text);
+        if (what == 'e') {
+            editItems(text);
+        } else if (what == 'p') {
+            paper(ut::encodeUtf8(text));
+        } else if (what == 'x') {
+            suggest(text);
+        } else {
+            open();
+            editTable(what, text);
         }
     }
 
     /// A table is still one, however it was edited.
     void finish() {
         PiaTree tree;
-        if (!editor_.writeTo(tree.root())) {
+        if (!changed_ || !editor_.writeTo(tree.root())) {
             return;
         }
         std::string body;
@@ -140,6 +120,46 @@ public:
     }
 
 private:
+    void open() {
+        if (opened_) {
+            return;
+        }
+        opened_ = true;
+        ut::ByteBuffer bytes;
+        bytes.reserve(wholeBody().size());
+        std::copy(wholeBody().begin(), wholeBody().end(), bytes.data());
+        bytes.setSize(wholeBody().size());
+        require(file_.readBytes(std::move(bytes)) && editor_.open());
+    }
+
+    void editTable(char what, const std::wstring& text) {
+        switch (what) {
+            case 's':
+                select(text);
+                break;
+            case 't':
+                change(editor_.set(places_, text));
+                break;
+            case 'w':
+                change(editor_.setLineWeight(places_.size(), text));
+                break;
+            case 'n':
+                change(editor_.add(text));
+                break;
+            case 'r':
+                change(editor_.rename(places_.empty() ? 0 : places_.front(), text));
+                break;
+            default:
+                change(editor_.remove(places_));
+                places_.clear();
+        }
+    }
+
+    void change(const platen::EditResult& result) {
+        said(result);
+        changed_ = changed_ || result;
+    }
+
     /// A refusal says why, on one line, and changes nothing.
     static void said(const platen::EditResult& result) {
         require(result || (!result->reason.empty() && ut::isUtf8(result->reason)));
@@ -161,7 +181,7 @@ private:
 
     void editItems(const std::wstring& text) {
         PiaInput input;
-        require(input.openBody(wholeBody()));
+        require(input.openBody(itemsBody));
         PiaBlock& root = *input.root();
         const std::string before = piaBodyText(root);
         const auto check = [&](const platen::EditResult& done, const platen::ItemEditor& editor,
@@ -205,6 +225,8 @@ private:
     platen::SourceFile file_;
     platen::TableEditor editor_{file_};
     std::vector<std::size_t> places_;
+    bool opened_ = false;
+    bool changed_ = false;
 };
 
 }  // namespace

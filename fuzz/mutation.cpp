@@ -33,13 +33,50 @@ const std::vector<std::string>& keys() {
     return all;
 }
 
-constexpr std::array<std::string_view, 44> values{
-    "0", "1", "-1", "2", "3", "100", "254", "255", "256", "-0", "+7", " 5", "007", "12abc", "1e9",
-    "1e400", "nan", "inf", "0x10", "2147483647", "2147483648", "4294967295", "4294967296",
-    "-2147483648", "-1023410177", "-1006632961", "3271557376", "0.5", "0.500000", ".5", "5.",
-    "1.7976931348623157e308", "-0.0000004", "99999999999999999999", "TRUE", "FALSE", "true",
-    "UserDefinedMetric (100.00 x 200.00MM)", "Normal", "Style_1", "ISO_A4_(210.00_x_297.00_MM)",
-    "\xC3\xA9\xE2\x82\xAC", "\xE4", "C:\\x\\y.pmp"};
+constexpr std::array<std::string_view, 44> values{"0",
+                                                  "1",
+                                                  "-1",
+                                                  "2",
+                                                  "3",
+                                                  "100",
+                                                  "254",
+                                                  "255",
+                                                  "256",
+                                                  "-0",
+                                                  "+7",
+                                                  " 5",
+                                                  "007",
+                                                  "12abc",
+                                                  "1e9",
+                                                  "1e400",
+                                                  "nan",
+                                                  "inf",
+                                                  "0x10",
+                                                  "2147483647",
+                                                  "2147483648",
+                                                  "4294967295",
+                                                  "4294967296",
+                                                  "-2147483648",
+                                                  "-1023410177",
+                                                  "-1006632961",
+                                                  "3271557376",
+                                                  "0.5",
+                                                  "0.500000",
+                                                  ".5",
+                                                  "5.",
+                                                  "1.7976931348623157e308",
+                                                  "-0.0000004",
+                                                  "99999999999999999999",
+                                                  "TRUE",
+                                                  "FALSE",
+                                                  "true",
+                                                  "UserDefinedMetric (100.00 x 200.00MM)",
+                                                  "Normal",
+                                                  "Style_1",
+                                                  "ISO_A4_(210.00_x_297.00_MM)",
+                                                  "\xC3\xA9\xE2\x82\xAC",
+                                                  "\xE4",
+                                                  "C:\\x\\y.pmp"};
 
 std::vector<std::string> linesOf(std::string_view text) {
     std::vector<std::string> lines;
@@ -113,8 +150,10 @@ void Mutation::change(std::vector<std::string>& lines, const std::vector<std::st
     const auto fresh = [this] {
         constexpr std::array<std::string_view, 5> forms{"=", "=\"", "=\\", "{", "=TRUE"};
         const std::string_view form = forms[below(forms.size())];
-        return key().append(form).append(form.size() < 3 && form != "{" ? value() : "").append(
-            form == "=\\" ? "\\" : "");
+        return key()
+            .append(form)
+            .append(form.size() < 3 && form != "{" ? value() : "")
+            .append(form == "=\\" ? "\\" : "");
     };
     const std::size_t where = below(lines.size() + 1);
     if (where == lines.size()) {
@@ -133,9 +172,8 @@ void Mutation::change(std::vector<std::string>& lines, const std::vector<std::st
             const std::size_t begin = nameBegin(copy.front());
             const std::size_t end = std::max(nameEnd(copy.front()), begin);
             const std::string name = copy.front().substr(begin, end - begin);
-            const bool numbered =
-                !name.empty() && name.size() < 6 &&
-                name.find_first_not_of("0123456789") == std::string::npos;
+            const bool numbered = !name.empty() && name.size() < 6 &&
+                                  name.find_first_not_of("0123456789") == std::string::npos;
             if (numbered) {
                 copy.front().replace(begin, end - begin, std::to_string(std::stoi(name) + 1));
             } else if (oneIn(2)) {

@@ -50,8 +50,8 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
                                                std::size_t mostBytes, unsigned seed) {
     Mutation mutation(seed);
     const std::string text(reinterpret_cast<const char*>(data), size);
-    Json root = mutation.oneIn(8) ? Json(Json::value_t::discarded)
-                                  : Json::parse(text, nullptr, false);
+    Json root =
+        mutation.oneIn(8) ? Json(Json::value_t::discarded) : Json::parse(text, nullptr, false);
     if (root.is_discarded()) {
         return putInput(mutation.bytes(text, mostBytes), data, mostBytes);
     }
