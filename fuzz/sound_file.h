@@ -13,8 +13,11 @@ std::string storedStream(std::string_view body);
 /// A version-2 file whose stream is packed so.
 std::string storedFile(std::string_view body, PiaKind kind = PiaKind::Ctb);
 
-/// True for one input in `count`, always the same ones: what takes long is tried with those.
+/// True for one input in `count`, always the same ones: what takes long is tried with those. For
+/// all where inputs that are kept are replayed.
 bool chosen(std::string_view input, std::uint64_t count);
+
+extern bool isReplay;
 
 /// What stands before and after the first line "----" of the input; all of it and nothing without.
 struct InputParts {

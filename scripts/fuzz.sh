@@ -90,18 +90,23 @@ minimise() { # NAME
     "$PYTHON" "$root/scripts/fuzz_corpus.py" "$fresh" "$root/fuzz/corpus/$name" >&2
 }
 
+# Applies a patch in a folder that git is to take for no part of this one.
+apply() { # FOLDER PATCH [OPTION]
+    (cd "$1" && GIT_CEILING_DIRECTORIES=$found git apply ${3:+"$3"} "$2")
+}
+
 prove() { # [FAULT]
     local copy=$found/prove patch name status failed=0 total=0
     mkdir -p "$copy"
-    git -C "$root" ls-files -z | rsync -a --files-from=- --from0 "$root/" "$copy/"
+    # Files that are as they were keep their times, so that little is built.
+    (cd "$root" && git ls-files -z | tar -c --null -T - | tar -x -C "$copy" --keep-newer-files 2>/dev/null) || true
     for patch in "$root"/fuzz/faults/${1:-*}.patch; do
         name=$(sed -n '1s/^fuzzer: //p' "$patch")
-        git -C "$copy" --git-dir=/nonexistent apply --unsafe-paths "$patch" 2>/dev/null ||
-            patch -d "$copy" -p1 -s <"$patch" || die "$patch does not fit"
+        apply "$copy" "$patch" || die "$patch does not fit"
         status=0
         (CCACHE_BASEDIR=$copy CCACHE_NOHASHDIR=1 "$copy/scripts/fuzz.sh" --replay "$name") \
             >"$copy/replay.log" 2>&1 || status=$?
-        patch -d "$copy" -p1 -s -R <"$patch"
+        apply "$copy" "$patch" -R
         total=$((total + 1))
         if ((status != 0)) && grep -a -q 'oracle failed' "$copy/replay.log"; then
             say "noticed: $(basename "$patch" .patch): $(grep -a 'oracle failed' "$copy/replay.log" | head -n 1)"
@@ -115,44 +120,51 @@ prove() { # [FAULT]
     ((failed == 0 && total > 0))
 }
 
-PYTHON=$(command -v /usr/bin/python3 || command -v python3)
-need_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_sanitize[@]}" rsync patch
-mkdir -p "$found"
-case ${1:-} in
-    '' | --help) usage ;;
-    all)
-        [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || die "not a number of minutes: ${2:-}"
-        mapfile -t all < <(names)
-        build fuzz-fast "${all[@]}"
-        build fuzz "${all[@]}"
-        seconds=$(($2 * 60 * $(nproc) / ${#all[@]}))
-        status=0
-        printf '%s\n' "${all[@]}" |
-            xargs -P "$(nproc)" -I{} "${BASH_SOURCE[0]}" --built {} "$((seconds > 4 ? seconds : 4))" || status=1
-        "${BASH_SOURCE[0]}" report
-        exit "$status"
-        ;;
-    --built) run_both "$2" "$3" ;;
-    --once) run_once "$2" "$3" "$4" ;;
-    --replay)
-        build_preset dev "replay_$2"
-        "$root/build/dev/fuzz/replay_$2" "$root/fuzz/corpus/$2"
-        ;;
-    minimise)
-        mapfile -t all < <(if [[ -n ${2:-} ]]; then echo "$2"; else names; fi)
-        build fuzz-fast "${all[@]}"
-        for name in "${all[@]}"; do
-            minimise "$name"
-        done
-        ;;
-    report) "$PYTHON" "$root/scripts/fuzz_report.py" "$ledger" "$root/fuzz/corpus" "$root/docs/trust.md" ;;
-    --prove) prove "${2:-}" ;;
-    *)
-        [[ -f $root/fuzz/fuzz_$1.cpp ]] || die "no fuzzer is called $1; there are: $(names | tr '\n' ' ')"
-        [[ ${2:-60} =~ ^[1-9][0-9]*$ ]] || die "not a number of seconds: $2"
-        build fuzz-fast "$1"
-        build fuzz "$1"
-        run_both "$1" "${2:-60}"
-        tail -n 2 "$ledger"
-        ;;
-esac
+# Read whole before anything runs, since a run takes long and the file may change meanwhile.
+main() {
+    PYTHON=$(command -v /usr/bin/python3 || command -v python3)
+    [[ ${1:-} == --once ]] ||
+        need_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_sanitize[@]}"
+    mkdir -p "$found"
+    case ${1:-} in
+        '' | --help) usage ;;
+        all)
+            [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || die "not a number of minutes: ${2:-}"
+            mapfile -t all < <(names)
+            build fuzz-fast "${all[@]}"
+            build fuzz "${all[@]}"
+            seconds=$(($2 * 60 * $(nproc) / ${#all[@]}))
+            status=0
+            printf '%s\n' "${all[@]}" |
+                xargs -P "$(nproc)" -I{} "${BASH_SOURCE[0]}" --built {} "$((seconds > 4 ? seconds : 4))" || status=1
+            "${BASH_SOURCE[0]}" report
+            exit "$status"
+            ;;
+        --built) run_both "$2" "$3" ;;
+        --once) run_once "$2" "$3" "$4" ;;
+        --replay)
+            build_preset dev "replay_$2"
+            "$root/build/dev/fuzz/replay_$2" "$root/fuzz/corpus/$2"
+            ;;
+        minimise)
+            mapfile -t all < <(if [[ -n ${2:-} ]]; then echo "$2"; else names; fi)
+            build fuzz-fast "${all[@]}"
+            for name in "${all[@]}"; do
+                minimise "$name"
+            done
+            ;;
+        report) "$PYTHON" "$root/scripts/fuzz_report.py" "$ledger" "$root/fuzz/corpus" "$root/docs/trust.md" ;;
+        --prove) prove "${2:-}" ;;
+        *)
+            [[ -f $root/fuzz/fuzz_$1.cpp ]] || die "no fuzzer is called $1; there are: $(names | tr '\n' ' ')"
+            [[ ${2:-60} =~ ^[1-9][0-9]*$ ]] || die "not a number of seconds: $2"
+            build fuzz-fast "$1"
+            build fuzz "$1"
+            run_both "$1" "${2:-60}"
+            tail -n 2 "$ledger"
+            ;;
+    esac
+}
+
+main "$@"
+exit

@@ -78,9 +78,9 @@ def body_items(body):
     levels = [root]
     pieces = iter(reads(body))
     for piece in pieces:
-        line = decoder.text(piece).lstrip(" ")
-        if not line:
+        if not piece:
             continue
+        line = decoder.text(piece).lstrip(" ")
         equals = line.find("=")
         if equals < 0:
             # A brace ends the block only where there is one.
@@ -139,10 +139,7 @@ def json_block(members):
     """The items of an object, whose members are pairs."""
     block = []
     is_binary = any(name == "voidprop" and value is True for name, value in members)
-    names = [name for name, _ in members]
-    if len(set(names)) != len(names):
-        raise Refused("a name stands twice")
-    for name, value in members:
+    for name, value in dict(members).items():
         if isinstance(value, bool):
             if name != "voidprop":
                 block.append((name, "boolean", value))
@@ -162,6 +159,10 @@ class Members:
         self.pairs = pairs
 
 
+def no_number(word):
+    raise ValueError(f"{word} is no JSON")
+
+
 def json_items(data):
     try:
         text = data.decode("utf-8")
@@ -171,13 +172,13 @@ def json_items(data):
     if begin < 0:
         raise Refused("no JSON")
     try:
-        top, _ = json.JSONDecoder(object_pairs_hook=Members).raw_decode(text, begin)
+        top = json.loads(text[begin:], object_pairs_hook=Members, parse_constant=no_number)
     except (ValueError, RecursionError) as fault:
         raise Refused(str(fault)) from None
-    found = [value for name, value in top.pairs if name == "data"]
-    if len(found) != 1 or not isinstance(found[0], Members):
+    found = dict(top.pairs).get("data")
+    if not isinstance(found, Members):
         raise Refused("no object data")
-    return json_block(found[0].pairs)
+    return json_block(found.pairs)
 
 
 def read(data, verify=False):
