@@ -7,7 +7,8 @@
 option(PLATEN_HARDENING "Optimised builds have the compiler's and the linker's protections" ON)
 
 set(platen_hardened OFF)
-if(PLATEN_HARDENING AND NOT PLATEN_SANITIZE AND NOT PLATEN_SANITIZE_THREADS AND NOT platen_system STREQUAL "wasm"
+if(PLATEN_HARDENING AND NOT PLATEN_SANITIZE AND NOT PLATEN_SANITIZE_THREADS AND NOT PLATEN_FUZZ
+        AND NOT platen_system STREQUAL "wasm"
         AND (NOT CMAKE_BUILD_TYPE MATCHES "^(Debug|)$" OR CMAKE_CXX_FLAGS_DEBUG MATCHES "-O[1-3s]"))
     set(platen_hardened ON)
     # The library's copies are checked at 2 with mingw-w64, whose headers know no 3.

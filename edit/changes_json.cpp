@@ -10,6 +10,7 @@
 #include <platen/utcore.h>
 #include "edit/refusal.h"
 #include "inspect/item_values.h"
+#include "pia/file_body.h"
 
 namespace platen {
 namespace {
@@ -51,7 +52,7 @@ const Json* member(const Json& object, const char* name) {
 
 /// What a line of a file can hold.
 bool isLine(std::wstring_view text) {
-    return text.find_first_of(std::wstring_view(L"\n\r\0", 3)) == std::wstring_view::npos;
+    return text.find_first_of(std::wstring_view(L"\n\0", 2)) == std::wstring_view::npos;
 }
 
 std::optional<std::wstring> textOf(const Json* json) {
@@ -81,34 +82,22 @@ std::optional<std::size_t> countOf(const Json* json, std::size_t most) {
                                                 : std::nullopt;
 }
 
-/// True when the text stands in a line as nothing but a number or binary digits.
-bool isPlain(std::wstring_view text) {
-    return std::all_of(text.begin(), text.end(), [](wchar_t character) {
-        return (character >= L'0' && character <= L'9') ||
-               (character >= L'A' && character <= L'Z') ||
-               (character >= L'a' && character <= L'z') || character == L'+' || character == L'-' ||
-               character == L'.';
-    });
-}
-
 /// An item that is no block.
 std::unique_ptr<PiaItem> leafOf(const Json& json, std::wstring_view name, PiaItemType type) {
     if (const auto* flag = json.get_ptr<const Json::boolean_t*>()) {
         return type == PiaItemType::Bool ? std::make_unique<PiaBool>(name, *flag) : nullptr;
     }
     const std::optional<std::wstring> text = textOf(&json);
-    if (!text) {
+    if (!text || !pia_body::valueReadsBack(*text, type)) {
         return nullptr;
     }
     switch (type) {
         case PiaItemType::Str:
             return std::make_unique<PiaStr>(name, *text);
         case PiaItemType::Num:
-            return isPlain(*text) && !text->empty()
-                       ? std::make_unique<PiaNum>(name, std::wstring_view(*text))
-                       : nullptr;
+            return std::make_unique<PiaNum>(name, std::wstring_view(*text));
         case PiaItemType::Bin:
-            return isPlain(*text) ? std::make_unique<PiaBin>(name, *text) : nullptr;
+            return std::make_unique<PiaBin>(name, *text);
         default:
             return nullptr;
     }

@@ -1,6 +1,8 @@
 #include "edit/table_tree.h"
 
+#include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,6 +67,7 @@ public:
         if (!table_.writeToBlock(now)) {
             return TreeMerge::Failed;
         }
+        rememberNames(before);
         for (const PiaItem* item : before.items) {
             mergeTop(*item, now, after);
         }
@@ -78,6 +81,28 @@ public:
     }
 
 private:
+    void rememberNames(const PiaBlock& before) {
+        // The tree is that of a table, which has styles.
+        const PiaItem& styles =
+            *before.findItem(PlotStyleTableKeys::styles.text(), PiaItemType::Block);
+        for (PiaWalk walk(static_cast<const PiaBlock&>(styles)); walk.next();) {
+            if (!walk.isEnd() && walk.item().type == PiaItemType::Str &&
+                walk.item().name == L"name") {
+                names_.insert(static_cast<const PiaStr&>(walk.item()).value);
+            }
+        }
+    }
+
+    /// A colour may spell the name of its style in capitals of its own.
+    bool namesSameStyle(const PiaItem& before, const PiaItem& now) const {
+        if (before.type != PiaItemType::Str) {
+            return false;
+        }
+        const std::wstring& old = static_cast<const PiaStr&>(before).value;
+        return !names_.contains(old) &&
+               ut::equalNoCase(old, static_cast<const PiaStr&>(now).value.view());
+    }
+
     void mergeTop(const PiaItem& item, const PiaBlock& now, PiaBlock& after) {
         const std::wstring_view name = item.name.view();
         const PiaItem* fresh = now.findItem(name, item.type);
@@ -181,7 +206,9 @@ private:
             const bool isEntry =
                 plot_style::parseIndex(item->name.view(), now.items.size(), number) &&
                 now.items[number]->type == item->type;
-            if (isEntry) {
+            if (isEntry && namesSameStyle(*item, *now.items[number])) {
+                addWhole(*item, item->name.view(), after);
+            } else if (isEntry) {
                 addNewer(*item, *now.items[number], after);
             } else {
                 addWhole(*item, item->name.view(), after);
@@ -230,6 +257,8 @@ private:
 
     const CPlotStyleTable& table_;
     std::span<const std::size_t> origins_;
+    /// Of the styles in the file.
+    std::set<std::wstring, std::less<>> names_;
     bool changed_ = false;
     bool failed_ = false;
 };

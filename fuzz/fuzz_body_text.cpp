@@ -8,7 +8,9 @@
 #include <vector>
 
 #include <platen/utcore.h>
-#include "fuzz/require.h"
+#include "fuzz/counted_memory.h"
+#include "fuzz/oracle.h"
+#include "fuzz/sound_file.h"
 #include "inspect/rewriting.h"
 #include "tests/support/trees.h"
 
@@ -59,12 +61,19 @@ void requireSameEntries(std::string_view text, const PiaInput& whole) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     PiaInput first;
-    const bool read = first.openBody(text);
+    bool read = false;
+    {
+        // The shortest line has four bytes.
+        const BoundedMemory bounded(size, 120, 0.5);
+        read = first.openBody(text);
+    }
     require(read == (first.root() != nullptr) && read != first.report().failure().has_value());
     if (ut::isAscii(text)) {
         requireSameWithCare(text, first);
     }
-    requireSameEntries(text, first);
+    if (text.starts_with("l{") || text.find("\nl{") != std::string_view::npos) {
+        requireSameEntries(text, first);
+    }
     if (!read) {
         return 0;
     }

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include <platen/house.h>
-#include "fuzz/require.h"
+#include "fuzz/oracle.h"
 #include "house/zip.h"
 
 namespace {

@@ -1,5 +1,8 @@
 // Calls of the C interface in any order, with any texts. A change that fails changes nothing, and
 // what a document gives can be opened again.
+//
+// Slow: each change encodes the document and reads it again, as the interface promises, and a table
+// by colour has 255 styles; one document in 16 is made one.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -9,7 +12,7 @@
 #include <string_view>
 
 #include <platen/platen.h>
-#include "fuzz/require.h"
+#include "fuzz/oracle.h"
 #include "tests/support/trees.h"
 
 namespace {
@@ -52,7 +55,7 @@ private:
 class Session {
 public:
     void run(Script script) {
-        constexpr int mostCalls = 40;
+        constexpr int mostCalls = 12;
         for (int call = 0; call < mostCalls && !script.ended(); ++call) {
             Document& document = documents_[script.choice() % documents_.size()];
             if (!document || script.choice() % 16 == 0) {
@@ -61,13 +64,17 @@ public:
             }
             const std::string before = bytesOf(document);
             const bool done = change(*document, documents_[0].get(), script);
+            require(platen_context_error(context_.get()) != nullptr);
             const std::string after = bytesOf(document);
             require(done || before == after);
-            require(platen_context_error(context_.get()) != nullptr);
-            look(*document);
-            const Document again(
-                platen_document_open_bytes(context_.get(), after.data(), after.size(), nullptr));
-            require(again != nullptr && bytesOf(again) == after);
+            if (done) {
+                const Document again(platen_document_open_bytes(context_.get(), after.data(),
+                                                                after.size(), nullptr));
+                require(again != nullptr && bytesOf(again) == after);
+            }
+        }
+        if (documents_[0]) {
+            look(*documents_[0]);
         }
     }
 
@@ -77,8 +84,9 @@ private:
     }
 
     Document make(Script& script) {
-        const unsigned kind = script.choice() % 6;
-        if (kind == 0) {
+        const unsigned choice = script.choice();
+        const unsigned kind = 1 + choice % 5;
+        if (choice / 16 == 15) {
             return Document(platen_document_create_table(context_.get(), "ctb", nullptr));
         }
         if (kind == 1) {

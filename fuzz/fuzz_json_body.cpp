@@ -3,7 +3,8 @@
 #include <cstdint>
 
 #include <platen/utcore.h>
-#include "fuzz/require.h"
+#include "fuzz/counted_memory.h"
+#include "fuzz/oracle.h"
 #include "pia/json_reader.h"
 #include "tests/support/trees.h"
 
@@ -11,7 +12,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     PiaTree tree;
     PiaReport reading;
-    if (!ut::isUtf8(text) || !piaReadJson(text, {}, tree, reading)) {
+    if (!ut::isUtf8(text)) {
+        return 0;
+    }
+    bool read = false;
+    {
+        const BoundedMemory bounded(size, 120, 1.0);
+        read = piaReadJson(text, {}, tree, reading);
+    }
+    require(read != reading.failure().has_value());
+    if (!read) {
         return 0;
     }
     // JSON members are sorted, line text keeps the order that it was given: both hold here.

@@ -1,4 +1,4 @@
-// A whole file into a plot configuration and out again.
+// Body text into a plot configuration and out again, and its papers through a PMP and back.
 
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +12,15 @@ namespace {
 
 std::unique_ptr<CPlotCfg3> readConfiguration(PiaInput& input) {
     bool printerChanged = false;
-    return CPlotCfg3::fromInput(input, printerChanged);
+    std::unique_ptr<CPlotCfg3> config = CPlotCfg3::fromInput(input, printerChanged);
+    if (config) {
+        // These are left out although their absence means another number.
+        CResColorMemNode& device = config->resColorMem;
+        device.preference = device.preference == 0 ? 50 : device.preference;
+        device.ismMax = device.ismMax == -1 ? 6 : device.ismMax;
+        device.oleMax = device.oleMax == -1 ? 6 : device.oleMax;
+    }
+    return config;
 }
 
 /// Papers go through the lists of a PMP and back.
@@ -41,10 +49,10 @@ void editPapers(PiaInput& input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    roundTripBytes(bytes, readConfiguration);
+    const std::string_view body(reinterpret_cast<const char*>(data), size);
+    roundTripBody(body, readConfiguration);
     PiaInput input;
-    if (input.openBytes(fileAround(bytes, PiaKind::Pc3))) {
+    if (chosen(body, 4) && input.openBody(body)) {
         editPapers(input);
     }
     return 0;

@@ -1,4 +1,4 @@
-// A whole file into plot model parameters and out again.
+// Body text into plot model parameters and out again.
 
 #include <cstdint>
 #include <memory>
@@ -17,6 +17,6 @@ std::unique_ptr<PlotModelParam> readParameters(PiaInput& input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    roundTripBytes({reinterpret_cast<const char*>(data), size}, readParameters);
+    roundTripBody({reinterpret_cast<const char*>(data), size}, readParameters);
     return 0;
 }

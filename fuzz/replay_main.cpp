@@ -11,6 +11,8 @@
 #include <set>
 #include <vector>
 
+#include "fuzz/sound_file.h"
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
@@ -35,6 +37,7 @@ bool replay(const std::filesystem::path& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    isReplay = true;
     for (int i = 1; i < argc; ++i) {
         // A folder that cannot be read ends the program with the exception's words.
         const std::filesystem::directory_iterator folder(argv[i]);

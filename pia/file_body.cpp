@@ -31,6 +31,8 @@ bool nameReadsBack(std::wstring_view name, PiaItemType type, std::size_t depth) 
     });
 }
 
+}  // namespace
+
 bool valueReadsBack(std::wstring_view value, PiaItemType type) {
     if (type == PiaItemType::Block || type == PiaItemType::Bool) {
         return true;
@@ -49,8 +51,6 @@ bool valueReadsBack(std::wstring_view value, PiaItemType type) {
            (!value.empty() && value.front() != L'"' && value.front() != L'\\' &&
             !ut::equalNoCase(value, L"true") && !ut::equalNoCase(value, L"false"));
 }
-
-}  // namespace
 
 bool FileBody::refuse(const Name& name, double number) {
     return report_.fail({.code = PiaCode::ValueInvalid,

@@ -11,6 +11,9 @@
 
 namespace pia_body {
 
+/// Whether a reader finds this value again in its line, which holds no line feed.
+bool valueReadsBack(std::wstring_view value, PiaItemType type);
+
 class FileBody {
 public:
     /// Borrows both.

@@ -12,7 +12,7 @@ build_preset dev platen_documents
 work=$root/build/wasm/documents
 rm -rf "$work"
 mkdir -p "$work/native" "$work/wasm"
-mapfile -t samples < <(find "$root/fuzz/corpus" -type f | sort)
+mapfile -t samples < <(find "$root"/fuzz/corpus/{body_text,container,json_body,plot_*,repair} -type f | sort)
 
 # Both see the same paths, since a configuration keeps that of its parameters.
 for system in native wasm; do

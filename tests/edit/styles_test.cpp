@@ -66,6 +66,19 @@ TEST(EditStyles, CsvOfAnyTableChangesNothingInIt) {
     }
 }
 
+TEST(EditStyles, ColoursKeepTheSpellingOfTheirStyles) {
+    std::string body = RandomTable(1, TableShape::NamedWithColours, false).body();
+    body.replace(body.find(" 7=\"Style_"), 10, " 7=\"sTYLE_");
+    Opened table(body);
+    ASSERT_EQ(reason(table.editor.readCsv(platen::tableCsv(table.editor.table()))), "");
+    EXPECT_EQ(table.written(), table.before());
+    EXPECT_FALSE(table.editor.changed());
+    const std::string used = body.substr(
+        body.find("sTYLE_"), body.find('\n', body.find("sTYLE_")) - body.find("sTYLE_"));
+    ASSERT_EQ(reason(table.editor.rename(std::stoul(used.substr(6)), L"Other")), "");
+    EXPECT_EQ(table.written().find(used), std::string::npos);
+}
+
 TEST(EditStyles, CsvHoldsAllOfATable) {
     for (std::uint32_t seed = 0; seed < seeds; ++seed) {
         for (const TableShape shape : shapes) {

@@ -435,6 +435,14 @@ TEST(Merge, ConflictsKeepOurs) {
                 ElementsAre("media/number_of_copies: 3 -> 4: both have added the file"));
 }
 
+TEST(ReadChanges, WhateverAFileHoldsIsRead) {
+    const auto before = treeOf("n=1\nb=\\00\\\n");
+    const auto after = treeOf("n=196.000  000\nb=\\a word\\\nt=\"a\rb\nu=5 mm, \xC3\xA9\n");
+    const auto made = copyOfTree(*before);
+    expectMade(*made, throughJson(platen::compare(*before, *after)));
+    EXPECT_EQ(piaBodyText(*made), piaBodyText(*after));
+}
+
 TEST(ReadChanges, TextsOfAnyKindAreSafe) {
     const auto colors = treeOf(tableBody(true));
     const auto config = treeOf(fullConfiguration);
@@ -458,6 +466,8 @@ TEST(ReadChanges, TextsOfAnyKindAreSafe) {
         around(R"({"change":"added","place":[],"type":"num","after":"1"})"),
         around(R"({"change":"added","place":["a"],"type":"num","after":1})"),
         around(R"({"change":"added","place":["a"],"type":"num","after":"\"1"})"),
+        around(R"({"change":"added","place":["a"],"type":"num","after":"True"})"),
+        around(R"({"change":"added","place":["a"],"type":"bin","after":"0\\"})"),
         around(R"({"change":"added","place":["a"],"type":"str","after":"1\n}"})"),
         around(R"({"change":"added","place":["a"],"type":"bool","after":"TRUE"})"),
         around(R"({"change":"added","place":[""],"type":"str","after":""})"),

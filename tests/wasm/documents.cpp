@@ -40,9 +40,10 @@ void rewrite(const std::wstring& path, const std::wstring& name) {
     constexpr std::uint64_t limit = 1 << 20;
     complete = !ut::readFile(path, limit, bytes, tooLarge) && complete;
     PiaInput input;
-    if (input.openBytes(bytes.view()) || input.openBody(bytes.view())) {
+    const bool isFile = input.openBytes(bytes.view());
+    if (isFile || input.openBody(bytes.view())) {
         PiaFileOut file;
-        (void)file.write(input.root(), place(name + L".tree").c_str());
+        (void)file.write(input.root(), place(name + (isFile ? L".tree" : L".body")).c_str());
     }
     put(platen::checkJson("sample", platen::checkBytes(bytes.view(), path)), name + L".check");
     write(std::unique_ptr<CPlotStyleTable>(CPlotStyleTable::read(path.c_str())), name + L".ctb");
