@@ -4,8 +4,8 @@
     scripts/examples.py --command build/dev/platen --programs build/dev/examples \
         --library build/dev/c_interface/libplaten_c.so [--update] [PAGE...]
 
-Without pages it takes README.md, docs/*.md and docs/site/**, the Python package's README.md, the
-examples of every command's help and those at the beginning of public headers. Fenced blocks:
+Without pages it takes README.md, docs/*.md and docs/site/**, the Python package's README.md and
+the examples of every command's help. Fenced blocks:
 
     console    lines "$ COMMAND", then what it prints on both outputs; "..." stands for anything, and a
                comment "# exit 2" behind a command for the status that it ends with (0 otherwise)

@@ -1,5 +1,5 @@
-// edit_by_path FILE PATH VALUE: gives an item of any plotter file another value, and leaves all others
-// as they are.
+// edit_by_path FILE PATH VALUE: gives an item of any plotter file another value, and leaves all
+// others as they are.
 #include <platen/edit.h>
 #include <platen/utcore.h>
 
