@@ -341,7 +341,6 @@ int wmain(int count, wchar_t** arguments) {
     fs::create_directory(work / "files");
     SetEnvironmentVariableW(L"TMP", (work / "files").c_str());
     SetEnvironmentVariableW(L"TEMP", (work / "files").c_str());
-    SetEnvironmentVariableW(L"PLATEN_TEST_JSON", L"json");
     // A program that crashes must not wait for somebody to say so.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
 

@@ -101,7 +101,10 @@ TEST_F(BridgeNodesTest, BoundsComeFromThePage) {
     EXPECT_FALSE(print_bridge::setBounds(media, {254, -1}, {0, 0, 100, 100}));
     EXPECT_FALSE(print_bridge::setBounds(media, {254, 127}, {0, 0, 0, 100}));
     EXPECT_FALSE(media.setBounds(nullptr));
-    const wxPrinterDC none;
+    // Unnamed, it would be the default printer's where there is one.
+    wxPrintData nobodys;
+    nobodys.SetPrinterName("platen-no-such-printer");
+    const wxPrinterDC none(nobodys);
     EXPECT_FALSE(media.setBounds(&none));
     EXPECT_NEAR(description.mediaBounds.urx, 210, 1e-9);
 }

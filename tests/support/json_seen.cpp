@@ -26,6 +26,11 @@ std::string runningTest() {
 const std::string& keepJson(const std::string& text) {
     static std::mutex mutex;
     static std::set<std::string> begun;
+    // CTest names it; programs have no paths of the build in them, which others run elsewhere.
+    const char* const named = std::getenv("PLATEN_TEST_JSON");
+    if (named == nullptr) {
+        return text;
+    }
     const std::lock_guard lock(mutex);
     std::ofstream kept;
     for (std::string_view rest = text; !rest.empty();) {
@@ -35,9 +40,7 @@ const std::string& keepJson(const std::string& text) {
             continue;
         }
         if (!kept.is_open()) {
-            // Elsewhere there is no folder of the build.
-            const char* const own = std::getenv("PLATEN_TEST_JSON");
-            const std::filesystem::path folder(own != nullptr ? own : PLATEN_JSON_SEEN);
+            const std::filesystem::path folder(named);
             const std::string name = runningTest();
             std::filesystem::create_directories(folder);
             kept.open(folder / (name + ".jsonl"), begun.insert(name).second

@@ -1,5 +1,6 @@
-/// The JSON that tests see of the library and its command is kept in a folder of the build, where
-/// it is held against its schemas once all tests are done (scripts/schemas.py).
+/// The JSON that tests see of the library and its command is kept in the folder that
+/// PLATEN_TEST_JSON names, where it is held against its schemas once all tests are done
+/// (scripts/schemas.py).
 #pragma once
 
 #include <string>
