@@ -56,7 +56,7 @@ void changing(const Settings& settings) {
         std::mt19937 random(settings.seed);
         for (int round = 1; !stopped; ++round) {
             writeInPlace(path, files[round % 2], random);
-            waitMicroseconds(random() % 1000);
+            waitMicroseconds(random() % 8000);
         }
     });
     struct Stop {
