@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <platen/utcore.h>
+#include <platen/utcore_replace.h>
 #include "platform/utcore/file_system.h"
 #include "tests/support/files.h"
 
@@ -123,6 +124,66 @@ TEST_F(Files, ReplaceLeavesTheOldFileWhateverFails) {
     EXPECT_EQ(actions,
               (std::vector<std::string>{"find", "create", "write", "write", "write", "write",
                                         "write", "permissions", "flush", "close", "rename"}));
+}
+
+/// Notes a file that stands beside the destination while it is written.
+class WatchedFiles : public FailingFiles {
+public:
+    WatchedFiles() : FailingFiles(-1) {}
+    ut::SystemError create(const std::wstring& path, bool replaces, File& file,
+                           File& held) override {
+        temporary = path;
+        return FailingFiles::create(path, replaces, file, held);
+    }
+    std::wstring temporary;
+};
+
+TEST_F(Files, ReplaceTakesAwayWhatAKilledOneLeftAndWaitsForALiveOne) {
+    const std::wstring file = path(L"table.ctb");
+    writeBytes(native(file), "old");
+    WatchedFiles files;
+    bool refused = true;
+    // The other one is in the middle when this one comes.
+    const auto other = [&] {
+        const ut::SystemError error = ut::replaceFile(files, file, pieces, {}, refused);
+        EXPECT_EQ(error.code, files.taken().code);
+        EXPECT_GE(files.pauses, 1000);
+        EXPECT_EQ(entries(), 2u);
+        return true;
+    };
+    ASSERT_FALSE(ut::replaceFile(file, std::vector<std::string_view>{"first"}, other, refused));
+    EXPECT_EQ(content(file), "first");
+    EXPECT_EQ(entries(), 1u);
+
+    for (const bool replaces : {true, false}) {
+        writeBytes(native(files.temporary), "what a killed one left");
+        if (replaces) {
+            ASSERT_FALSE(ut::replaceFile(file, pieces));
+        } else {
+            ut::removeAbandoned(file);
+        }
+        EXPECT_EQ(content(file), "headthe body");
+        EXPECT_EQ(entries(), 1u);
+    }
+    // What is none of ours stays, and does not stand in the way.
+    fs::create_directory(native(files.temporary));
+    ASSERT_FALSE(ut::replaceFile(file, {}));
+    EXPECT_EQ(content(file), "");
+    EXPECT_EQ(entries(), 2u);
+}
+
+TEST_F(Files, ReplaceAsksOnceTheNewContentIsThere) {
+    const std::wstring file = path(L"table.ctb");
+    writeBytes(native(file), "old");
+    bool refused = false;
+    const auto no = [&] {
+        EXPECT_EQ(entries(), 2u);
+        return false;
+    };
+    EXPECT_FALSE(ut::replaceFile(file, pieces, no, refused));
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(content(file), "old");
+    EXPECT_EQ(entries(), 1u);
 }
 
 TEST_F(Files, ReplaceReportsWhatStandsInTheWay) {

@@ -119,9 +119,13 @@ TEST_F(PrinterPapers, AreAsManyAsWereCountedUnlessNoneCome) {
     ASSERT_TRUE(ask(lists));
     EXPECT_TRUE(lists.ids.size() == 2 && lists.names.size() == 2 && lists.dims.size() == 2);
     wut::onPrinterSettingsChanged(OdString());
+    plotter_.whenAsked = [this](WORD, bool counts) { plotter_.papers.resize(counts ? 2 : 5000); };
+    ASSERT_TRUE(ask(lists));
+    EXPECT_TRUE(lists.ids.size() == 2 && lists.names.size() == 2 && lists.dims.size() == 2);
+    wut::onPrinterSettingsChanged(OdString());
     plotter_.whenAsked = [this](WORD, bool counts) { plotter_.papers.resize(counts ? 2 : 0); };
     EXPECT_FALSE(ask(lists));
-    for (const int count : {-1, 0, 65536, 0x7FFFFFFF}) {
+    for (const int count : {-1, 0, -32768, 65536, 0x7FFFFFFF}) {
         plotter_.counts = {{DC_PAPERS, count}, {DC_PAPERNAMES, count}, {DC_PAPERSIZE, count}};
         EXPECT_FALSE(ask(lists)) << count;
         EXPECT_TRUE(lists.ids.isEmpty() && lists.names.isEmpty() && lists.dims.isEmpty()) << count;

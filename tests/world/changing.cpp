@@ -56,7 +56,7 @@ void changing(const Settings& settings) {
         std::mt19937 random(settings.seed);
         for (int round = 1; !stopped; ++round) {
             writeInPlace(path, files[round % 2], random);
-            waitMicroseconds(random() % 1000);
+            waitMicroseconds(random() % 3000);
         }
     });
     struct Stop {
@@ -79,6 +79,8 @@ void changing(const Settings& settings) {
             require(!source.input().report().failure().value_or(PiaFinding{}).describe().empty(),
                     "a file was refused without a word");
             ++refused;
+            // The other one may not have a processor in the middle of writing.
+            waitMicroseconds(round % 300);
         }
     }
     std::cout << "changing: " << settings.rounds << " reads of a file that is cut and rewritten, "

@@ -14,7 +14,7 @@ mkdir disk memory
 device=
 as=()
 # What is on a disk besides the documents.
-ignored=filler
+ignored='filler*'
 
 finish() {
     umount disk 2>/dev/null || true
@@ -59,18 +59,16 @@ refused() {
 
 # Puts the files onto the disk.
 furnish() {
-    rm -rf disk/lost+found
     "$platen" create ctb -o disk/table.ctb
     "$platen" create pc3 --device "Print As PDF" -o disk/plan.pc3
     "$platen" paper add disk/plan.pc3 --name Roll --size 900x2000 --units mm >said || fail "$(cat said)"
 }
 
-# Takes all the room that is left in a folder. File systems keep some until they know better.
+# Takes all the room that is left in a folder: the last of it only small files get.
 fill() {
-    for _ in 1 2 3; do
-        cat /dev/zero >>"$1/filler" 2>said || true
-        sync -f "$1/filler"
-    done
+    local number=0
+    cat /dev/zero >"$1/filler" 2>said || true
+    while head -c 4096 /dev/zero 2>said >"$1/filler$number"; do number=$((number + 1)); done
 }
 
 # Mounts a small file system that is in a file of FOLDER.
@@ -80,9 +78,9 @@ mount_file() {
     shift
     truncate -s 4M "$image"
     # What is left below a page is not given out in blocks that are smaller.
-    mkfs.ext4 -q -F -b 4096 "$@" "$image" 2>said || impossible "$(cat said)"
+    mkfs.ext4 -q -F -b 4096 -m 0 "$@" "$image" 2>said || impossible "$(cat said)"
     device=$(losetup -f --show "$image" 2>said) || impossible "$(cat said)"
-    mount "$device" disk 2>said || impossible "$(cat said)"
+    mount -o nodelalloc "$device" disk 2>said || impossible "$(cat said)"
 }
 
 case $kind in
@@ -106,7 +104,7 @@ case $kind in
         furnish
         fill disk
         refused "No space left"
-        rm disk/filler
+        rm disk/filler*
         mount -o remount,ro disk
         refused "Read-only"
         ;;
