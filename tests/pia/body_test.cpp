@@ -291,6 +291,7 @@ TEST(BodyWriter, WarnsOfWhatDoesNotReadBack) {
         {"brace in item", Num, L"a{b", L"1", false, true},
         {"brace in block", Block, L"a{b", L"", false, false},
         {"closing, root", Num, L"a}b", L"1", false, true},
+        {"closing, root block", Block, L"a}b", L"", false, true},
         {"closing, inner", Num, L"a}b", L"1", true, false},
         {"closing block", Block, L"a}b", L"", true, false},
         {"no number", Num, L"a", L"", false, false},

@@ -114,10 +114,10 @@ TEST(PlotStyleFile, EveryRequiredKeyIsNamedWhenItIsMissing) {
              [](const Lines& lines) { return body(style("0"), {}, lines); });
     EXPECT_EQ(faultOf(text(settingLines)), "key-missing plot_style");
     // Of the type that the style before has.
-    PiaInput input;
-    CPlotStyleTable table;
-    ASSERT_TRUE(input.openBody(body(style("0") + edited(style("1"), "screen=", "screen=\""))));
-    EXPECT_FALSE(table.init(input));
+    const TemporaryFolder folder;
+    writeBytes(folder.path("a.stb"),
+               fileAround(body(style("0") + edited(style("1"), "screen=", "screen=\""))));
+    EXPECT_EQ(CPlotStyleTable::read(folder.wide("a.stb").c_str()), nullptr);
 }
 
 TEST(PlotStyleFile, FaultsOfTables) {
