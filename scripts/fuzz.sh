@@ -168,5 +168,4 @@ main() {
     esac
 }
 
-main "$@"
-exit
+main "$@"; exit
