@@ -99,7 +99,9 @@ prove() { # [FAULT]
     local copy=$found/prove patch name status failed=0 total=0
     mkdir -p "$copy"
     # Files that are as they were keep their times, so that little is built.
-    (cd "$root" && git ls-files -z | tar -c --null -T - | tar -x -C "$copy" --keep-newer-files 2>/dev/null) || true
+    git -C "$root" ls-files -z | while IFS= read -r -d '' file; do
+        cmp -s "$root/$file" "$copy/$file" || install -D -p "$root/$file" "$copy/$file"
+    done
     for patch in "$root"/fuzz/faults/${1:-*}.patch; do
         name=$(sed -n '1s/^fuzzer: //p' "$patch")
         apply "$copy" "$patch" || die "$patch does not fit"
@@ -166,5 +168,4 @@ main() {
     esac
 }
 
-main "$@"
-exit
+main "$@"; exit

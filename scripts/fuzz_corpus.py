@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
 """Takes inputs of a minimised corpus into the one that is kept: fuzz_corpus.py FRESH KEPT
 
-Inputs that people have named stay. Of the others at most 150 are kept and 300 KB, the smallest first,
-named by the first letters of their digest; those that were kept before and are not in FRESH go.
+Inputs that people have named stay. Of the others at most 120 are kept and 250 KB, small and large ones
+alike, named by the first letters of their digest; those that were kept before and are not in FRESH go.
 """
 import hashlib
 import os
 import re
 import sys
 
-MOST_INPUTS = 150
-MOST_BYTES = 300_000
+MOST_INPUTS = 120
+MOST_BYTES = 250_000
 
 
 def main():
@@ -28,9 +28,11 @@ def main():
     for name in os.listdir(fresh):
         with open(os.path.join(fresh, name), "rb") as file:
             inputs.append(file.read())
+    fresh_ones = sorted(set(inputs) - set(named), key=lambda each: (len(each), each))
+    step = max(1, -(-len(fresh_ones) // MOST_INPUTS))
     taken = size = 0
-    for content in sorted(set(inputs) - set(named), key=lambda each: (len(each), each)):
-        if taken == MOST_INPUTS or size + len(content) > MOST_BYTES:
+    for content in fresh_ones[::step]:
+        if size + len(content) > MOST_BYTES:
             break
         with open(os.path.join(kept, hashlib.sha256(content).hexdigest()[:12]), "wb") as file:
             file.write(content)
