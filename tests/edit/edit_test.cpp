@@ -75,8 +75,11 @@ TEST(EditFiles, ComeBackInTheirForm) {
         EXPECT_EQ(again.headerKind(), form == FileForm::Compressed ? PiaKind::Stb : PiaKind::Pc3);
         EXPECT_TRUE(equalTrees(*again.input().root(), *file.input().root()));
     }
-    // Body text has no mark of its own.
+    // Body text has no mark of its own, but those of the others are none of its.
     platen::SourceFile bare;
+    writeBytes(folder.path("brace"), "{\n}\n");
+    EXPECT_FALSE(bare.read(folder.wide("brace")));
+    EXPECT_EQ(bare.input().report().failure()->code, PiaCode::JsonNoData);
     EXPECT_FALSE(bare.read(path, {}, platen::SourceFile::Accept::OnlyFiles));
     EXPECT_EQ(bare.input().root(), nullptr);
     EXPECT_FALSE(bare.read(folder.wide("none")));

@@ -61,6 +61,13 @@ std::string colourBody() {
     return bodyOfDocument(*table);
 }
 
+/// A named table that says which style each colour has.
+std::string indexedBody() {
+    const std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(false, L"Indexed"));
+    table->addACI(std::vector<int>(CAciTable::count).data());
+    return bodyOfDocument(*table);
+}
+
 std::string namedBody(const std::string& from = {}, const std::string& to = {}) {
     const std::unique_ptr<CPlotStyleTable> table(CPlotStyleTable::create(false, L"Named"));
     table->addStyle(L"Walls", -1, nullptr);
@@ -261,6 +268,7 @@ TEST(Repair, DocumentsGetWhatReadersAskFor) {
         {colourBody(), " 4=\"Color_5\n", "", "colour-style", " 4=\"Color_5\n"},
         {colourBody(), " 4=\"Color_5\n", " 3=\"Color_5\n", "entry-renumbered", " 4=\"Color_5\n"},
         {colourBody(), "available=TRUE", "available=FALSE", "value-default", "available=TRUE"},
+        {indexedBody(), "  screen=100\n", "", "key-default", "  screen=100\n"},
         {colourBody(), " 26=2.110000\n", " 26=thick\n", "value-default", " 26=2.110000\n"},
         {colourBody(), " 26=2.110000\n", "", "key-default", " 26=2.110000\n"},
     };
@@ -271,9 +279,9 @@ TEST(Repair, DocumentsGetWhatReadersAskFor) {
         const auto replaced = [&, &from = from, &body = body](const std::string& text) {
             return std::string(body).replace(place, from.size(), text);
         };
-        const PiaKind kind = body.find("plot_style{") == body.npos  ? PiaKind::Pc3
-                             : body.find("aci_table{") == body.npos ? PiaKind::Stb
-                                                                    : PiaKind::Ctb;
+        const PiaKind kind = body.find("plot_style{") == body.npos ? PiaKind::Pc3
+                             : body.find("254{") == body.npos      ? PiaKind::Stb
+                                                                   : PiaKind::Ctb;
         const platen::RepairResult result = platen::repair(fileAround(replaced(to), kind));
         EXPECT_EQ(codesOf(result), codes);
         EXPECT_EQ(bodyOf(result.bytes), replaced(becomes));

@@ -84,8 +84,9 @@ TEST(EditStyles, CsvHoldsAllOfATable) {
         for (const TableShape shape : shapes) {
             const Opened table(RandomTable(seed, shape, false).body());
             const std::string csv = platen::tableCsv(table.editor.table());
-            // Nothing of a style stands in the row of the table.
+            // A row has nothing of the one before it.
             EXPECT_NE(csv.find("\ntable,,"), std::string::npos);
+            EXPECT_NE(csv.find(" mm,,,,,,,"), std::string::npos);
             const std::unique_ptr<CPlotStyleTable> made(
                 CPlotStyleTable::create(shape == TableShape::ByColour, L""));
             PiaBlock root(L"");

@@ -69,6 +69,11 @@ TEST(PmpDocument, PartsAreDocumentsOfTheirOwn) {
     };
     expectReadAndWritten<ModNode>(blockAt(L"mod"));
     expectReadAndWritten<ModNode::MediaNode>(blockAt(L"mod/media"));
+    expectReadAndWritten<PmpSizeNode>(blockAt(L"mod/media/size"));
+    expectReadAndWritten<PmpSizeNode::PaperSize>(blockAt(L"mod/media/size/0"));
+    expectReadAndWritten<PmpDescriptionNode>(blockAt(L"mod/media/description"));
+    expectReadAndWritten<PmpDescriptionNode::PaperSizeDescription>(
+        blockAt(L"mod/media/description/0"));
     expectReadAndWritten<UdmNode>(blockAt(L"udm"));
     expectReadAndWritten<UdmNode::MediaNode>(blockAt(L"udm/media"));
     expectReadAndWritten<HiddenNode>(blockAt(L"hidden"));
