@@ -201,7 +201,8 @@ SUBJECTS = {
     "Applications with wxWidgets": tuple(
         "gui gui_images gui_look gui_os gui_text gui_windows print wx_layer log".split()
     ),
-    "What a host brings": ("oda", "utcore", "utcore_host", "utcore_theme", "platen_api"),
+    "What a host brings": ("oda", "utcore", "utcore_host", "utcore_replace", "utcore_theme",
+                           "platen_api"),
 }
 
 
