@@ -127,6 +127,19 @@ void order(std::string_view bytes) {
     }
 }
 
+/// Whether a part of a path ends in a dot or a blank, which Windows takes off where it makes a path
+/// full.
+bool hasPartThatIsCut(const std::wstring& path) {
+    for (std::size_t index = 0; index < path.size(); ++index) {
+        const bool last =
+            index + 1 == path.size() || path[index + 1] == L'/' || path[index + 1] == L'\\';
+        if (last && (path[index] == L'.' || path[index] == L' ')) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void paths(std::string_view bytes) {
     const std::wstring path = ut::decodePath(bytes);
     if (path.find(L'\0') != std::wstring::npos) {
@@ -135,6 +148,7 @@ void paths(std::string_view bytes) {
     const ut::FileName name(path);
     const std::wstring full = name.getFullPath();
     require(ut::FileName(full).getFullPath() == full);
+    require(name == ut::FileName(full) || path.empty() || hasPartThatIsCut(path));
     require(ut::fileNameOf(path).find_first_of(L"/\\") == std::wstring_view::npos);
     const std::wstring renamed = ut::withExtension(path, L"ctb");
     require(ut::fileNameOf(path).empty() || ut::hasExtension(renamed, L"CTB"));
