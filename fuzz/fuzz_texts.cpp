@@ -1,6 +1,7 @@
 // Texts, numbers and paths below the documents, each against a law or a plain second way.
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -73,7 +74,7 @@ void numbers(std::string_view bytes) {
         double one = 0;
         double other = 0;
         require(ut::scanDouble(bytes, one) == ut::scanDouble(wide, other));
-        require(std::memcmp(&one, &other, sizeof one) == 0);
+        require(std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other));
         // The C library in its own locale, as far as it reads the same.
         const std::string text(bytes);
         char* end = nullptr;
