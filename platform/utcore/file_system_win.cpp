@@ -236,10 +236,19 @@ public:
     }
 
     SystemError rename(const std::wstring& from, const std::wstring& to) override {
-        return MoveFileExW(native(from).c_str(), native(to).c_str(),
-                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE
-                   ? SystemError{}
-                   : lastError("rename");
+        // Whoever reads a file keeps it from being replaced for that moment, even if he shares it.
+        for (int moments = 100;; --moments) {
+            if (MoveFileExW(native(from).c_str(), native(to).c_str(),
+                            MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
+                return {};
+            }
+            const SystemError error = lastError("rename");
+            if ((error.code != ERROR_ACCESS_DENIED && error.code != ERROR_SHARING_VIOLATION) ||
+                moments == 0) {
+                return error;
+            }
+            pause();
+        }
     }
 
     void remove(const std::wstring& path) override { DeleteFileW(native(path).c_str()); }
