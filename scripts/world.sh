@@ -35,5 +35,5 @@ figures "$world" handles $((10000 / quick)) "$seed"
 for kind in device limit memory full flush quota; do
     figures "$root/tests/world/disks_test.sh" "$root/build/dev/platen" "$kind"
 done
-TSAN_OPTIONS=halt_on_error=1 figures "$root/build/tsan/tests/world/platen_world" threads $((100 / quick)) "$seed"
+TSAN_OPTIONS=halt_on_error=1 figures "$root/build/tsan/tests/world/platen_world" threads $((20 / quick)) "$seed"
 exit "$status"

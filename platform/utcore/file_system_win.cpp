@@ -236,10 +236,24 @@ public:
     }
 
     SystemError rename(const std::wstring& from, const std::wstring& to) override {
-        return MoveFileExW(native(from).c_str(), native(to).c_str(),
-                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE
-                   ? SystemError{}
-                   : lastError("rename");
+        // Whoever reads a file keeps it from being replaced for that moment, even if he shares it.
+        // What never can be replaced is refused at once.
+        const DWORD attributes = GetFileAttributesW(native(to).c_str());
+        const bool isReplaceable =
+            attributes == INVALID_FILE_ATTRIBUTES ||
+            (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) == 0;
+        for (int moments = 100;; --moments) {
+            if (MoveFileExW(native(from).c_str(), native(to).c_str(),
+                            MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
+                return {};
+            }
+            const SystemError error = lastError("rename");
+            if ((error.code != ERROR_ACCESS_DENIED && error.code != ERROR_SHARING_VIOLATION) ||
+                !isReplaceable || moments == 0) {
+                return error;
+            }
+            pause();
+        }
     }
 
     void remove(const std::wstring& path) override { DeleteFileW(native(path).c_str()); }

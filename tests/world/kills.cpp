@@ -122,6 +122,8 @@ using Whole = std::vector<std::set<std::string>>;
 Counts killOften(const Writer& writer, std::size_t rounds, std::mt19937& random) {
     const TemporaryFolder temporary;
     const std::string folder = temporary.path("").parent_path().string();
+    const TemporaryFolder beside;
+    const std::string begun = beside.path("started").string();
     prepare(writer, folder);
     Whole whole(writer.files.size());
     using Clock = std::chrono::steady_clock;
@@ -142,11 +144,14 @@ Counts killOften(const Writer& writer, std::size_t rounds, std::mt19937& random)
     Counts counts;
     std::vector<std::string> before = contents(writer, folder);
     for (std::size_t round = 0; round < rounds; ++round) {
-        const std::vector<std::string> arguments{"child", "write", writer.name, folder,
-                                                 std::to_string(random() % 2)};
+        const std::vector<std::string> arguments{
+            "child", "write", writer.name, folder, std::to_string(random() % 2), begun};
+        fs::remove(begun);
         Process process(ownProgram(), arguments);
-        // It needs a few milliseconds to come so far.
-        waitMicroseconds(1000 + random() % (4 * each + 6000));
+        while (!fs::exists(begun)) {
+            waitMicroseconds(100);
+        }
+        waitMicroseconds(random() % (3 * each));
         process.kill();
         ++counts.killed;
         const std::vector<std::string> now = contents(writer, folder);
@@ -259,6 +264,7 @@ int child(std::span<const std::string> arguments) {
     }
     const auto writer = std::ranges::find(
         writers(), arguments[2], [](const Writer& each) { return std::string(each.name); });
+    writeBytes(arguments[5], "");
     for (std::size_t round = number;; ++round) {
         writer->write(arguments[3], round);
     }
