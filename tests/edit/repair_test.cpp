@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <regex>
 
 #include <platen/edit.h>
 #include <platen/inspect.h>
@@ -324,7 +325,7 @@ TEST(Repair, AnAssumptionSaysWhereAndWhat) {
         {edited(fullConfiguration, "io{\n", "io{\n x=\"" + longValue + longValue + "\n"), L"io",
          std::wstring(293, L'x'), L" x=\"" + std::wstring(507, L'x')},
         {fullConfiguration + "7=\"x" + longValue + "\n7=\"" + longValue + "\n", L"7",
-         std::wstring(400, L'x'), std::wstring(401, L'x')},
+         L"\"" + std::wstring(400, L'x'), L"\"" + std::wstring(401, L'x')},
         {namedBody(" 1{\n", " 7{\n"), L"plot_style/1", L"7", L"1"},
     };
     for (const auto& [body, path, found, taken] : cases) {
