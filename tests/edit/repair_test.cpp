@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <regex>
 
 #include <platen/edit.h>
 #include <platen/inspect.h>
@@ -314,9 +315,36 @@ TEST(Repair, AnAssumptionSaysWhereAndWhat) {
     const platen::RepairResult dropped = platen::repair(twice);
     ASSERT_EQ(codesOf(dropped), "duplicate-dropped");
     EXPECT_EQ(dropped.assumptions[0].found, std::wstring(500, L'x'));
-    const platen::RepairResult counted = platen::repair(twice, {.most = 0});
-    EXPECT_EQ(codesOf(counted), "");
-    EXPECT_EQ(counted.omittedAssumptions, 1U);
+    const std::string longValue(400, 'x');
+    const struct {
+        std::string body;
+        std::wstring path;
+        std::wstring found;
+        std::wstring taken;
+    } cases[] = {
+        {edited(fullConfiguration, "io{\n", "io{\n x=\"" + longValue + longValue + "\n"), L"io",
+         std::wstring(293, L'x'), L" x=\"" + std::wstring(507, L'x')},
+        {fullConfiguration + "7=\"x" + longValue + "\n7=\"" + longValue + "\n", L"7",
+         L"\"" + std::wstring(400, L'x'), L"\"" + std::wstring(401, L'x')},
+        {namedBody(" 1{\n", " 7{\n"), L"plot_style/1", L"7", L"1"},
+    };
+    for (const auto& [body, path, found, taken] : cases) {
+        const platen::Assumption first = platen::repair(body).assumptions.at(0);
+        EXPECT_EQ(ut::encodeUtf8(first.path), ut::encodeUtf8(path));
+        EXPECT_EQ(ut::encodeUtf8(first.found), ut::encodeUtf8(found));
+        EXPECT_EQ(ut::encodeUtf8(first.taken), ut::encodeUtf8(taken));
+    }
+    // What stands in a block that is left out goes with it, what stands behind it stays.
+    const std::string box = "box{\n " + longName + "{\n }\n";
+    const std::string lost = " " + longName + "{\n  c{\n   d=1\n  }\n  b=1\n }\n";
+    const std::string whole = fullConfiguration + box + lost + " z=1\n}\n";
+    const auto flat = [](const std::string& text) {
+        return std::regex_replace(text, std::regex("\n +"), "\n");
+    };
+    for (const std::string& text : {whole, flat(whole)}) {
+        EXPECT_EQ(flat(bodyOf(platen::repair(fileAround(text, PiaKind::Pc3)).bytes)),
+                  flat(fullConfiguration + box + " z=1\n}\n"));
+    }
 }
 
 TEST(Repair, JsonIsKeptUpToItsFault) {

@@ -71,6 +71,7 @@ TEST_F(CommandCsvTest, FaultsSayWhereAndWriteNothing) {
         {"", "no row with the names"},
         {"name,screening\nNobody,1\n", "row 2, column 1 (name): a colour table"},
         {"number,localized_name\n1,Color 2\n", "row 2, column 2 (localized_name): another style"},
+        {"number,name\n1,Color_2\n", "row 2: another style"},
         {"number,name\n1, \n", "row 2, column 2 (name)"},
         {"number,description\n1,\xE4\n", "row 2, column 2: the text is not UTF-8"},
         {"number,description\n1,\"open\n", "row 2, column 2: the quote"},

@@ -179,6 +179,10 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
          "number_of_copies=+3.00000000000000000001",
          {"media/number_of_copies: 3 -> +3.00000000000000000001"}},
         {fullParameters, " dm_driver_version=1025\n", "", {"meta/dm_driver_version: 1025 -> 0"}},
+        {fullConfiguration,
+         " 5{\n  name=\"PdfExport\n  value=FALSE\n }\n",
+         "",
+         {"Custom property \"PdfExport\": removed: FALSE"}},
         {withOthers, "   name=\"A", "   name=\"B", {"media/others/0/name: \"A\" -> \"B\""}},
         {fullConfiguration, " ism_max=0\n", "", {"res_color_mem/ism_max: 0 -> 6"}},
         {fullConfiguration, " type=\"roll", " type_name=\"roll", {}},
@@ -213,6 +217,13 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
         const auto before = treeOf(body);
         EXPECT_EQ(linesBetween(*before, *treeOf(edited(body, from, to))), lines) << to;
     }
+    // Letters of digits, and of what is none.
+    const auto full = treeOf(fullConfiguration);
+    EXPECT_THAT(linesBetween(*full, *with(*full, {L"custom/2/value:bin=00ffab"})), IsEmpty());
+    EXPECT_EQ(linesBetween(*treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00gF\\")),
+                           *treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00GF\\")))
+                  .size(),
+              1U);
 }
 
 TEST(Compare, GathersStyles) {
@@ -233,6 +244,10 @@ TEST(Compare, GathersStyles) {
     EXPECT_THAT(
         linesBetween(*colors, *with(*colors, {L"plot_style/0/name=Red", L"aci_table/0=Red"})),
         ElementsAre("Color 1: name \"Color_1\" -> \"Red\""));
+    const auto renamed = with(*colors, {L"plot_style/0/name=Red", L"aci_table/0=Red"});
+    const auto target = copyOfTree(*colors);
+    expectMade(*target, platen::compare(*colors, *renamed).differences);
+    EXPECT_TRUE(equalTrees(*target, *renamed));
 
     const auto named = treeOf(tableBody(false));
     const auto more = copyOfTree(*named);
@@ -241,6 +256,7 @@ TEST(Compare, GathersStyles) {
     ASSERT_TRUE(style.write(
         static_cast<PiaBlock&>(*more->findItem(L"plot_style", PiaItemType::Block)), 1, false));
     EXPECT_THAT(linesBetween(*named, *more), ElementsAre("Style \"Wall_\\x1B\": added"));
+    EXPECT_EQ(platen::compare(*named, *more).differences.at(0).millimetresAfter, 0.0);
     EXPECT_THAT(linesBetween(*named, *with(*named, {L"custom_lineweight_table/8=0.27",
                                                     L"plot_style/0/lineweight=8"})),
                 ElementsAre("Style \"Normal\": lineweight 0 mm -> 0.27 mm",

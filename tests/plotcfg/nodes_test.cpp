@@ -16,6 +16,21 @@ TEST(PlotConfiguration, IsWrittenBackAsItWas) {
     }
 }
 
+TEST(PlotConfiguration, PartsAreDocumentsOfTheirOwn) {
+    PiaInput input;
+    ASSERT_TRUE(input.openBody(fullConfiguration));
+    expectReadAndWritten<CMetaNode>(input, L"meta");
+    expectReadAndWritten<CMediaNode>(input, L"media");
+    expectReadAndWritten<CMediaNode::CSizeNode>(input, L"media/size");
+    expectReadAndWritten<CMediaNode::CSizeNode::CMediaDescriptionNode>(
+        input, L"media/size/media_description");
+    expectReadAndWritten<CMediaNode::CDestinationNode>(input, L"media/destination");
+    expectReadAndWritten<CMediaNode::CustomPapersNode>(input, L"media/custom_papers");
+    expectReadAndWritten<CIoNode>(input, L"io");
+    expectReadAndWritten<CResColorMemNode>(input, L"res_color_mem");
+    expectReadAndWritten<CResColorMemNode::CResolutionNode>(input, L"res_color_mem/resolution");
+}
+
 TEST(PlotConfiguration, AnyKeyMayBeMissing) {
     expectOthersAreNeeded(
         fullConfiguration,

@@ -118,6 +118,12 @@ TEST(PlotStyleFile, EveryRequiredKeyIsNamedWhenItIsMissing) {
     writeBytes(folder.path("a.stb"),
                fileAround(body(style("0") + edited(style("1"), "screen=", "screen=\""))));
     EXPECT_EQ(CPlotStyleTable::read(folder.wide("a.stb").c_str()), nullptr);
+    writeBytes(
+        folder.path("a.stb"),
+        fileAround(body(style("0") + edited(style("1"), "linetype=TRUE", "linetype=FALSE"))));
+    const std::unique_ptr<CPlotStyleTable> read(
+        CPlotStyleTable::read(folder.wide("a.stb").c_str()));
+    EXPECT_TRUE(read->style(0)->isAdaptiveLinetype() && !read->style(1)->isAdaptiveLinetype());
 }
 
 TEST(PlotStyleFile, FaultsOfTables) {
@@ -314,10 +320,13 @@ TEST(PlotStyleFile, NothingIsWrittenTwice) {
     EXPECT_FALSE(table->writeToBlock(tree.root()));
     EXPECT_TRUE(table->style(0)->write(tree.root(), -1, false));
     EXPECT_FALSE(table->style(0)->write(tree.root(), -1, false));
-    for (const int index : {-1, 255}) {
-        EXPECT_FALSE(table->writeAciEntry(tree.root(), index));
+    for (const int index : {-1, 27, 255}) {
+        EXPECT_FALSE(table->writeAciEntry(tree.root(), index) && index != 27);
         EXPECT_FALSE(table->writeCLW(tree.root(), index));
     }
+    PiaTree taken;
+    ASSERT_NE(taken.root().addBlock(L"custom_lineweight_table"), nullptr);
+    EXPECT_FALSE(table->writeToBlock(taken.root()));
 }
 
 // No reader would take such a number, so that writing it would lose the table.

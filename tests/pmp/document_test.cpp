@@ -53,31 +53,21 @@ TEST(PmpDocument, HiddenPartIsOptional) {
     }
 }
 
-template <class Part>
-void expectReadAndWritten(const PiaBlock& block) {
-    Part part;
-    PiaTree tree;
-    EXPECT_TRUE(part.init(block) && part.write(tree.root()));
-    EXPECT_EQ(piaBodyText(tree.root()), piaBodyText(block));
-}
-
 TEST(PmpDocument, PartsAreDocumentsOfTheirOwn) {
     PiaInput input;
     ASSERT_TRUE(input.openBody(fullParameters));
-    const auto blockAt = [&](const wchar_t* path) -> const PiaBlock& {
-        return static_cast<const PiaBlock&>(*piaFindItems(*input.root(), path).at(0));
-    };
-    expectReadAndWritten<ModNode>(blockAt(L"mod"));
-    expectReadAndWritten<ModNode::MediaNode>(blockAt(L"mod/media"));
-    expectReadAndWritten<PmpSizeNode>(blockAt(L"mod/media/size"));
-    expectReadAndWritten<PmpSizeNode::PaperSize>(blockAt(L"mod/media/size/0"));
-    expectReadAndWritten<PmpDescriptionNode>(blockAt(L"mod/media/description"));
-    expectReadAndWritten<PmpDescriptionNode::PaperSizeDescription>(
-        blockAt(L"mod/media/description/0"));
-    expectReadAndWritten<UdmNode>(blockAt(L"udm"));
-    expectReadAndWritten<UdmNode::MediaNode>(blockAt(L"udm/media"));
-    expectReadAndWritten<HiddenNode>(blockAt(L"hidden"));
-    expectReadAndWritten<HiddenNode::MediaNode>(blockAt(L"hidden/media"));
+    expectReadAndWritten<ModNode>(input, L"mod");
+    expectReadAndWritten<ModNode::MediaNode>(input, L"mod/media");
+    expectReadAndWritten<PmpSizeNode>(input, L"mod/media/size");
+    expectReadAndWritten<PmpSizeNode::PaperSize>(input, L"mod/media/size/0");
+    expectReadAndWritten<PmpDescriptionNode>(input, L"mod/media/description");
+    expectReadAndWritten<PmpDescriptionNode::PaperSizeDescription>(input,
+                                                                   L"mod/media/description/0");
+    expectReadAndWritten<UdmNode>(input, L"udm");
+    expectReadAndWritten<UdmNode::CalibrationNode>(input, L"udm/calibration");
+    expectReadAndWritten<UdmNode::MediaNode>(input, L"udm/media");
+    expectReadAndWritten<HiddenNode>(input, L"hidden");
+    expectReadAndWritten<HiddenNode::MediaNode>(input, L"hidden/media");
 }
 
 TEST(PmpDocument, ListsTakeEveryBlock) {
@@ -289,7 +279,8 @@ TEST(PmpDocument, KnowsWhereItWasWritten) {
     PiaReport report;
     EXPECT_FALSE(document.write(nullptr, &report));
     EXPECT_EQ(report.failure()->code, PiaCode::FileUnwritable);
-    EXPECT_FALSE(document.write(folder.wide("no folder/x.pmp").c_str()));
+    EXPECT_FALSE(document.write(folder.wide("no folder/x.pmp").c_str(), &report));
+    EXPECT_NE(report.failure()->expected, L"a path");
     EXPECT_TRUE(document.filePath.isEmpty());
     EXPECT_EQ(document.userDefinedModelPathname, L"before");
 

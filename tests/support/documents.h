@@ -49,6 +49,16 @@ inline std::string warningsOf(const PiaReport& report) {
     return text;
 }
 
+/// A part of a document is read and written as what stands at `path`.
+template <class Part>
+void expectReadAndWritten(const PiaInput& input, const wchar_t* path) {
+    const auto& block = static_cast<const PiaBlock&>(*piaFindItems(*input.root(), path).at(0));
+    Part part;
+    PiaTree tree;
+    EXPECT_TRUE(part.init(block) && part.write(tree.root()));
+    EXPECT_EQ(piaBodyText(tree.root()), piaBodyText(block));
+}
+
 /// Spoils the items of a body one by one. In lists and optional blocks a fault costs that part,
 /// everywhere else the document that `read(body, &report)` returns.
 /// `optional`: what the paths of such items begin with, beside those of the meta node.
