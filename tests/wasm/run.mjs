@@ -7,4 +7,6 @@ const wasi = new WASI({
     version: 'preview1', args: [program, ...args], preopens: { '/': '/' }, returnOnExit: true,
 });
 const module = await WebAssembly.compile(await readFile(program));
-process.exitCode = wasi.start(await WebAssembly.instantiate(module, wasi.getImportObject()));
+// Debian 12's Node has no getImportObject().
+const imports = { wasi_snapshot_preview1: wasi.wasiImport };
+process.exitCode = wasi.start(await WebAssembly.instantiate(module, imports));
