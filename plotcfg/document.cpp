@@ -91,7 +91,6 @@ bool CPlotCfg3::init(PiaInput& input, bool& printerChanged) {
     }
     checkIfBuiltInDevice();
     printerChanged = builtInDevice_ == nullptr && resolvePrinterByDriver();
-    initMaxPaperDimensions();
     return true;
 }
 
@@ -122,9 +121,6 @@ CPlotCfg3* CPlotCfg3::create(const wchar_t* deviceName) {
     std::unique_ptr<CPlotCfg3> config = createForBuiltInDevice(name.c_str());
     if (!config) {
         config = createForPrinter(name);
-    }
-    if (config) {
-        config->initMaxPaperDimensions();
     }
     return config.release();
 }
