@@ -272,6 +272,8 @@ TEST(Repair, DocumentsGetWhatReadersAskFor) {
         {indexedBody(), "  screen=100\n", "", "key-default", "  screen=100\n"},
         {colourBody(), " 26=2.110000\n", " 26=thick\n", "value-default", " 26=2.110000\n"},
         {colourBody(), " 26=2.110000\n", "", "key-default", " 26=2.110000\n"},
+        {colourBody(), " 24=1.580000\n 25=2.000000\n 26=2.110000\n", " 25=2.000000\n 27=2.110000\n",
+         "entry-renumbered key-default", " 24=1.580000\n 25=2.000000\n 26=2.110000\n"},
     };
     for (const auto& [body, from, to, codes, becomes] : cases) {
         SCOPED_TRACE(codes + ' ' + from);

@@ -220,10 +220,10 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
     // Letters of digits, and of what is none.
     const auto full = treeOf(fullConfiguration);
     EXPECT_THAT(linesBetween(*full, *with(*full, {L"custom/2/value:bin=00ffab"})), IsEmpty());
-    EXPECT_EQ(linesBetween(*treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00gF\\")),
-                           *treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00GF\\")))
-                  .size(),
-              1U);
+    const auto lower = treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00gF\\"));
+    const auto upper = treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00GF\\"));
+    EXPECT_EQ(linesBetween(*lower, *upper).size(), 1U);
+    EXPECT_EQ(linesBetween(*upper, *lower).size(), 1U);
 }
 
 TEST(Compare, GathersStyles) {

@@ -116,6 +116,7 @@ TEST(BodyReader, RejectsWithTheReasonAndThePlace) {
         {"a{\n}b=1\n", PiaCode::BraceBeforeEquals, 2, 3, L"a"},
         {"a{\nb{\nx=1\nx=2\n", PiaCode::Duplicate, 4, 10, L"a/b/x"},
         {"a{\n}\na{\n}\n", PiaCode::Duplicate, 3, 5, L"a"},
+        {"1 =1\n1=2\n", PiaCode::Duplicate, 2, 5, L"1"},
         {"a{\nx=\\abc\ndef", PiaCode::BinUnterminated, 3, 10, L"a/x"},
         {deep, PiaCode::TooDeep, 129, 384, L""},
     };
@@ -144,6 +145,12 @@ TEST(BodyReader, TakesOptionsForItsLimits) {
                                      {"a=12345678901234\n", PiaCode::BodyTooLarge}}) {
         EXPECT_FALSE(input.openBody(body, options));
         EXPECT_EQ(input.report().failure()->code, code) << body;
+    }
+    // Entries of a list count as well when they are alike.
+    const char* const alike = "list{\n 0{\n  a=1\n  b=1\n }\n 1{\n  a=1\n  b=1\n }\n}\n";
+    for (const std::size_t items : {5U, 6U, 7U}) {
+        EntryRecorder recorder(L"list");
+        EXPECT_EQ(recorder.openBody(input, alike, {.limits = {.items = items}}), items == 7);
     }
 }
 
