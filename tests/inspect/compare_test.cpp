@@ -228,9 +228,9 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
 
 TEST(Compare, GathersStyles) {
     const auto colors = treeOf(tableBody(true));
-    std::vector<std::wstring> assignments{L"plot_style/6/color=-1023410171",
-                                          L"plot_style/6/color_policy=7",
-                                          L"plot_style/7/mode_color:num=-1040121856"};
+    std::vector<std::wstring> assignments{
+        L"plot_style/6/color=-1023410171", L"plot_style/6/color_policy=7",
+        L"plot_style/7/mode_color:num=-1040121856", L"plot_style/8/adaptive_linetype=FALSE"};
     for (const int place : {0, 1, 2, 249, 254}) {
         const std::wstring style = L"plot_style/" + std::to_wstring(place);
         assignments.insert(assignments.end(), {style + L"/lineweight=10", style + L"/screen=50"});
@@ -240,7 +240,8 @@ TEST(Compare, GathersStyles) {
                             "lineweight 0 mm -> 0.35 mm",
                             "Color 7: color object -> index 5, color policy dithered -> "
                             "dithered, grayscale",
-                            "Color 8: mode color object -> #010000"));
+                            "Color 8: mode color object -> #010000",
+                            "Color 9: adaptive linetype on -> off"));
     EXPECT_THAT(
         linesBetween(*colors, *with(*colors, {L"plot_style/0/name=Red", L"aci_table/0=Red"})),
         ElementsAre("Color 1: name \"Color_1\" -> \"Red\""));

@@ -72,8 +72,10 @@ TEST(BodyReader, AcceptsItemsAndBlocks) {
 // Blank lines, pieces of long lines and binary values that go on count as the lines they are.
 TEST(BodyReader, ItemsKnowTheirLines) {
     const std::string blocks = "a=1\n\nb{\n\n c=\"x\n d{\n }\n}\nb2{\n c=\"y\n d{\n }\n}\nlong=\"" +
-                               std::string(508, 'x') + "rest=1\nlast=\\AF\nBF\\\r\nend=2\n";
-    const std::vector<std::uint32_t> expected{1, 3, 5, 6, 9, 10, 11, 14, 14, 15, 17};
+                               std::string(508, 'x') + "rest=1\nlast=\\AF\nBF\\\r\nfull=\"" +
+                               std::string(505, 'x') + "\nend=\"" + std::string(506, 'x') +
+                               "rest=1";
+    const std::vector<std::uint32_t> expected{1, 3, 5, 6, 9, 10, 11, 14, 14, 15, 17, 18, 18};
     for (const std::uint32_t before : {0U, 1U}) {
         // A line that is not ASCII makes the reader take the careful way.
         PiaInput input;
@@ -111,6 +113,7 @@ TEST(BodyReader, RejectsWithTheReasonAndThePlace) {
         {"=1\n", PiaCode::NameEmpty, 1, 0, L""},
         {"  =1\n", PiaCode::NameEmpty, 1, 0, L""},
         {"{\n}\n", PiaCode::NameEmpty, 1, 0, L""},
+        {"a{\n{\n}\n", PiaCode::NameEmpty, 2, 3, L"a"},
         {"a b=1\n", PiaCode::NameHasSpace, 1, 0, L""},
         {"a b{\n}\n", PiaCode::NameHasSpace, 1, 0, L""},
         {"a{\n}b=1\n", PiaCode::BraceBeforeEquals, 2, 3, L"a"},

@@ -361,6 +361,8 @@ TEST(CustomPaper, GoesWhereItsSourceSays) {
     EXPECT_TRUE(changed);
     config->setPaperSize(3 + wut::cPdfPapersCount, true, changed);
     EXPECT_EQ(config->media.size.name, L"A0");
+    config->setPaperSize(2 + wut::cPdfPapersCount, true, changed);
+    EXPECT_EQ(config->media.size.name, wut::cPdfPapers[wut::cPdfPapersCount - 1].canonicalName);
 
     config->setCustomPaperSizes({});
     EXPECT_NE(config->pmp(), nullptr);
