@@ -179,6 +179,7 @@ TEST(Repair, DamagedLinesCostNoMoreThanThemselves) {
         {edited(full, "io{\n", "io{\n =5\n"), "line-invalid", "1 lines", full},
         {edited(full, "io{\n", "io{\n a{b=1\n =5\n"), "line-invalid", "1 lines",
          edited(full, "io{\n", "io{\n a{b=1\n")},
+        {edited(full, "io{\n", "io{\n }x y=1\n"), "line-invalid", "1 lines", full},
         {edited(full, "io{\n", "io{\n x=\n"), "line-invalid", "1 lines", full},
         {edited(full, "dm_orientation=2\n", "dm_orientation=2"), "lines-joined", "", full},
         {edited(full, "allsysvalid=TRUE\n", "allsysvalid=TRUE"), "lines-joined", "", full},

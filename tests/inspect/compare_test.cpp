@@ -224,6 +224,9 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
     const auto upper = treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00GF\\"));
     EXPECT_EQ(linesBetween(*lower, *upper).size(), 1U);
     EXPECT_EQ(linesBetween(*upper, *lower).size(), 1U);
+    // Only a style has a line weight.
+    const auto more = treeOf(fullConfiguration + "x{\nlineweight=1\n}\n");
+    EXPECT_EQ(platen::compare(*full, *more).differences.at(0).millimetresAfter, std::nullopt);
 }
 
 TEST(Compare, GathersStyles) {
@@ -289,6 +292,13 @@ TEST(Compare, TakesColorTablesAndNamedOnesByWhatColorsGet) {
     const std::unique_ptr<CPlotStyleTable> converted(ctb2stb(*table, nullptr));
     ASSERT_TRUE(table->writeToBlock(colors) && converted->writeToBlock(named));
     EXPECT_THAT(linesBetween(colors, named), IsEmpty());
+    // The list of colours says what the styles do, and the usual line weights go without saying.
+    const auto shorter = copyOfTree(colors);
+    ASSERT_TRUE(platen::ItemEditor(*shorter).remove(L"aci_table"));
+    ASSERT_TRUE(platen::ItemEditor(*shorter).remove(L"custom_lineweight_table"));
+    EXPECT_THAT(linesBetween(colors, *shorter), IsEmpty());
+    EXPECT_THAT(linesBetween(*shorter, *with(*shorter, {L"plot_style/0/lineweight=10"})),
+                ElementsAre("Color 1: lineweight 0 mm -> 0.35 mm"));
     const auto changed = with(colors, {L"plot_style/8/screen=40", L"plot_style/3/screen=20"});
     const Comparison comparison = platen::compare(named, *changed);
     EXPECT_TRUE(comparison.throughColors);
@@ -428,6 +438,9 @@ TEST(Compare, AFileThatIsOneSidedSaysSo) {
               R"({"schema":"platen.diff-file/1","change":"removed","before":"a","after":null})");
     EXPECT_EQ(keepJson(platen::fileChangeJson("", "b")),
               R"({"schema":"platen.diff-file/1","change":"added","before":null,"after":"b"})");
+    const Comparison version{.container = {{.before = "2", .after = "3"}}};
+    EXPECT_THAT(keepJson(platen::diffJson({"a"}, {"b"}, version)),
+                testing::HasSubstr(R"([{"what":"version","before":"2","after":"3"}])"));
 }
 
 TEST(Merge, ConflictsKeepOurs) {

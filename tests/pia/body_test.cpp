@@ -22,6 +22,23 @@ TEST(BodyReader, HandsOverTheEntriesOfAList) {
     PiaInput read;
     ASSERT_TRUE(whole.openBody(read, "list{\n 0{\n  a=1\n }\n x=1\n 1{\n  b=2\n }\n}\n"));
     EXPECT_EQ(whole.text, "0{1\na=1\n}\n2 3\n1{1\nb=2\n}\n6 7\n");
+    // Entries that are alike, up to a line that is too long and one that the body ends in.
+    const std::string cut(512, 'x');
+    EntryRecorder alike(L"list");
+    ASSERT_TRUE(alike.openBody(read,
+                               "list{\n 0{\n  a=1\n  b=\"x\n  c=TRUE\n  d=1\n }\n"
+                               " 1{\n  a=2\n  b=\"yy\n  c=false\n  d=3\n }\n"
+                               " 2{\n  a=4\n  b=\"" +
+                                   cut +
+                                   "=1\n  c=true\n  d=5\n }\n"
+                                   " 3{\n  a=4567890123"));
+    EXPECT_EQ(alike.text,
+              "0{4\na=1\nb=\"x\nc=TRUE\nd=1\n}\n2 3 4 5 6\n"
+              "1{4\na=2\nb=\"yy\nc=FALSE\nd=3\n}\n8 9 10 11 12\n"
+              "2{5\na=4\nb=\"" +
+                  cut.substr(6) +
+                  "\nxxxxxx=1\nc=TRUE\nd=5\n}\n"
+                  "14 15 16 16 17 18\n3{1\na=4567890123\n}\n20 21\n");
     // Names are checked all the same.
     for (const char* twice : {"list{\n 0{\n  a=1\n }\n 0{\n }\n}\n",
                               "list{\n 0{\n  a=1\n }\n 1{\n  a=1\n  a=2\n }\n}\n"}) {
@@ -121,6 +138,7 @@ TEST(BodyReader, RejectsWithTheReasonAndThePlace) {
         {"a{\n}\na{\n}\n", PiaCode::Duplicate, 3, 5, L"a"},
         {"1 =1\n1=2\n", PiaCode::Duplicate, 2, 5, L"1"},
         {"a{\nx=\\abc\ndef", PiaCode::BinUnterminated, 3, 10, L"a/x"},
+        {"s{\na=1\nb=1\n}\nt{\nb=1\na=1\nb=2\n}\n", PiaCode::Duplicate, 8, 24, L"t/b"},
         {deep, PiaCode::TooDeep, 129, 384, L""},
     };
     for (const auto& test : cases) {
