@@ -245,6 +245,9 @@ TEST(Compare, GathersStyles) {
                             "dithered, grayscale",
                             "Color 8: mode color object -> #010000",
                             "Color 9: adaptive linetype on -> off"));
+    const auto assigned = with(*colors, assignments);
+    EXPECT_THAT(linesBetween(*assigned, *with(*assigned, {L"plot_style/7/screen=7"})),
+                ElementsAre("Color 8: screening 100 % -> 7 %"));
     EXPECT_THAT(
         linesBetween(*colors, *with(*colors, {L"plot_style/0/name=Red", L"aci_table/0=Red"})),
         ElementsAre("Color 1: name \"Color_1\" -> \"Red\""));
