@@ -91,6 +91,7 @@ bool CPlotCfg3::init(PiaInput& input, bool& printerChanged) {
     }
     checkIfBuiltInDevice();
     printerChanged = builtInDevice_ == nullptr && resolvePrinterByDriver();
+    initMaxPaperDimensions();
     return true;
 }
 
@@ -121,6 +122,9 @@ CPlotCfg3* CPlotCfg3::create(const wchar_t* deviceName) {
     std::unique_ptr<CPlotCfg3> config = createForBuiltInDevice(name.c_str());
     if (!config) {
         config = createForPrinter(name);
+    }
+    if (config) {
+        config->initMaxPaperDimensions();
     }
     return config.release();
 }

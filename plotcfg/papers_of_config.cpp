@@ -1,3 +1,4 @@
+#include <cmath>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -55,6 +56,8 @@ private:
     std::set<std::wstring> known_;
 };
 
+bool isZero(double length) { return std::abs(length) <= 1e-10; }
+
 }  // namespace
 
 void CPlotCfg3::getCustomPaperSizes(std::vector<CustomPaperSize>& papers) const {
@@ -102,6 +105,19 @@ void CPlotCfg3::setPaperSize(std::size_t index, bool pdf, bool& changed) {
         renamed = media.applyPaper(builtIn[index - papers.size()]);
     }
     changed = changed || renamed;
+}
+
+void CPlotCfg3::initMaxPaperDimensions() {
+    if (builtInDevice_ == nullptr || !pmp_) {
+        return;
+    }
+    const double largest = isBuiltInPDF(this) ? MAX_PDF_PAPER_DIM : MAX_IMG_PAPER_DIM;
+    auto& limits = pmp_->mod.media;
+    limits.sizeMaxX = isZero(limits.sizeMaxX) ? largest : limits.sizeMaxX;
+    // A roll without a length of its own is as long as the device takes, whatever the height says;
+    // its length stays unset.
+    const bool endlessRoll = pmp_->udm.media && isZero(pmp_->udm.media->maxRollHeight);
+    limits.sizeMaxY = endlessRoll || isZero(limits.sizeMaxY) ? largest : limits.sizeMaxY;
 }
 
 void CPlotCfg3::getMaxPaperDimensions(double& width, double& height) const {

@@ -435,6 +435,7 @@ private:
     bool writePmp(std::wstring_view path);
     void checkIfBuiltInDevice();
     bool resolvePrinterByDriver();
+    void initMaxPaperDimensions();
 
     platen::ClonedPointer<PlotModelParam> pmp_;
     /// In the static table.
