@@ -75,10 +75,9 @@ bool isWord(std::string_view text, std::string_view word) {
     return true;
 }
 
-/// True when `text`, which is not empty, is `number` in decimal.
+/// True when `text`, which is not empty, is `number` in decimal, with or without zeros in front.
 bool spells(std::string_view text, std::size_t number) {
-    if (text.size() > std::numeric_limits<std::size_t>::digits10 ||
-        (text.front() == '0' && text.size() > 1)) {
+    if (text.size() > std::numeric_limits<std::size_t>::digits10) {
         return false;
     }
     std::size_t spelt = 0;

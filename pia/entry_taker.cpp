@@ -22,9 +22,10 @@ bool PiaEntryTaker::openBytes(PiaInput& input, std::string_view file) {
     return input.openBytes(file);
 }
 
-bool PiaEntryTaker::openBody(PiaInput& input, std::string_view body) {
+bool PiaEntryTaker::openBody(PiaInput& input, std::string_view body,
+                             const PiaReadOptions& options) {
     const Handing handing(input, *this);
-    return input.openBody(body);
+    return input.openBody(body, options);
 }
 
 void PiaEntryTaker::takeAll(const PiaBlock& root) {

@@ -20,7 +20,8 @@ public:
     /// Like the members of `PiaInput`, which hands over the entries meanwhile.
     [[nodiscard]] bool open(PiaInput& input, const wchar_t* path);
     [[nodiscard]] bool openBytes(PiaInput& input, std::string_view file);
-    [[nodiscard]] bool openBody(PiaInput& input, std::string_view body);
+    [[nodiscard]] bool openBody(PiaInput& input, std::string_view body,
+                                const PiaReadOptions& options = {});
     /// Takes the blocks of a tree that was read without a taker.
     void takeAll(const PiaBlock& root);
 

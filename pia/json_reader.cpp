@@ -191,9 +191,8 @@ private:
             return arena_.copyName(std::string_view(key_));
         }
         std::wstring wide;
-        if (!ut::decodeUtf8(key_, wide)) {
-            wide = ut::decodePath(key_);
-        }
+        // The parser takes nothing else.
+        static_cast<void>(ut::decodeUtf8(key_, wide));
         return arena_.copyName(std::wstring_view(wide));
     }
 

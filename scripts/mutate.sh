@@ -5,6 +5,7 @@
 # Works in build/mutate on a copy of the sources, which may go on changing. What it finds is kept in
 # build/mutate/ledger.jsonl: started again it goes on, and repeats only what the tests have missed,
 # and that only when they have changed. Ends with a table by folder and each fault that was missed.
+# The folder print, which only Windows has, takes Wine, and so it is there when it is asked for.
 # (Debian 12 has no program that does this for C++.)
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
@@ -38,7 +39,16 @@ case " $* " in
     *) (root=$tree CCACHE_BASEDIR=$tree CCACHE_NOHASHDIR=1 && export CCACHE_BASEDIR CCACHE_NOHASHDIR &&
         build_preset dev platen_tests) ;;
 esac
+command=(env PYTHONPATH=/usr/lib/python3/dist-packages PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3)
+case " $* " in
+    *" --help "* | *" -h "*) ;;
+    *" print "*)
+        (root=$tree CCACHE_BASEDIR=$tree CCACHE_NOHASHDIR=1 && export CCACHE_BASEDIR CCACHE_NOHASHDIR &&
+            build_preset windows platen_tests platen_spooler_tests)
+        command=("$tree/scripts/test-printers" run "${command[@]}")
+        ;;
+esac
 
 # Debian's Python, which has the module of libclang.
-PYTHONPATH=/usr/lib/python3/dist-packages PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 "$scripts/mutate.py" \
+"${command[@]}" "$scripts/mutate.py" \
     --root "$root" --tree "$tree" --work "$work" "$@" 8>&-

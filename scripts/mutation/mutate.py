@@ -16,8 +16,11 @@ import threading
 import time
 
 from program import Program, Visits
+from windows import WindowsProgram
 
 FOLDERS = ["pia", "plotstyle", "pmp", "plotcfg", "inspect", "edit"]
+# Only Windows has these.
+WINDOWS = ["print"]
 RESULTS = ["not compiling", "equal code", "explained", "noticed", "time-out", "survived"]
 
 
@@ -94,6 +97,10 @@ class Mutation:
         self.work = options.work
         self.program = Program(options.tree, options.work)
         self.program.read_dependents()
+        self.windows = None
+        if any(folder in WINDOWS for folder in options.folder):
+            self.windows = WindowsProgram(options.tree, options.work)
+            self.windows.prepare()
         self.sources = {}
         self.bases = {}
         self.base_lock = threading.Lock()
@@ -108,22 +115,27 @@ class Mutation:
 
     # --- What there is --------------------------------------------------------------------------------
 
-    def units(self, folders):
-        return sorted(unit for unit in self.program.commands if unit.split("/")[0] in folders)
+    def program_of(self, file):
+        return self.windows if file.split("/")[0] in WINDOWS else self.program
 
-    def all_faults(self, folders, jobs):
+    def units(self, folders):
+        commands = self.program_of(folders[0]).commands
+        return sorted(unit for unit in commands if unit.split("/")[0] in folders)
+
+    def all_faults(self, folders):
         """Of every file; kept, since nothing of it changes while the sources do not."""
+        program = self.program_of(folders[0])
         units = self.units(folders)
-        headers = sorted(header for header in self.program.dependents if header.split("/")[0] in folders)
+        headers = sorted(header for header in program.dependents if header.split("/")[0] in folders)
         owner = {}
         for header in headers:
             # Any unit that includes it sees its functions.
-            inside = [unit for unit in self.program.dependents[header] if unit in units]
+            inside = [unit for unit in program.dependents[header] if unit in units]
             if inside:
                 owner.setdefault(min(inside), []).append(header)
         with open(f"{os.path.dirname(__file__)}/faults.py", "rb") as stream:
             key = digest(stream.read(), *(self.source(file) for file in units + headers))
-        path = f"{self.work}/faults.pickle"
+        path = f"{self.work}/faults-{folders[0]}.pickle"
         if os.path.exists(path):
             with open(path, "rb") as stream:
                 stored = pickle.load(stream)
@@ -132,7 +144,7 @@ class Mutation:
         say("looking for places of faults")
         found = {}
         with concurrent.futures.ProcessPoolExecutor(self.options.jobs) as pool:
-            asked = [pool.submit(find_in, self.tree, unit, self.program.parse_arguments(unit),
+            asked = [pool.submit(find_in, self.tree, unit, program.parse_arguments(unit),
                                  [unit, *owner.get(unit, ())]) for unit in units]
             for one in asked:
                 found.update(one.result())
@@ -194,7 +206,7 @@ class Mutation:
                 folder = f"{self.work}/base"
                 os.makedirs(folder, exist_ok=True)
                 target = f"{folder}/{unit.replace('/', '_')}.{level}.o"
-                if not self.program.compile(unit, f"{self.tree}/{unit}", target, level):
+                if not self.program_of(unit).compile(unit, f"{self.tree}/{unit}", target, level):
                     raise RuntimeError(f"{unit} does not compile")
                 with open(target, "rb") as stream:
                     held.append(stream.read())
@@ -204,18 +216,19 @@ class Mutation:
     def objects(self, fault, folder, level):
         """The objects with the fault, or None; and whether all are as they were."""
         source = fault.apply(self.source(fault.file))
+        program = self.program_of(fault.file)
         path = f"{folder}/sources/{fault.file}"
         os.makedirs(os.path.dirname(path), exist_ok=True)
         with open(path, "wb") as stream:
             stream.write(source)
         try:
-            units = self.program.dependents[fault.file] if fault.file.endswith(".h") else [fault.file]
+            units = program.dependents[fault.file] if fault.file.endswith(".h") else [fault.file]
             made = []
             equal = True
             for unit in units:
                 target = f"{folder}/{unit.replace('/', '_')}.{level}.o"
                 given = path if unit == fault.file else f"{self.tree}/{unit}"
-                if not self.program.compile(unit, given, target, level, before=[f"-I{folder}/sources"]):
+                if not program.compile(unit, given, target, level, before=[f"-I{folder}/sources"]):
                     return None, False
                 with open(target, "rb") as stream:
                     equal = stream.read() == self.base(unit, level) and equal
@@ -232,8 +245,10 @@ class Mutation:
         if equal:
             return "equal code", ""
         target = f"{folder}/tests"
-        if not self.program.link(made, target):
+        if not self.program_of(fault.file).link(made, target):
             return "not compiling", ""
+        if fault.file.split("/")[0] in WINDOWS:
+            return self.make_for_windows(fault, folder, target)
         names = self.visits.of(fault)
         times = self.visits.tests
         parts = [[]]
@@ -254,6 +269,12 @@ class Mutation:
         if not any(parts):
             return "survived", "no test comes here"
         return self.make_sanitized(fault, folder, parts[0] + parts[1])
+
+    def make_for_windows(self, fault, folder, target):
+        if self.objects(fault, folder, "optimised")[1]:
+            return "equal code", ""
+        result, by = self.windows.all_tests(target, f"{folder}/tmp")
+        return ("survived", "") if result == "passed" else ("time-out" if result == "time-out" else "noticed", by)
 
     def make_sanitized(self, fault, folder, names):
         """The tests run with sanitizers, too, which see leaks and what is read beside an object."""
@@ -340,7 +361,8 @@ def find_in(tree, unit, arguments, wanted):
 
 def parse():
     parser = argparse.ArgumentParser(prog="scripts/mutate.sh", description=__doc__)
-    parser.add_argument("--folder", action="append", help=f"only in this folder (any of {', '.join(FOLDERS)})")
+    parser.add_argument("--folder", action="append",
+                        help=f"only in this folder (any of {', '.join(FOLDERS)}; {', '.join(WINDOWS)} under Wine)")
     parser.add_argument("--file", action="append", help="only in files whose names begin like this")
     parser.add_argument("--since", metavar="COMMIT", help="only in lines changed since")
     parser.add_argument("--sample", type=int, metavar="N", help="as many faults in each folder (all unless told)")
@@ -354,8 +376,8 @@ def parse():
     options = parser.parse_args()
     options.folder = options.folder or FOLDERS
     for folder in options.folder:
-        if folder not in FOLDERS:
-            parser.error(f"faults are made in {', '.join(FOLDERS)}, not in {folder}")
+        if folder not in FOLDERS + WINDOWS:
+            parser.error(f"faults are made in {', '.join(FOLDERS + WINDOWS)}, not in {folder}")
     return options
 
 
@@ -397,7 +419,9 @@ def main():
             program.prelink()
             with open(stamp, "w", encoding="utf-8") as stream:
                 stream.write(built)
-        found = mutation.all_faults(FOLDERS, jobs)
+        found = mutation.all_faults(FOLDERS)
+        if mutation.windows:
+            found.update(mutation.all_faults(WINDOWS))
         if options.list:
             for folder in options.folder:
                 number = sum(len(faults) for file, faults in found.items() if file.split("/")[0] == folder)

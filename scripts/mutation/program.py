@@ -104,13 +104,13 @@ class Program:
 
     # --- What includes a header ------------------------------------------------------------------------
 
-    def read_dependents(self):
+    def read_dependents(self, object_of=r"CMakeFiles/platen_docs\.dir/(.*)\.o:"):
         output = checked(["ninja", "-C", self.build, "-t", "deps"], self.build, "asking ninja")
         self.dependents = {}
         unit = None
         for line in output.splitlines():
             if line and not line.startswith(" "):
-                match = re.match(r"CMakeFiles/platen_docs\.dir/(.*)\.o:", line)
+                match = re.match(object_of, line)
                 unit = match[1] if match else None
             elif unit and line.strip():
                 path = os.path.normpath(os.path.join(self.build, line.strip()))

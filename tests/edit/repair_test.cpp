@@ -177,6 +177,9 @@ TEST(Repair, DamagedLinesCostNoMoreThanThemselves) {
         {edited(full, "io{\n", "io{\n   \n"), "blank-line", "", full},
         {edited(full, "io{\n", "io{\n nothing at all\n"), "line-invalid", "1 lines", full},
         {edited(full, "io{\n", "io{\n =5\n"), "line-invalid", "1 lines", full},
+        {edited(full, "io{\n", "io{\n a{b=1\n =5\n"), "line-invalid", "1 lines",
+         edited(full, "io{\n", "io{\n a{b=1\n")},
+        {edited(full, "io{\n", "io{\n }x y=1\n"), "line-invalid", "1 lines", full},
         {edited(full, "io{\n", "io{\n x=\n"), "line-invalid", "1 lines", full},
         {edited(full, "dm_orientation=2\n", "dm_orientation=2"), "lines-joined", "", full},
         {edited(full, "allsysvalid=TRUE\n", "allsysvalid=TRUE"), "lines-joined", "", full},
@@ -263,6 +266,7 @@ TEST(Repair, DocumentsGetWhatReadersAskFor) {
         {fullParameters, "  max_roll_height=100.000000\n", "  max_roll_height=x\n", "value-dropped",
          ""},
         {namedBody(), "  screen=100\n", "", "key-default", "  screen=100\n"},
+        {namedBody(), "apply_factor=FALSE\n", "", "key-default", "apply_factor=FALSE\n"},
         {namedBody(), " 1{\n", " 7{\n", "entry-renumbered", " 1{\n"},
         {namedBody(), "  name=\"Walls\n", "", "key-default", "  name=\"Walls\n"},
         {colourBody(), " 4=\"Color_5\n", " 4=\"Nothing\n", "colour-style", " 4=\"Color_5\n"},
@@ -272,6 +276,8 @@ TEST(Repair, DocumentsGetWhatReadersAskFor) {
         {indexedBody(), "  screen=100\n", "", "key-default", "  screen=100\n"},
         {colourBody(), " 26=2.110000\n", " 26=thick\n", "value-default", " 26=2.110000\n"},
         {colourBody(), " 26=2.110000\n", "", "key-default", " 26=2.110000\n"},
+        {colourBody(), " 24=1.580000\n 25=2.000000\n 26=2.110000\n", " 25=2.000000\n 27=2.110000\n",
+         "entry-renumbered key-default", " 24=1.580000\n 25=2.000000\n 26=2.110000\n"},
     };
     for (const auto& [body, from, to, codes, becomes] : cases) {
         SCOPED_TRACE(codes + ' ' + from);
@@ -327,6 +333,8 @@ TEST(Repair, AnAssumptionSaysWhereAndWhat) {
         {fullConfiguration + "7=\"x" + longValue + "\n7=\"" + longValue + "\n", L"7",
          L"\"" + std::wstring(400, L'x'), L"\"" + std::wstring(401, L'x')},
         {namedBody(" 1{\n", " 7{\n"), L"plot_style/1", L"7", L"1"},
+        {edited(fullConfiguration, "copies=3", "copies=many"), L"media/number_of_copies", L"many",
+         L"1"},
     };
     for (const auto& [body, path, found, taken] : cases) {
         const platen::Assumption first = platen::repair(body).assumptions.at(0);
@@ -349,15 +357,16 @@ TEST(Repair, AnAssumptionSaysWhereAndWhat) {
 
 TEST(Repair, JsonIsKeptUpToItsFault) {
     PiaInput input;
-    ASSERT_TRUE(input.openBody(fullConfiguration));
+    ASSERT_TRUE(input.openBody(edited(fullConfiguration, "LPT1", "\"},{[:\\\"")));
     std::string json;
     PiaReport report;
     ASSERT_TRUE(piaWriteJson(*input.root(), json, report));
-    const platen::RepairResult result =
-        platen::repair(json.substr(0, json.find("\"res_color_mem\"") + 40));
+    const std::size_t cut = json.find("\"preference\"");
+    const platen::RepairResult result = platen::repair(json.substr(0, cut));
     EXPECT_THAT(codesOf(result), HasSubstr("json-cut"));
     EXPECT_EQ(result.kind, platen::FileKind::Pc3);
-    EXPECT_THAT(result.bytes, HasSubstr("\"LPT1\""));
+    EXPECT_THAT(result.bytes,
+                HasSubstr(json.substr(0, json.find_last_not_of(", \n", cut - 1) + 1)));
 }
 
 TEST(Repair, NothingUsableIsSaid) {

@@ -220,17 +220,20 @@ TEST(Compare, SaysWhatConfigurationsAndParametersMean) {
     // Letters of digits, and of what is none.
     const auto full = treeOf(fullConfiguration);
     EXPECT_THAT(linesBetween(*full, *with(*full, {L"custom/2/value:bin=00ffab"})), IsEmpty());
-    EXPECT_EQ(linesBetween(*treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00gF\\")),
-                           *treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00GF\\")))
-                  .size(),
-              1U);
+    const auto lower = treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00gF\\"));
+    const auto upper = treeOf(edited(fullConfiguration, "\\00FFaB\\", "\\00GF\\"));
+    EXPECT_EQ(linesBetween(*lower, *upper).size(), 1U);
+    EXPECT_EQ(linesBetween(*upper, *lower).size(), 1U);
+    // Only a style has a line weight.
+    const auto more = treeOf(fullConfiguration + "x{\nlineweight=1\n}\n");
+    EXPECT_EQ(platen::compare(*full, *more).differences.at(0).millimetresAfter, std::nullopt);
 }
 
 TEST(Compare, GathersStyles) {
     const auto colors = treeOf(tableBody(true));
-    std::vector<std::wstring> assignments{L"plot_style/6/color=-1023410171",
-                                          L"plot_style/6/color_policy=7",
-                                          L"plot_style/7/mode_color:num=-1040121856"};
+    std::vector<std::wstring> assignments{
+        L"plot_style/6/color=-1023410171", L"plot_style/6/color_policy=7",
+        L"plot_style/7/mode_color:num=-1040121856", L"plot_style/8/adaptive_linetype=FALSE"};
     for (const int place : {0, 1, 2, 249, 254}) {
         const std::wstring style = L"plot_style/" + std::to_wstring(place);
         assignments.insert(assignments.end(), {style + L"/lineweight=10", style + L"/screen=50"});
@@ -240,7 +243,11 @@ TEST(Compare, GathersStyles) {
                             "lineweight 0 mm -> 0.35 mm",
                             "Color 7: color object -> index 5, color policy dithered -> "
                             "dithered, grayscale",
-                            "Color 8: mode color object -> #010000"));
+                            "Color 8: mode color object -> #010000",
+                            "Color 9: adaptive linetype on -> off"));
+    const auto assigned = with(*colors, assignments);
+    EXPECT_THAT(linesBetween(*assigned, *with(*assigned, {L"plot_style/7/screen=7"})),
+                ElementsAre("Color 8: screening 100 % -> 7 %"));
     EXPECT_THAT(
         linesBetween(*colors, *with(*colors, {L"plot_style/0/name=Red", L"aci_table/0=Red"})),
         ElementsAre("Color 1: name \"Color_1\" -> \"Red\""));
@@ -288,6 +295,13 @@ TEST(Compare, TakesColorTablesAndNamedOnesByWhatColorsGet) {
     const std::unique_ptr<CPlotStyleTable> converted(ctb2stb(*table, nullptr));
     ASSERT_TRUE(table->writeToBlock(colors) && converted->writeToBlock(named));
     EXPECT_THAT(linesBetween(colors, named), IsEmpty());
+    // The list of colours says what the styles do, and the usual line weights go without saying.
+    const auto shorter = copyOfTree(colors);
+    ASSERT_TRUE(platen::ItemEditor(*shorter).remove(L"aci_table"));
+    ASSERT_TRUE(platen::ItemEditor(*shorter).remove(L"custom_lineweight_table"));
+    EXPECT_THAT(linesBetween(colors, *shorter), IsEmpty());
+    EXPECT_THAT(linesBetween(*shorter, *with(*shorter, {L"plot_style/0/lineweight=10"})),
+                ElementsAre("Color 1: lineweight 0 mm -> 0.35 mm"));
     const auto changed = with(colors, {L"plot_style/8/screen=40", L"plot_style/3/screen=20"});
     const Comparison comparison = platen::compare(named, *changed);
     EXPECT_TRUE(comparison.throughColors);
@@ -427,6 +441,9 @@ TEST(Compare, AFileThatIsOneSidedSaysSo) {
               R"({"schema":"platen.diff-file/1","change":"removed","before":"a","after":null})");
     EXPECT_EQ(keepJson(platen::fileChangeJson("", "b")),
               R"({"schema":"platen.diff-file/1","change":"added","before":null,"after":"b"})");
+    const Comparison version{.container = {{.before = "2", .after = "3"}}};
+    EXPECT_THAT(keepJson(platen::diffJson({"a"}, {"b"}, version)),
+                testing::HasSubstr(R"([{"what":"version","before":"2","after":"3"}])"));
 }
 
 TEST(Merge, ConflictsKeepOurs) {

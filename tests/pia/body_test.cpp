@@ -22,6 +22,23 @@ TEST(BodyReader, HandsOverTheEntriesOfAList) {
     PiaInput read;
     ASSERT_TRUE(whole.openBody(read, "list{\n 0{\n  a=1\n }\n x=1\n 1{\n  b=2\n }\n}\n"));
     EXPECT_EQ(whole.text, "0{1\na=1\n}\n2 3\n1{1\nb=2\n}\n6 7\n");
+    // Entries that are alike, up to a line that is too long and one that the body ends in.
+    const std::string cut(512, 'x');
+    EntryRecorder alike(L"list");
+    ASSERT_TRUE(alike.openBody(read,
+                               "list{\n 0{\n  a=1\n  b=\"x\n  c=TRUE\n  d=1\n }\n"
+                               " 1{\n  a=2\n  b=\"yy\n  c=false\n  d=3\n }\n"
+                               " 2{\n  a=4\n  b=\"" +
+                                   cut +
+                                   "=1\n  c=true\n  d=5\n }\n"
+                                   " 3{\n  a=4567890123"));
+    EXPECT_EQ(alike.text,
+              "0{4\na=1\nb=\"x\nc=TRUE\nd=1\n}\n2 3 4 5 6\n"
+              "1{4\na=2\nb=\"yy\nc=FALSE\nd=3\n}\n8 9 10 11 12\n"
+              "2{5\na=4\nb=\"" +
+                  cut.substr(6) +
+                  "\nxxxxxx=1\nc=TRUE\nd=5\n}\n"
+                  "14 15 16 16 17 18\n3{1\na=4567890123\n}\n20 21\n");
     // Names are checked all the same.
     for (const char* twice : {"list{\n 0{\n  a=1\n }\n 0{\n }\n}\n",
                               "list{\n 0{\n  a=1\n }\n 1{\n  a=1\n  a=2\n }\n}\n"}) {
@@ -72,8 +89,10 @@ TEST(BodyReader, AcceptsItemsAndBlocks) {
 // Blank lines, pieces of long lines and binary values that go on count as the lines they are.
 TEST(BodyReader, ItemsKnowTheirLines) {
     const std::string blocks = "a=1\n\nb{\n\n c=\"x\n d{\n }\n}\nb2{\n c=\"y\n d{\n }\n}\nlong=\"" +
-                               std::string(508, 'x') + "rest=1\nlast=\\AF\nBF\\\r\nend=2\n";
-    const std::vector<std::uint32_t> expected{1, 3, 5, 6, 9, 10, 11, 14, 14, 15, 17};
+                               std::string(508, 'x') + "rest=1\nlast=\\AF\nBF\\\r\nfull=\"" +
+                               std::string(505, 'x') + "\nend=\"" + std::string(506, 'x') +
+                               "rest=1";
+    const std::vector<std::uint32_t> expected{1, 3, 5, 6, 9, 10, 11, 14, 14, 15, 17, 18, 18};
     for (const std::uint32_t before : {0U, 1U}) {
         // A line that is not ASCII makes the reader take the careful way.
         PiaInput input;
@@ -111,12 +130,15 @@ TEST(BodyReader, RejectsWithTheReasonAndThePlace) {
         {"=1\n", PiaCode::NameEmpty, 1, 0, L""},
         {"  =1\n", PiaCode::NameEmpty, 1, 0, L""},
         {"{\n}\n", PiaCode::NameEmpty, 1, 0, L""},
+        {"a{\n{\n}\n", PiaCode::NameEmpty, 2, 3, L"a"},
         {"a b=1\n", PiaCode::NameHasSpace, 1, 0, L""},
         {"a b{\n}\n", PiaCode::NameHasSpace, 1, 0, L""},
         {"a{\n}b=1\n", PiaCode::BraceBeforeEquals, 2, 3, L"a"},
         {"a{\nb{\nx=1\nx=2\n", PiaCode::Duplicate, 4, 10, L"a/b/x"},
         {"a{\n}\na{\n}\n", PiaCode::Duplicate, 3, 5, L"a"},
+        {"1 =1\n1=2\n", PiaCode::Duplicate, 2, 5, L"1"},
         {"a{\nx=\\abc\ndef", PiaCode::BinUnterminated, 3, 10, L"a/x"},
+        {"s{\na=1\nb=1\n}\nt{\nb=1\na=1\nb=2\n}\n", PiaCode::Duplicate, 8, 24, L"t/b"},
         {deep, PiaCode::TooDeep, 129, 384, L""},
     };
     for (const auto& test : cases) {
@@ -144,6 +166,12 @@ TEST(BodyReader, TakesOptionsForItsLimits) {
                                      {"a=12345678901234\n", PiaCode::BodyTooLarge}}) {
         EXPECT_FALSE(input.openBody(body, options));
         EXPECT_EQ(input.report().failure()->code, code) << body;
+    }
+    // Entries of a list count as well when they are alike.
+    const char* const alike = "list{\n 0{\n  a=1\n  b=1\n }\n 1{\n  a=1\n  b=1\n }\n}\n";
+    for (const std::size_t items : {5U, 6U, 7U}) {
+        EntryRecorder recorder(L"list");
+        EXPECT_EQ(recorder.openBody(input, alike, {.limits = {.items = items}}), items == 7);
     }
 }
 

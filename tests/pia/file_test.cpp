@@ -140,6 +140,7 @@ TEST(PiaFile, ChoosesTheReaderByTheSixteenthByte) {
     }
     PiaFileIn file;
     EXPECT_EQ(file.open(L"no such file"), -2);
+    EXPECT_EQ(file.openBytes(fileAround("a=1\n").substr(0, 60) + "xxxx", {}), -3);
 }
 
 TEST(PiaFile, WritesWholeFilesOrNone) {

@@ -158,6 +158,7 @@ TEST(JsonReader, ReadsTextThatIsNotUtf8InTheAnsiCodePage) {
     PiaInput input;
     ASSERT_TRUE(input.openBytes("{\"data\": {\"a\": \"\xE9\"}}"));
     EXPECT_EQ(input.container().encoding, PiaEncoding::Ansi);
+    EXPECT_EQ(input.container().bodyBytes, 20U);
     EXPECT_EQ(piaBodyText(*input.root()), "a=\"\xC3\xA9\n");
 }
 

@@ -262,6 +262,16 @@ TEST(CustomPaper, ComesBackFromAPmpInEveryUnit) {
     }
 }
 
+TEST(CustomPaper, ReadsWhatItWrites) {
+    PiaInput input;
+    ASSERT_TRUE(input.openBody(fullConfiguration));
+    PiaBlock copy(L"0");
+    CustomPaperSize paper;
+    const auto* block = piaFindItems(*input.root(), L"media/custom_papers/0").at(0);
+    ASSERT_TRUE(paper.initFromPc3(static_cast<const PiaBlock&>(*block)) && paper.writeToPc3(copy));
+    EXPECT_EQ(piaBodyText(copy), piaBodyText(static_cast<const PiaBlock&>(*block)));
+}
+
 /// What nothing was done to stays as it is, whatever other programs call their papers.
 TEST(CustomPaper, NamesOfAPmpSurviveAnUnchangedList) {
     const Config config = created(L"Print As PDF");
@@ -361,6 +371,8 @@ TEST(CustomPaper, GoesWhereItsSourceSays) {
     EXPECT_TRUE(changed);
     config->setPaperSize(3 + wut::cPdfPapersCount, true, changed);
     EXPECT_EQ(config->media.size.name, L"A0");
+    config->setPaperSize(2 + wut::cPdfPapersCount, true, changed);
+    EXPECT_EQ(config->media.size.name, wut::cPdfPapers[wut::cPdfPapersCount - 1].canonicalName);
 
     config->setCustomPaperSizes({});
     EXPECT_NE(config->pmp(), nullptr);

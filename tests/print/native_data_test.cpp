@@ -276,6 +276,9 @@ TEST_F(NativeData, IsLockedForAScope) {
         locked.release();
         EXPECT_EQ(locks(), 1u);
         EXPECT_NE(locked.get(), nullptr);
+        plotter_.correct = [](DEVMODEW& mode) { mode.dmCopies = 4; };
+        locked.updatePrintData();
+        EXPECT_EQ(data_->GetNoCopies(), 4);
     }
     EXPECT_EQ(locks(), 0u);
 }
