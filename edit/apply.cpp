@@ -153,10 +153,10 @@ private:
         if (step != change.place.back()) {
             return misfit("the entry has another name in itself");
         }
-        std::optional<std::size_t> weight;
+        std::optional<std::wstring> weight;
         if (kind.kind == ListKind::Styles && change.millimetresAfter) {
             const PiaItem* chosen = entry.findItem(lineWeightKey, PiaItemType::Num);
-            weight = chosen == nullptr ? std::nullopt : table_.weightPlace(*chosen, change);
+            weight = chosen == nullptr ? std::nullopt : table_.weightValue(*chosen, change);
             if (!weight) {
                 return misfit(noWeight(change));
             }
@@ -168,7 +168,7 @@ private:
         const PiaBlock& added = target_.addEntry(list, kind, step, entry);
         if (weight) {
             auto* chosen = static_cast<PiaNum*>(added.findItem(lineWeightKey, PiaItemType::Num));
-            chosen->value = std::to_wstring(*weight);
+            chosen->value = *weight;
         }
         return {};
     }
@@ -231,11 +231,11 @@ private:
             return is == change.millimetresAfter ? already()
                                                  : misfit(otherValue(change, item), &item);
         }
-        const std::optional<std::size_t> place = table_.weightPlace(*change.after, change);
-        if (!place) {
+        const std::optional<std::wstring> value = table_.weightValue(*change.after, change);
+        if (!value) {
             return misfit(noWeight(change), &item);
         }
-        put(change, PiaNum(lineWeightKey, *place));
+        put(change, PiaNum(lineWeightKey, *value));
         return {};
     }
 

@@ -170,18 +170,17 @@ const std::vector<double>& TableChanges::weights() {
     return *weights_;
 }
 
-std::optional<std::size_t> TableChanges::weightPlace(const PiaItem& wanted,
-                                                     const Difference& change) {
+std::optional<std::wstring> TableChanges::weightValue(const PiaItem& wanted,
+                                                      const Difference& change) {
     const std::vector<double>& list = weights();
     if (millimetres(wanted, list) == change.millimetresAfter) {
-        std::int32_t place = 0;
-        const bool converts = ut::scanInt(static_cast<const PiaNum&>(wanted).value.view(), place);
-        return converts ? std::optional(static_cast<std::size_t>(place)) : std::nullopt;
+        return std::wstring(static_cast<const PiaNum&>(wanted).value.view());
     }
     const auto found = std::ranges::find(list, *change.millimetresAfter);
     return found == list.end() ? std::nullopt
-                               : std::optional(static_cast<std::size_t>(found - list.begin()));
+                               : std::optional(std::to_wstring(found - list.begin()));
 }
+
 void TableChanges::finish(bool gaps) {
     if (gaps && !target_.meaning().styles().empty()) {
         target_.renumberStyles();

@@ -31,8 +31,9 @@ public:
 
     /// The list of line weights as the changes have made it.
     const std::vector<double>& weights();
-    /// The place of the wanted line weight in it: that of the change if it stands there.
-    std::optional<std::size_t> weightPlace(const PiaItem& wanted, const Difference& change);
+    /// The place of the wanted line weight in it: that of the change, as it is spelt there, if it
+    /// stands there.
+    std::optional<std::wstring> weightValue(const PiaItem& wanted, const Difference& change);
 
     /// Puts the table in order when all changes were made; `gaps` when styles were removed.
     void finish(bool gaps);

@@ -32,6 +32,11 @@ std::unique_ptr<PiaItem> copyOf(const PiaItem& item, std::wstring_view name) {
     return std::make_unique<PiaBlock>(name);
 }
 
+/// What the file says of a number.
+std::wstring_view textOf(const PiaItem& number) {
+    return static_cast<const PiaNum&>(number).value.view();
+}
+
 /// True when both say the same, however numbers are spelled: to the digits that a file has.
 bool sameValue(const PiaItem& before, const PiaItem& now) {
     switch (before.type) {
@@ -39,8 +44,8 @@ bool sameValue(const PiaItem& before, const PiaItem& now) {
             return static_cast<const PiaBool&>(before).value ==
                    static_cast<const PiaBool&>(now).value;
         case PiaItemType::Num: {
-            const std::wstring_view old = static_cast<const PiaNum&>(before).value.view();
-            const std::wstring_view fresh = static_cast<const PiaNum&>(now).value.view();
+            const std::wstring_view old = textOf(before);
+            const std::wstring_view fresh = textOf(now);
             double real = 0;
             std::int32_t left = 0;
             std::int32_t right = 0;
@@ -109,7 +114,7 @@ private:
         if (fresh == nullptr) {
             addWhole(item, name, after);
         } else if (item.type != PiaItemType::Block) {
-            addNewer(item, *fresh, after);
+            addNewer(item, *fresh, after, L"0");
         } else if (name == PlotStyleTableKeys::styles.text()) {
             mergeStyles(static_cast<const PiaBlock&>(item), addBlock(after, name));
         } else {
@@ -180,6 +185,7 @@ private:
         const auto& fresh = static_cast<const PiaBlock&>(*now.items.front());
         PiaBlock& block = addBlock(after, name);
         if (before != nullptr) {
+            const std::wstring_view color = textOf(*fresh.findItem(L"color", PiaItemType::Num));
             for (const PiaItem* item : before->items) {
                 const PiaItem* newer = item->type == PiaItemType::Block
                                            ? nullptr
@@ -187,7 +193,7 @@ private:
                 if (newer == nullptr) {
                     addWhole(*item, item->name.view(), block);
                 } else {
-                    addNewer(*item, *newer, block);
+                    addNewer(*item, *newer, block, color);
                 }
             }
         }
@@ -209,15 +215,21 @@ private:
             if (isEntry && namesSameStyle(*item, *now.items[number])) {
                 addWhole(*item, item->name.view(), after);
             } else if (isEntry) {
-                addNewer(*item, *now.items[number], after);
+                addNewer(*item, *now.items[number], after, {});
             } else {
                 addWhole(*item, item->name.view(), after);
             }
         }
     }
 
-    void addNewer(const PiaItem& before, const PiaItem& now, PiaBlock& after) {
-        const bool same = sameValue(before, now);
+    /// `passedOver` is what the reader makes of an optional number that is none; such a value stays
+    /// until there is a number to replace it.
+    void addNewer(const PiaItem& before, const PiaItem& now, PiaBlock& after,
+                  std::wstring_view passedOver) {
+        std::int32_t number = 0;
+        const bool same =
+            sameValue(before, now) || (now.type == PiaItemType::Num && textOf(now) == passedOver &&
+                                       !ut::scanInt(textOf(before), number));
         changed_ = changed_ || !same;
         add(copyOf(same ? before : now, before.name.view()), after);
     }

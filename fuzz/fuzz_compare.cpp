@@ -1,7 +1,7 @@
 // Two bodies, with a line "----" between them: what is different, and the one made of the other.
 //
-// Comparing two documents reads both, writes the differences as JSON and applies them to a third,
-// so that an input takes about ten readings.
+// Slow: comparing two documents reads both, writes the differences as JSON and applies them to a
+// third, so that an input takes about ten readings.
 
 #include <cstdint>
 #include <memory>

@@ -79,6 +79,22 @@ TEST(EditStyles, ColoursKeepTheSpellingOfTheirStyles) {
     EXPECT_EQ(table.written().find(used), std::string::npos);
 }
 
+TEST(EditStyles, OptionalNumbersThatAreNoneStayUntilTheyAreReplaced) {
+    std::string body = RandomTable(0, TableShape::Named, false).body();
+    for (const std::string key : {"custom_lineweight_display_units=", "  mode_color="}) {
+        const std::size_t at = body.find(key);
+        body.replace(at, body.find('\n', at) - at, key + "p");
+    }
+    Opened table(body);
+    ASSERT_EQ(reason(table.editor.readCsv(platen::tableCsv(table.editor.table()))), "");
+    EXPECT_EQ(table.written(), table.before());
+    EXPECT_FALSE(table.editor.changed());
+    ASSERT_EQ(reason(table.editor.set({0}, L"screening=37")), "");
+    EXPECT_THAT(table.written(), HasSubstr("display_units=p\n"));
+    table.editor.table().setCustomLineweightDisplayUnits(1);
+    EXPECT_THAT(table.written(), HasSubstr("display_units=1\n"));
+}
+
 TEST(EditStyles, CsvHoldsAllOfATable) {
     for (std::uint32_t seed = 0; seed < seeds; ++seed) {
         for (const TableShape shape : shapes) {
