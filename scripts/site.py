@@ -263,6 +263,8 @@ def headers(source, work):
         "EXTRACT_ALL": "YES",
         "WARN_IF_UNDOCUMENTED": "NO",
         "JAVADOC_AUTOBRIEF": "YES",
+        # One line may say what a family of fields has in common.
+        "DISTRIBUTE_GROUP_DOC": "YES",
         "MACRO_EXPANSION": "YES",
         "EXPAND_ONLY_PREDEF": "YES",
         "SKIP_FUNCTION_MACROS": "YES",
