@@ -113,8 +113,8 @@ struct Loss {
     std::uint64_t count = 1;
     ///@}
     /// As for `Assumption`; that of the first of several lines.
-    std::optional<std::uint64_t> offset{};
     ///@{
+    std::optional<std::uint64_t> offset{};
     std::optional<std::uint64_t> line{};
     std::wstring path{};
     ///@}
@@ -162,8 +162,10 @@ struct RepairResult {
     /// What of the file is not in `bytes`.
     std::vector<Loss> losses{};
     /// Further ones, which were only counted.
+    ///@{
     std::size_t omittedAssumptions = 0;
     std::size_t omittedLosses = 0;
+    ///@}
     /// What a check finds in `bytes`: no error, but for `safeOnly`, which may leave some.
     CheckResult check{};
     /// One English sentence without its full stop, UTF-8.

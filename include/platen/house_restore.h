@@ -63,10 +63,9 @@ struct RestoredFile {
         /// Nothing was written; or what was written is not what it should be.
         Failed,
     };
-    ///@{
     State state = State::Failed;
+    /// A full path in the folder.
     std::wstring place{};
-    ///@}
     /// Where the file is that was replaced.
     std::wstring copy{};
     /// What its names became.

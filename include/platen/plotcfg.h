@@ -83,8 +83,10 @@ public:
             public:
                 /// `urx`, `ury` in the file: width and height in millimetres, in pixels when not
                 /// `dimensional`.
+                ///@{
                 double urx = 0;
                 double ury = 0;
+                ///@}
 
                 bool init(const PiaBlock& block);   ///< As that of `CMetaNode`.
                 bool write(PiaBlock& block) const;  ///< As that of `CMetaNode`.
@@ -317,8 +319,8 @@ public:
     ///@}
 
     /// Stores a value. A name that is absent is added only with `create`, otherwise false.
-    bool set(bool value, const wchar_t* name, bool create);
     ///@{
+    bool set(bool value, const wchar_t* name, bool create);
     bool set(int value, const wchar_t* name, bool create);
     /// The lowest 32 bits.
     bool set(long value, const wchar_t* name, bool create);
@@ -328,8 +330,8 @@ public:
     bool setStr(const std::wstring& value, const wchar_t* name, bool create);
     /// `hexText` is stored as it is.
     bool setBin(const std::wstring& hexText, const wchar_t* name, bool create);
-
     ///@}
+
     /// White when it is not stored.
     OdCmColor getRasterBkgColor() const;
     /// Makes the property when it is absent.
@@ -477,8 +479,10 @@ public:
     bool setToDefault();
 
     /// The attached PMP, or null.
+    ///@{
     PlotModelParam* pmp() { return pmp_.get(); }
     const PlotModelParam* pmp() const { return pmp_.get(); }
+    ///@}
     /// Takes ownership; the meta node names it.
     void attachPMP(PlotModelParam* pmp);
     /// Destroys the PMP; the meta node names none then.

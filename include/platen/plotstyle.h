@@ -272,8 +272,10 @@ public:
 
     std::size_t size() const { return styles_.size(); }  ///< Number of styles.
     /// The style at `index` (0 to size - 1), owned by the table; null out of range.
+    ///@{
     CPlotStyle* style(std::size_t index);
     const CPlotStyle* style(std::size_t index) const;
+    ///@}
     /// The first style of that name, ignoring case, or null.
     CPlotStyle* find(const wchar_t* name) const;
     /// The index of the first style of that localized name, ignoring case, or -1.
