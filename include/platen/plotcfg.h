@@ -305,7 +305,7 @@ public:
     /// A null name is that of no property, here and below.
     ///@{
     bool get(bool& value, const wchar_t* name) const;
-    /// Scanned as by `%d`; a packed colour of 32 bits converts, too.
+    /// As `ut::scanInt` reads it: a packed colour of 32 bits converts, too.
     bool get(int& value, const wchar_t* name) const;
     bool get(long& value, const wchar_t* name) const;
     /// The same 32 bits without a sign.
