@@ -17,6 +17,7 @@ import shutil
 import subprocess
 import sys
 from pathlib import Path
+from xml.etree import ElementTree
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 sys.dont_write_bytecode = True
@@ -248,6 +249,38 @@ def filtered(folder):
     return there
 
 
+def ungroup(xml):
+    """Puts the members of unnamed groups back among the others of their kind, in the order of the header:
+    a group only says one thing of several members."""
+    outside = {"function": "func", "variable": "var"}
+    inside = {"function": "func", "variable": "attrib", "typedef": "type", "enum": "type"}
+    for file in sorted(xml.glob("*.xml")):
+        tree = ElementTree.parse(file)
+        changed = False
+        for compound in tree.iterfind("compounddef"):
+            sections = {one.get("kind"): one for one in compound.iterfind("sectiondef")}
+            groups = compound.findall("sectiondef[@kind='user-defined']")
+            for group in groups:
+                place = list(compound).index(group)
+                compound.remove(group)
+                for member in group.iterfind("memberdef"):
+                    kind = member.get("kind")
+                    name = outside.get(kind, kind)
+                    if compound.get("kind") in ("class", "struct"):
+                        static = "static-" if member.get("static") == "yes" else ""
+                        name = f"{member.get('prot')}-{static}{inside.get(kind, kind)}"
+                    if name not in sections:
+                        sections[name] = ElementTree.Element("sectiondef", kind=name)
+                        compound.insert(place, sections[name])
+                    sections[name].append(member)
+            if groups:
+                changed = True
+                for section in sections.values():
+                    section[:] = sorted(section, key=lambda one: int(one.find("location").get("line")))
+        if changed:
+            tree.write(file, encoding="utf-8", xml_declaration=True)
+
+
 def headers(source, work):
     there = filtered(work / "headers/platen")
     xml = work / "xml"
@@ -263,6 +296,8 @@ def headers(source, work):
         "EXTRACT_ALL": "YES",
         "WARN_IF_UNDOCUMENTED": "NO",
         "JAVADOC_AUTOBRIEF": "YES",
+        # One line may say what a family of fields has in common.
+        "DISTRIBUTE_GROUP_DOC": "YES",
         "MACRO_EXPANSION": "YES",
         "EXPAND_ONLY_PREDEF": "YES",
         "SKIP_FUNCTION_MACROS": "YES",
@@ -276,6 +311,7 @@ def headers(source, work):
     done = subprocess.run(["doxygen", "-"], input=doxyfile, capture_output=True, text=True)
     if done.returncode != 0:
         fail("Doxygen finds docstrings that are wrong:\n" + done.stderr)
+    ungroup(xml)
     named = {name for names in SUBJECTS.values() for name in names}
     if named != {header.stem for header in there}:
         fail(f"scripts/site.py has to list all headers: {named ^ {header.stem for header in there}}")

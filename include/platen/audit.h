@@ -27,26 +27,26 @@ namespace platen {
 
 /// Everything that an audit can find. Each has a word that stays the same from release to release.
 enum class AuditCode {
-    Unreadable,
-    Damaged,
-    PmpMissing,
-    PmpElsewhere,
-    PrinterMissing,
-    NameShadowed,
-    NameRepeated,
-    PmpUnused,
-    PaperUnused,
-    TableUnused,
-    TableMissing,
-    PapersAlike,
-    StandardDeviation,
-    StandardMissing,
-    PensAlike,
-    PrivateSettings,
-    PrivateSize,
-    AbsolutePath,
-    NetworkPrinter,
-    NameNotAscii,
+    Unreadable,         ///< File cannot be opened.
+    Damaged,            ///< File is damaged.
+    PmpMissing,         ///< PMP missing.
+    PmpElsewhere,       ///< PMP in another folder than named.
+    PrinterMissing,     ///< Printer missing.
+    NameShadowed,       ///< File hidden by another one.
+    NameRepeated,       ///< File that is there twice.
+    PmpUnused,          ///< PMP that nobody names.
+    PaperUnused,        ///< Custom papers that nobody chooses.
+    TableUnused,        ///< Table that no drawing names.
+    TableMissing,       ///< Table missing.
+    PapersAlike,        ///< Papers of one size with several names.
+    StandardDeviation,  ///< Deviation from the standard.
+    StandardMissing,    ///< File of the standard missing.
+    PensAlike,          ///< Pens that look alike on paper.
+    PrivateSettings,    ///< Settings that only a driver knows.
+    PrivateSize,        ///< Private settings of the wrong length.
+    AbsolutePath,       ///< Path of this machine.
+    NetworkPrinter,     ///< Printer of a server.
+    NameNotAscii,       ///< Names that depend on the code page.
 };
 
 /// All codes, in the order in which findings are listed.
@@ -60,6 +60,7 @@ PLATEN_API const char* auditCodeRemedy(AuditCode code);
 
 /// A line that says more about a finding, UTF-8, without control characters.
 struct AuditDetail {
+    /// English.
     std::string text{};
     /// The colours (1 to 255) that the line is about.
     std::vector<int> colors{};
@@ -89,6 +90,7 @@ PLATEN_API std::string describe(const AuditFinding& finding);
 
 /// What could not be looked at for want of something.
 struct AuditNote {
+    /// What could not be looked at.
     enum class About { Printers, UsedTables };
     About about{};
     /// One English sentence without its full stop, UTF-8, without control characters.
@@ -98,6 +100,7 @@ struct AuditNote {
 struct AuditResult {
     /// By folder, then by code, then in the order of the files.
     std::vector<AuditFinding> findings;
+    /// Empty when everything was looked at.
     std::vector<AuditNote> notes;
     /// What was audited.
     std::vector<std::wstring> folders;
@@ -105,12 +108,15 @@ struct AuditResult {
     std::array<std::size_t, 5> kinds{};
     /// How many could not be read.
     std::size_t unreadable = 0;
+    /// As the settings had it.
     double dotsPerInch = 0;
 
+    /// Of all kinds, and those that could not be read.
     std::size_t fileCount() const;
 };
 
 struct AuditSettings {
+    /// How the files are read.
     PiaReadOptions reading{};
     /// The folders that are audited. They are the search path, too: of two files with one name,
     /// programs take the one in the earlier folder.

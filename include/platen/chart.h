@@ -20,6 +20,7 @@
 
 namespace platen {
 
+/// How the sheet lies.
 enum class ChartOrientation {
     /// As the sheet is given; landscape when none is.
     Automatic,
@@ -44,6 +45,7 @@ struct ChartOptions {
     std::string title{};
     /// Without one, the smallest of A6 to A3 that shows everything well; then more pages of A3.
     std::optional<ChartSheet> sheet{};
+    /// How the sheet lies, whatever its sides are given as.
     ChartOrientation orientation = ChartOrientation::Automatic;
     /// Of tables: styles that are equal share a row.
     bool gather = false;
@@ -61,6 +63,7 @@ PLATEN_API Scene tableChart(const CPlotStyleTable& table, const ChartOptions& op
 /// Papers to scale, with their printable areas; papers whose sizes are far from each other stand on
 /// pages of their own scales.
 PLATEN_API Scene papersChart(const CPlotCfg3& config, const ChartOptions& options = {});
+/// The papers of plot model parameters alone.
 PLATEN_API Scene papersChart(const PlotModelParam& parameters, const ChartOptions& options = {});
 
 }  // namespace platen

@@ -14,6 +14,7 @@ inline constexpr double mostPixels = 100e6;
 
 /// A picture file, or why there is none.
 struct SceneFile {
+    /// The file; empty when there is none.
     std::string bytes{};
     /// English, UTF-8, without its full stop; empty when `bytes` is the file.
     std::string fault{};

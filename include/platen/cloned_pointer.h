@@ -11,7 +11,8 @@ namespace platen {
 template <class Value>
 class ClonedPointer {
 public:
-    ClonedPointer() = default;
+    ClonedPointer() = default;  ///< Holds nothing.
+    /// Takes ownership; null is fine.
     explicit ClonedPointer(std::unique_ptr<Value> value) : value_(std::move(value)) {}
     ClonedPointer(const ClonedPointer& other)
         : value_(other.value_ ? other.value_->clone() : nullptr) {}
@@ -23,13 +24,16 @@ public:
     ~ClonedPointer() = default;
 
     /// Null when it holds nothing.
+    ///@{
     Value* get() { return value_.get(); }
     const Value* get() const { return value_.get(); }
+    ///@}
     Value* operator->() { return value_.get(); }
     const Value* operator->() const { return value_.get(); }
     Value& operator*() { return *value_; }
     const Value& operator*() const { return *value_; }
     explicit operator bool() const { return value_ != nullptr; }
+    /// Takes ownership of `value`, and destroys what was held.
     void reset(Value* value = nullptr) { value_.reset(value); }
 
 private:

@@ -22,6 +22,7 @@ namespace platen {
 
 /// One step on the way from the root to a place. It means the same place in other files.
 struct PLATEN_API DifferenceStep {
+    /// What a step leads to.
     enum class Kind {
         /// An item of a block, by its name.
         Member,
@@ -32,6 +33,7 @@ struct PLATEN_API DifferenceStep {
         Color,
     };
     Kind kind = Kind::Member;
+    /// Of the member or entry; empty for a colour.
     std::wstring name{};
     /// Of an entry: how many of its name come before it. Of a colour: 1 to 255.
     std::size_t number = 0;
@@ -42,30 +44,40 @@ struct PLATEN_API DifferenceStep {
 };
 
 struct PLATEN_API Difference {
+    /// What became of the place.
     enum class Change { Added, Removed, Changed };
     Change change = Change::Changed;
     /// Not empty.
     std::vector<DifferenceStep> place{};
+    /// What kind of item differs.
     PiaItemType::Value type = PiaItemType::Block;
     /// The item as it was and as it is, with all that is in it; null for what was added or removed.
     /// A value that a document has for a key that is left out stands here like any other.
+    ///@{
     std::shared_ptr<const PiaItem> before{};
     std::shared_ptr<const PiaItem> after{};
+    ///@}
     /// For the line weight of a style, which is a place in its table's list: what stands there.
+    ///@{
     std::optional<double> millimetresBefore{};
     std::optional<double> millimetresAfter{};
+    ///@}
 };
 
 /// What differs in the container, which says nothing about the content.
 struct ContainerDifference {
+    /// What of the container differs: its version, its header, or the encoding of its text.
     enum class What { Version, Header, Encoding };
     What what = What::Version;
     /// In words.
+    ///@{
     std::string before{};
     std::string after{};
+    ///@}
 };
 
 struct Comparison {
+    /// Empty for trees that were compared without their files.
     std::vector<ContainerDifference> container{};
     /// In the order of the documents.
     std::vector<Difference> differences{};
@@ -89,6 +101,7 @@ PLATEN_API void keepOnly(Comparison& comparison, const std::vector<std::wstring>
 /// "Color 7: lineweight 0.25 mm -> 0.35 mm": one difference in one line, UTF-8, without control
 /// characters.
 PLATEN_API std::string describe(const Difference& difference);
+/// The same for what differs in the container.
 PLATEN_API std::string describe(const ContainerDifference& difference);
 /// The lines for all differences, the container's first: several keys of a style in one line, equal
 /// changes of several styles in one line.
@@ -96,6 +109,7 @@ PLATEN_API std::vector<std::string> describe(const Comparison& comparison);
 
 /// What is said about a file in the JSON of a comparison.
 struct ComparedFile {
+    /// Its name, UTF-8.
     std::string file;
     FileKind kind = FileKind::Pia;
 };

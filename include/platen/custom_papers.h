@@ -29,24 +29,29 @@ public:
     void load();
     /// Puts the list into the configuration.
     void save();
-    unsigned size() const;
+    unsigned size() const;  ///< Number of papers.
     const CustomPaperSize& operator[](unsigned index) const { return papers_[index]; }
     /// Sets the name for people; the global name stays.
     void setName(unsigned index, const std::wstring& name);
     /// True when a paper has exactly this name, for people or globally.
     bool hasName(const std::wstring& name) const;
     /// In the default units.
+    ///@{
     double get(unsigned index, Length length) const;
     void set(unsigned index, Length length, double value) {
         set(index, length, value, defaultUnits_);
     }
     void set(unsigned index, Length length, double value, Units units);
+    ///@}
     /// Adds a paper without a size, in the default units, to be kept in the PMP.
     void append(const std::wstring& name);
-    void remove(unsigned index);
+    void remove(unsigned index);  ///< Of the list; the configuration follows with `save`.
 
+    /// The unit of every length without one; millimetres at first. Setting it converts nothing.
+    ///@{
     Units getDefaultUnits() const { return defaultUnits_; }
     void setDefaultUnits(Units units) { defaultUnits_ = units; }
+    ///@}
 
 private:
     Units defaultUnits_ = OdDbPlotSettings::kMillimeters;
@@ -70,21 +75,25 @@ public:
     virtual void load();
     /// Puts the list into the configuration.
     virtual void save();
-    virtual unsigned size() const;
+    virtual unsigned size() const;  ///< Number of papers.
     /// The name for people.
     virtual wxString getName(unsigned index);
     /// The global name stays.
     virtual void setName(unsigned index, const wxString& name);
     /// True when a paper has exactly this name, for people or globally.
     virtual bool isDuplicateName(const wxString& name) const;
+    /// In the default units.
+    ///@{
     virtual double getWidth(unsigned index) const;
     virtual double getHeight(unsigned index) const;
     virtual double getTopMargin(unsigned index) const;
     virtual double getBottomMargin(unsigned index) const;
     virtual double getLeftMargin(unsigned index) const;
     virtual double getRightMargin(unsigned index) const;
-    virtual void setSize(unsigned index, double width, double height);
+    ///@}
+    virtual void setSize(unsigned index, double width, double height);  ///< In the default units.
     /// Without units: in the default units.
+    ///@{
     virtual void setLeftMargin(unsigned index, double margin);
     virtual void setLeftMargin(unsigned index, double margin, Units units);
     virtual void setRightMargin(unsigned index, double margin);
@@ -93,12 +102,16 @@ public:
     virtual void setTopMargin(unsigned index, double margin, Units units);
     virtual void setBottomMargin(unsigned index, double margin);
     virtual void setBottomMargin(unsigned index, double margin, Units units);
+    ///@}
     /// Adds a paper without a size, in the default units, to be kept in the PMP.
     virtual void append(const wxString& name);
-    virtual void remove(unsigned index);
+    virtual void remove(unsigned index);  ///< Of the list; the configuration follows with `save`.
 
+    /// The unit of every length without one; millimetres at first. Setting it converts nothing.
+    ///@{
     Units getDefaultUnits() const { return papers_.getDefaultUnits(); }
     void setDefaultUnits(Units units) { papers_.setDefaultUnits(units); }
+    ///@}
 
 private:
     CustomPaperList papers_;

@@ -14,6 +14,7 @@
 
 namespace platen {
 
+/// What became of a change.
 enum class ChangeFate {
     Made,
     /// The tree is as the change would have it.
@@ -34,9 +35,12 @@ struct AppliedChange {
 struct ApplyResult {
     /// In the order of the changes.
     std::vector<AppliedChange> changes{};
+    /// How many changes met each fate.
+    ///@{
     std::size_t made = 0;
     std::size_t alreadyThere = 0;
     std::size_t misfits = 0;
+    ///@}
 };
 
 /// Makes those changes that fit. A change finds its place by names, not by numbers, and a line
@@ -54,6 +58,7 @@ PLATEN_API std::vector<std::string> describeMisfits(const std::vector<Difference
 struct ChangeList {
     /// What the files were that were compared; `Pia` when that is not said.
     FileKind kind = FileKind::Pia;
+    /// In the order of the text.
     std::vector<Difference> changes{};
 };
 

@@ -12,7 +12,8 @@ namespace platen {
 /// A file as it was read. Without a file nothing ever differs.
 class PLATEN_API FileMark {
 public:
-    FileMark() = default;
+    FileMark() = default;  ///< Without a file.
+    /// Of the file at `path` when it held `bytes`.
     FileMark(const std::wstring& path, std::string_view bytes);
     /// Reads the file at `path`; like a mark without a file when it cannot be read.
     static FileMark of(const std::wstring& path);

@@ -13,6 +13,7 @@
 
 namespace platen {
 
+/// How the body of a file is stored.
 enum class FileForm {
     /// Version 2: body text in a compressed container.
     Compressed,
@@ -24,6 +25,7 @@ enum class FileForm {
 
 /// How writing a file went.
 struct PLATEN_API WriteResult {
+    /// The steps of writing: making the bytes, reading them back, putting them into the file.
     enum class Stage { Encoding, ReadingBack, Storing };
 
     /// Where it failed; the file is as it was then. Empty when it was written.
@@ -67,6 +69,7 @@ public:
 
     /// The tree, and what was found while it was read.
     PiaInput& input() { return input_; }
+    /// The same for reading.
     const PiaInput& input() const { return input_; }
     /// After a failed read: whether the bytes could only have been body text.
     FileForm form() const { return form_; }

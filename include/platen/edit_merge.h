@@ -27,6 +27,7 @@ struct MergeConflict {
 PLATEN_API std::vector<std::string> describe(const std::vector<MergeConflict>& conflicts);
 
 struct MergeResult {
+    /// In the order of the changes.
     std::vector<MergeConflict> conflicts{};
     /// Changes of theirs that ours did not have.
     std::size_t taken = 0;

@@ -19,7 +19,9 @@ namespace platen {
 /// What saving the papers of a file did.
 struct PLATEN_API SavedPapers {
     struct Document {
+        /// Of its file.
         std::wstring path;
+        /// How writing it went.
         WriteResult result;
         /// Of all its lists.
         std::size_t papers = 0;
@@ -50,14 +52,18 @@ struct PLATEN_API SavedPapers {
 /// configuration of its device that is never written.
 class PLATEN_API PaperFile {
 public:
+    /// What a file is opened for.
     enum class Purpose { Show, Edit };
 
     /// Reads a file. `report` says why it failed, and what was tolerated: a PMP that cannot be read
     /// is, unless the file is to be edited.
     EditResult open(const std::wstring& path, Purpose purpose, PiaReport& report);
 
+    /// The configuration whose papers these are; after a successful `open` only.
+    ///@{
     CPlotCfg3& config() { return *config_; }
     const CPlotCfg3& config() const { return *config_; }
+    ///@}
     /// The configuration is the file's own.
     bool isConfiguration() const { return !isPmp_; }
     /// Largest width and height in millimetres (pixels for images); 0 for no limit.
@@ -98,14 +104,20 @@ private:
 /// the device.
 struct PaperShape {
     struct Margins {
+        /// Each from its side of the paper.
+        ///@{
         double left = 0;
         double bottom = 0;
         double right = 0;
         double top = 0;
+        ///@}
     };
 
+    /// Of the whole paper.
+    ///@{
     double width = 0;
     double height = 0;
+    ///@}
     /// A paper without them keeps those that it has.
     std::optional<Margins> margins;
     std::optional<OdDbPlotSettings::PlotPaperUnits> units;
@@ -121,6 +133,7 @@ public:
 
     /// Adds a paper, to be kept in the PMP. No other may have its name, in any case.
     EditResult add(const std::wstring& name, const PaperShape& shape);
+    /// `NotFound` or `Ambiguous` when no one paper has the name.
     EditResult remove(const std::wstring& name);
     /// Gives a paper another name for people; what configurations call it stays.
     EditResult rename(const std::wstring& name, const std::wstring& newName);

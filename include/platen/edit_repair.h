@@ -104,21 +104,29 @@ struct Assumption {
 
 /// Something of the file that is not in the repaired one.
 struct Loss {
+    /// What is counted.
     enum class Unit { Bytes, Lines, Items };
 
+    /// How much is lost.
+    ///@{
     Unit unit = Unit::Lines;
     std::uint64_t count = 1;
+    ///@}
     /// As for `Assumption`; that of the first of several lines.
+    ///@{
     std::optional<std::uint64_t> offset{};
     std::optional<std::uint64_t> line{};
     std::wstring path{};
+    ///@}
     /// The text that is lost, or how it begins.
     std::wstring text{};
 };
 
 /// Everything known in one line, UTF-8, without control characters.
+///@{
 PLATEN_API std::string describe(const Assumption& assumption);
 PLATEN_API std::string describe(const Loss& loss);
+///@}
 
 struct RepairSettings {
     PiaLimits limits{};
@@ -133,6 +141,7 @@ struct RepairSettings {
 
 /// What came of a repair. True when there is a file to be written.
 struct RepairResult {
+    /// How far it came.
     enum class Outcome {
         /// Nothing was to be done; `bytes` are those that came.
         Unchanged,
@@ -142,15 +151,21 @@ struct RepairResult {
     };
 
     Outcome outcome = Outcome::Unusable;
+    /// The file as it is to be written.
     std::string bytes{};
+    /// That of `bytes`.
     FileForm form = FileForm::Compressed;
+    /// What the file is; empty when that could not be told.
     std::optional<FileKind> kind{};
     /// From the container to the document, each part in the order of the file.
     std::vector<Assumption> assumptions{};
+    /// What of the file is not in `bytes`.
     std::vector<Loss> losses{};
     /// Further ones, which were only counted.
+    ///@{
     std::size_t omittedAssumptions = 0;
     std::size_t omittedLosses = 0;
+    ///@}
     /// What a check finds in `bytes`: no error, but for `safeOnly`, which may leave some.
     CheckResult check{};
     /// One English sentence without its full stop, UTF-8.

@@ -8,6 +8,7 @@
 
 namespace platen {
 
+/// What kind of reason it is.
 enum class EditFault {
     /// A file cannot be read; the report beside the result says why.
     FileUnreadable,
@@ -54,7 +55,7 @@ class [[nodiscard]] EditResult {
 public:
     /// The change was made.
     EditResult() = default;
-    EditResult(EditRefusal refusal) : refusal_(std::move(refusal)) {}
+    EditResult(EditRefusal refusal) : refusal_(std::move(refusal)) {}  ///< Not made.
 
     explicit operator bool() const { return !refusal_; }
 

@@ -109,11 +109,13 @@ public:
     /// Borrows the file, which must be read before `open`.
     explicit TableEditor(SourceFile& file) : file_(file) {}
 
+    /// Takes the table that the file holds. `WrongKind` when there is none, or none that can be
+    /// read.
     EditResult open();
 
     /// The table as it is now. Settings may be changed, styles come and go by the editor.
     CPlotStyleTable& table() { return table_; }
-    const CPlotStyleTable& table() const { return table_; }
+    const CPlotStyleTable& table() const { return table_; }  ///< As it is now.
     /// Each colour has a style of its own, so that none is added and none goes.
     bool isByColour() const { return byColour_; }
 
@@ -131,6 +133,7 @@ public:
     EditResult add(const std::wstring& name, const std::size_t* like = nullptr);
     /// Removes styles that no colour uses.
     EditResult remove(const std::vector<std::size_t>& places);
+    /// Refused (`NameInvalid`, `NameTaken`) for no name of a style and for that of another one.
     EditResult rename(std::size_t place, const std::wstring& name);
     /// Gives the style at `to` the settings and the description of the one at `from`.
     void copy(std::size_t from, std::size_t to);

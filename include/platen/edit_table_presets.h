@@ -11,6 +11,7 @@
 namespace platen {
 
 struct TablePreset {
+    /// As `applyPreset` takes it.
     std::string_view name;
     /// What it gives, for a list.
     std::string_view purpose;

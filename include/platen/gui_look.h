@@ -115,11 +115,15 @@ PLATEN_API int toDIP(int value);
 // the reason is logged as debug messages. The window given is not created then. A null window
 // fails, and so does a panel without a parent.
 
+/// Makes the window `dialog` what the resource `name` says.
 [[nodiscard]] PLATEN_API bool loadDialog(wxDialog* dialog, wxWindow* parent, const wchar_t* name);
 /// `wizard` is a `wxWizard`.
 [[nodiscard]] PLATEN_API bool loadWizard(wxDialog* wizard, wxWindow* parent, const wchar_t* name);
+/// The same for a frame and for a panel.
+///@{
 [[nodiscard]] PLATEN_API bool loadFrame(wxFrame* frame, wxWindow* parent, const wchar_t* name);
 [[nodiscard]] PLATEN_API bool loadPanel(wxPanel* panel, wxWindow* parent, const wchar_t* name);
+///@}
 /// Makes the panel, which `parent` owns; null when that fails.
 [[nodiscard]] PLATEN_API wxPanel* loadPanel(wxWindow* parent, const wchar_t* name);
 
@@ -157,6 +161,7 @@ public:
     explicit BasePolicy(const wxString& errorMessage);
     virtual ~BasePolicy();
 
+    /// In the language that the user has now, unless it was given.
     wxString errorMessage() const;
 
     /// Shows the message in an error box.

@@ -61,6 +61,8 @@ PLATEN_API void initWxWidgets(bool start);
 // ---------------------------------------------------------------------------------------------
 // Keys and the mouse: GUI thread only
 
+/// Whether the key is down now; see `ut::KeyCodes`.
+///@{
 [[nodiscard]] PLATEN_API bool isSpaceDown();
 [[nodiscard]] PLATEN_API bool isShiftDown();
 [[nodiscard]] PLATEN_API bool isControlDown();
@@ -68,10 +70,14 @@ PLATEN_API void initWxWidgets(bool start);
 [[nodiscard]] PLATEN_API bool isAltDown();
 [[nodiscard]] PLATEN_API bool isAltGrDown();
 [[nodiscard]] PLATEN_API bool isEscapeDown();
+///@}
 
+/// Whether the button is down now.
+///@{
 [[nodiscard]] PLATEN_API bool isLButtonDown();
 [[nodiscard]] PLATEN_API bool isMButtonDown();
 [[nodiscard]] PLATEN_API bool isRButtonDown();
+///@}
 
 /// True when the key of `event` produces a character. Enter, on the keypad too, gets 13 for its
 /// Unicode character.
@@ -153,6 +159,7 @@ PLATEN_API FormattingErrorHandler setFormattingErrorHandler(FormattingErrorHandl
 // ---------------------------------------------------------------------------------------------
 // Time and numbers
 
+/// Lets the calling thread sleep.
 PLATEN_API void milliSleep(unsigned long milliseconds);
 
 /// `number` * `numerator` / `denominator`, exact in between and rounded to the nearest integer,
@@ -165,6 +172,7 @@ PLATEN_API void milliSleep(unsigned long milliseconds);
 
 #ifdef _WIN32
 
+/// What became of a mail.
 enum EMailStatus {
     /// Sent, or cancelled by the user.
     MS_Sent = 0,
@@ -178,6 +186,7 @@ enum EMailStatus {
 /// of the dialog, which belongs to `parent`. Under Wine there is no mail service.
 PLATEN_API EMailStatus sendByMail(ut::FileName file, HWND parent);
 
+/// What a drive is.
 enum EFSVolumeKind {
     FSV_Removable = 0,
     FSV_Fixed = 1,
@@ -196,6 +205,7 @@ enum EFSVolumeKind {
 /// The state of the keyboard as far as this thread has taken its messages: 256 bytes, one a virtual
 /// key. False for null.
 PLATEN_API bool getKeyboardState(unsigned char* states);
+/// Sets that state for this thread, from 256 bytes. False for null, or when the system refuses.
 PLATEN_API bool setKeyboardState(unsigned char* states);
 
 #endif

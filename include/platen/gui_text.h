@@ -50,8 +50,8 @@ public:
     wxString string() const { return text_; }
     /// In pixels, of all lines.
     wxSize extents() const { return extents_; }
-    wxFont font() const { return font_; }
-    bool empty() const { return text_.empty(); }
+    wxFont font() const { return font_; }         ///< As it was given.
+    bool empty() const { return text_.empty(); }  ///< There is no text.
 
     /// Draws the lines with their upper left corner at `position`, leaving what is behind them.
     void drawText(wxDC& dc, wxPoint position, wxColour colour);

@@ -30,6 +30,7 @@ struct BundledFile {
     std::wstring place{};
     /// Empty for what cannot be read, and is kept byte by byte.
     std::optional<FileKind> kind{};
+    /// The size of the file.
     std::uint64_t bytes = 0;
     /// 64 small hexadecimal digits.
     std::string sha256{};
@@ -37,6 +38,7 @@ struct BundledFile {
     std::int64_t modified = 0;
     /// The printer and the PMP that it names; empty for none.
     std::wstring printer{};
+    /// The PMP by the name that the configuration has for it; empty for none.
     std::wstring parameters{};
     /// Where that PMP is in the bundle; empty when it was not found.
     std::wstring parametersPath{};
@@ -44,6 +46,7 @@ struct BundledFile {
 
 /// What a bundle does not hold.
 struct LeftOutFile {
+    /// Its full path.
     std::wstring place{};
     /// An English phrase, UTF-8, printable.
     std::string reason{};
@@ -61,6 +64,7 @@ struct BundleManifest {
     std::vector<std::wstring> folders{};
     /// In the order of the archive.
     std::vector<BundledFile> files{};
+    /// In the order in which it was noted.
     std::vector<LeftOutFile> leftOut{};
 };
 
@@ -78,11 +82,16 @@ inline constexpr const char* manifestName = "manifest.json";
 class PLATEN_API BundleWriter {
 public:
     struct Settings {
+        /// As in `BundleManifest`.
+        ///@{
         std::wstring date{};
         std::wstring madeBy{};
         std::vector<std::wstring> folders{};
+        ///@}
+        /// How the files are read that are added.
         PiaReadOptions reading{};
     };
+    /// Of what goes into the manifest.
     explicit BundleWriter(Settings settings);
     ~BundleWriter();
     BundleWriter(const BundleWriter&) = delete;
@@ -92,6 +101,7 @@ public:
     struct Added {
         /// Empty when it was left out; then `leftOut` says why.
         std::optional<BundledFile> file{};
+        /// Empty when the file was added.
         std::optional<LeftOutFile> leftOut{};
         /// English sentences without their full stops, UTF-8, printable.
         std::vector<std::string> warnings{};
@@ -117,7 +127,9 @@ private:
 struct BundleLimits {
     /// Of the archive, which is held in memory.
     std::uint64_t archiveBytes = std::uint64_t{512} << 20U;
+    /// How many there may be in the archive.
     std::size_t entries = 20'000;
+    /// Of the manifest.
     std::uint64_t manifestBytes = std::uint64_t{16} << 20U;
     /// Of one file, as for any plotter file.
     std::uint64_t fileBytes = PiaLimits{}.bodyBytes;
@@ -138,8 +150,10 @@ public:
 
     /// Reads the directory and the manifest. Refused as `FileUnreadable` or `ValueInvalid`.
     EditResult open(const std::wstring& path, const BundleLimits& limits = {});
+    /// The same with the archive's bytes.
     EditResult openBytes(ut::ByteBuffer bytes, const BundleLimits& limits = {});
 
+    /// What `open` has read; empty before.
     const BundleManifest& manifest() const;
     /// Names of entries that the manifest does not name, as UTF-8 as far as they are.
     const std::vector<std::string>& strangers() const;

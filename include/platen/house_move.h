@@ -15,8 +15,11 @@
 namespace platen {
 
 struct PrinterMove {
+    /// Names of printers: the one before and the one that takes its place.
+    ///@{
     std::wstring from{};
     std::wstring to{};
+    ///@}
 };
 
 /// Which printer takes the place of which. Every document moves once at most, however the names
@@ -31,6 +34,7 @@ public:
 
     /// The move from a printer, whose name is compared without regard to case, or null.
     const PrinterMove* find(std::wstring_view printer) const;
+    /// In the order in which they were added.
     const std::vector<PrinterMove>& moves() const { return moves_; }
 
 private:
@@ -39,6 +43,7 @@ private:
 
 /// What a move costs.
 struct MoveLoss {
+    /// What is lost.
     enum class Kind {
         /// Settings that only the old driver reads. They stay in the file.
         DriverSettings,
@@ -90,10 +95,15 @@ struct MovedDocument {
     struct Change {
         /// The item in the block "meta".
         std::wstring key{};
+        /// Its text.
+        ///@{
         std::wstring before{};
         std::wstring after{};
+        ///@}
     };
+    /// Only of what is different now.
     std::vector<Change> changes{};
+    /// What the move costs.
     std::vector<MoveLoss> losses{};
     /// The move from its printer, when there is one.
     const PrinterMove* printer = nullptr;

@@ -21,6 +21,7 @@
 namespace platen {
 
 struct RestoreSettings {
+    /// Where the files go; paths in the bundle are relative to it.
     std::wstring folder{};
     /// Null: no printer changes.
     const MoveMap* printers = nullptr;
@@ -30,6 +31,7 @@ struct RestoreSettings {
     bool replace = false;
     /// Nothing is written.
     bool dryRun = false;
+    /// How files are read that are taken out.
     PiaReadOptions reading{};
 };
 
@@ -37,7 +39,9 @@ struct RestoreSettings {
 struct PlannedFile {
     /// A full path in the folder.
     std::wstring place{};
+    /// With the names of the new place.
     ut::ByteBuffer bytes{};
+    /// What its names became.
     MovedDocument moved{};
 };
 
@@ -47,6 +51,7 @@ PLATEN_API EditResult planFile(const Bundle& bundle, const BundledFile& file,
                                const RestoreSettings& settings, PlannedFile& planned);
 
 struct RestoredFile {
+    /// What became of the file.
     enum class State {
         Written,
         /// An equal file is there, and stays.
@@ -59,9 +64,11 @@ struct RestoredFile {
         Failed,
     };
     State state = State::Failed;
+    /// A full path in the folder.
     std::wstring place{};
     /// Where the file is that was replaced.
     std::wstring copy{};
+    /// What its names became.
     MovedDocument moved{};
     /// Of `Different` and `Failed`: an English sentence without its full stop, UTF-8, printable.
     std::string fault{};

@@ -50,9 +50,11 @@ PLATEN_API const char* headerLetters(PiaKind kind);
 /// rejected.
 struct Content {
     FileKind kind = FileKind::Pia;
+    /// Set for "ctb" and "stb".
     std::unique_ptr<CPlotStyleTable> table;
     /// Holds the PMP that it names, when that can be read. Its meta node is as in the file.
     std::unique_ptr<CPlotCfg3> config;
+    /// Set for "pmp".
     std::unique_ptr<PlotModelParam> parameters;
     /// Where the PMP that the configuration names was found; empty when it was not.
     std::wstring pmpPath;
@@ -80,6 +82,7 @@ PLATEN_API std::vector<int> colorsOf(const CPlotStyleTable& table, const CPlotSt
 
 // --- What is wrong with it ---
 
+/// How bad a finding is.
 enum class Severity {
     /// The file can be used, but a careful reader wants to know.
     Warning,
@@ -98,6 +101,7 @@ struct Finding : PiaFinding {
 /// control characters.
 PLATEN_API std::string describe(const Finding& finding);
 
+/// What a check comes to: the worst of its findings.
 enum class Verdict {
     /// Nothing was found.
     Sound,
@@ -114,6 +118,7 @@ struct CheckResult {
     std::vector<Finding> findings;
     /// Further ones, which were only counted.
     std::size_t omitted = 0;
+    /// Counts the omitted ones, too.
     Verdict verdict = Verdict::Sound;
 };
 
@@ -123,6 +128,7 @@ struct InstalledPrinter {
     std::wstring driver;
     /// Bytes of its device mode, those of the driver included; 0 when the driver does not say.
     std::int64_t deviceModeBytes = 0;
+    /// By the names that the driver gives them.
     std::vector<std::wstring> papers;
 };
 
@@ -150,6 +156,7 @@ PLATEN_API const InstalledPrinters& installedPrinters();
 #endif
 
 struct CheckSettings {
+    /// How the file is read, and the PMP that it names.
     PiaReadOptions reading{};
     /// More findings than this are only counted.
     std::size_t mostFindings = 1000;
@@ -187,6 +194,7 @@ PLATEN_API std::string checkJson(const std::string& file, const CheckResult& res
 
 /// An item of a file that its document leaves behind.
 struct LostItem {
+    /// Why it is left behind.
     enum class Reason {
         /// The document has no such key, or the key has another type.
         NotCarried,
@@ -211,6 +219,7 @@ inline constexpr std::size_t mostLostItems = 1000;
 /// their blocks may be named anyhow.
 PLATEN_API std::vector<LostItem> lostItems(const PiaBlock& root, const CPlotCfg3& document,
                                            const PiaReport& report);
+/// The same for plot model parameters.
 PLATEN_API std::vector<LostItem> lostItems(const PiaBlock& root, const PlotModelParam& document,
                                            const PiaReport& report);
 

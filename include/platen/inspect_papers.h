@@ -14,16 +14,20 @@ namespace platen {
 /// One paper; lengths are in `units`, an `OdDbPlotSettings::PlotPaperUnits` or any other number
 /// that a file holds.
 struct ShownPaper {
+    /// What people call it.
     std::wstring name;
     /// What configurations call it.
     std::wstring globalName;
     std::int32_t units = OdDbPlotSettings::kMillimeters;
     double width = 0;
     double height = 0;
+    /// Margins, each from its side of the paper.
+    ///@{
     double left = 0;
     double bottom = 0;
     double right = 0;
     double top = 0;
+    ///@}
     /// Margins are a matter of the printer's settings.
     bool marginsKnown = true;
     /// The Windows number of a printer's paper.
@@ -32,8 +36,11 @@ struct ShownPaper {
     const char* keptIn = "";
 };
 
+/// A paper of a built-in device, and a custom one.
+///@{
 PLATEN_API ShownPaper shown(const wut::PaperSizeInfo& paper);
 PLATEN_API ShownPaper shown(const CustomPaperSize& paper);
+///@}
 
 /// "mm", "in", "px", or "?" for a number that is none of these units.
 PLATEN_API const char* unitSymbol(std::int32_t units);

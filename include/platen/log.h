@@ -24,13 +24,17 @@ PLATEN_API void logWarning(const wchar_t* format, ...);
 /// The same with level `Message`.
 PLATEN_API void logMessage(const wchar_t* format, ...);
 
+/// How bad a record is.
 enum class LogLevel { Error, Warning, Message };
 
 /// The place in the source that a record names.
 struct LogPlace {
+    /// Texts are borrowed.
+    ///@{
     const char* file;
     int line;
     const char* function;
+    ///@}
 };
 
 /// Takes one record, on the thread that logs it.

@@ -20,7 +20,7 @@ enum class OdCodePageId : int {
 /// The SDK's text type.
 class PLATEN_API OdString {
 public:
-    OdString() = default;
+    OdString() = default;  ///< Empty.
     /// A null pointer gives the empty text.
     OdString(const wchar_t* text) : text_(text != nullptr ? text : L"") {}
     explicit OdString(std::wstring text) : text_(std::move(text)) {}
@@ -29,8 +29,11 @@ public:
     /// becomes the code point of the same number.
     OdString(std::string_view bytes, OdCodePageId codePage);
 
+    /// Borrowed: valid until the text is changed or destroyed.
+    ///@{
     const wchar_t* c_str() const { return text_.c_str(); }
     const std::wstring& text() const { return text_; }
+    ///@}
     bool isEmpty() const { return text_.empty(); }
     bool operator==(const OdString& other) const = default;
     /// Equality after `ut::toLower` of each character, whatever the locale.
@@ -43,6 +46,7 @@ private:
 /// The SDK's exception. The codes are the SDK's result codes.
 class PLATEN_API OdError {
 public:
+    /// A result code of the SDK.
     explicit OdError(int code) : code_(code) {}
     int code() const { return code_; }
 
@@ -64,20 +68,25 @@ public:
 template <class T>
 class OdArray {
 public:
-    std::size_t size() const { return elements_ ? elements_->size() : 0; }
-    std::size_t length() const { return size(); }
+    std::size_t size() const { return elements_ ? elements_->size() : 0; }  ///< Number of elements.
+    std::size_t length() const { return size(); }                           ///< The same as `size`.
     bool isEmpty() const { return size() == 0; }
 
+    /// Adds an element at the end.
+    ///@{
     void append(T element) { own().push_back(std::move(element)); }
     void push_back(T element) { own().push_back(std::move(element)); }
+    ///@}
     /// New elements are values of their type.
     void resize(std::size_t size) { own().resize(size); }
-    void clear() { elements_.reset(); }
+    void clear() { elements_.reset(); }  ///< Removes all elements.
 
     /// Throws `OdError_InvalidIndex`.
     T& operator[](std::size_t index) { return own()[checked(index)]; }
     const T& operator[](std::size_t index) const { return (*elements_)[checked(index)]; }
 
+    /// As many elements as `size` says, which nobody else shares; null for an empty array that
+    /// never had any.
     T* asArrayPtr() { return own().data(); }
     /// Null or anything for an empty array.
     const T* asArrayPtr() const { return elements_ ? elements_->data() : nullptr; }
@@ -111,6 +120,7 @@ private:
 /// The SDK's colour, as far as it is red, green and blue. Black at first.
 class PLATEN_API OdCmColor {
 public:
+    /// From 0 to 255 each.
     void setRGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
         red_ = red;
         green_ = green;
@@ -129,5 +139,6 @@ private:
 
 /// The SDK's plot settings: Platen needs their paper units.
 struct OdDbPlotSettings {
+    /// As files have them, too.
     enum PlotPaperUnits : std::int32_t { kInches = 0, kMillimeters = 1, kPixels = 2 };
 };

@@ -13,26 +13,33 @@ namespace wut {
 
 /// One paper of a built-in plot device. Lengths are in `units`.
 struct PaperSizeInfo {
-    const wchar_t* displayName;
+    const wchar_t* displayName;  ///< The name shown to people.
     /// The display name with an underscore for each blank: the name stored in configurations.
     const wchar_t* canonicalName;
+    /// Of the whole paper.
+    ///@{
     double width;
     double height;
+    ///@}
     OdDbPlotSettings::PlotPaperUnits units;
     /// Margins in the order in which `CustomPaperSize` has them.
+    ///@{
     double left;
     double bottom;
     double right;
     double top;
+    ///@}
 };
 
 /// Papers of the PDF device, of the image devices, and common plotter papers.
+///@{
 PLATEN_API extern const PaperSizeInfo* const cPdfPapers;
 PLATEN_API extern const std::size_t cPdfPapersCount;
 PLATEN_API extern const PaperSizeInfo* const cImagePapers;
 PLATEN_API extern const std::size_t cImagePapersCount;
 PLATEN_API extern const PaperSizeInfo* const cNonePapers;
 PLATEN_API extern const std::size_t cNonePapersCount;
+///@}
 
 /// The unit in which the paper of a Windows paper id is measured; millimetres above id 118.
 PLATEN_API OdDbPlotSettings::PlotPaperUnits getUnitsForDevice(unsigned short id);

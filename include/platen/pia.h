@@ -36,13 +36,17 @@ struct PiaLimits {
 };
 
 struct PiaReadOptions {
+    /// What is refused.
     PiaLimits limits;
     /// Verified parts that do not hold fail the read; the others are warnings.
+    ///@{
     bool verifyHeaderText = false;
     bool verifyLengths = false;
     bool verifyChecksum = false;
+    ///@}
 };
 
+/// How the text of a body is encoded: where neither is needed, for ASCII, it counts as UTF-8.
 enum class PiaEncoding { Utf8, Ansi };
 
 /// What the container of a file says and whether it holds.
@@ -51,14 +55,19 @@ struct PLATEN_API PiaContainer {
     int version = 0;
     /// The kind in the header of a version-2 file; empty when the header text is not a known one.
     std::optional<PiaKind> kind;
+    /// Of the uncompressed body; in version 3 of the file.
     std::uint64_t bodyBytes = 0;
     /// Bytes of the zlib stream; 0 in version 3.
     std::uint64_t compressedBytes = 0;
+    /// The one in the header, and the one that the file should have; both 0 in version 3.
+    ///@{
     std::uint32_t storedChecksum = 0;
     std::uint32_t actualChecksum = 0;
+    ///@}
+    /// Of the body that was read.
     PiaEncoding encoding = PiaEncoding::Utf8;
 
-    bool checksumHolds() const { return storedChecksum == actualChecksum; }
+    bool checksumHolds() const { return storedChecksum == actualChecksum; }  ///< True in version 3.
 };
 
 /// Serves the body lines of a version-2 file.
@@ -71,8 +80,10 @@ public:
 
     /// Reads and inflates the file. 0 on success; -2 when the file system fails or the file is
     /// refused; otherwise zlib's error code.
+    ///@{
     [[nodiscard]] int open(const wchar_t* path);
     [[nodiscard]] int open(const wchar_t* path, const PiaReadOptions& options);
+    ///@}
     /// The same with the file's bytes, which are borrowed for the call only.
     [[nodiscard]] int openBytes(std::string_view bytes, const PiaReadOptions& options);
 
@@ -80,7 +91,9 @@ public:
     /// time: the rest of a longer line is the next line. The text is valid until the next call.
     const wchar_t* readLine();
 
+    /// What is known of the file that was opened last.
     const PiaContainer& container() const;
+    /// Why the last `open` failed, and what it tolerated.
     const PiaReport& report() const;
     /// The uncompressed body as it stands.
     std::string_view body() const;
@@ -94,8 +107,11 @@ private:
 /// Writes a tree as a version-2 file.
 class PLATEN_API PiaFileOut {
 public:
+    /// What the header of the file names; `Ctb` until then.
+    ///@{
     void setKind(int kind) { kind_ = kind; }
     void setKind(PiaKind kind) { kind_ = static_cast<int>(kind); }
+    ///@}
 
     /// Writes the whole file or leaves `path` as it was. What a reader would not read back as it
     /// stands in the tree is a warning of the report; a line break in a name or value fails the
@@ -109,6 +125,7 @@ public:
 
     /// 0 after success, -2 for the file system (or a refused tree), otherwise zlib's error code.
     int status() const { return status_; }
+    /// Why the last write failed, and what a reader would not read back.
     const PiaReport& report() const { return report_; }
 
 private:
@@ -134,16 +151,21 @@ public:
     /// Chooses the reader by the sixteenth byte ("2": line text, otherwise JSON) and parses. False
     /// leaves no tree; `report` says why. The header's text, lengths and checksum are not verified
     /// unless the options ask for it.
+    ///@{
     [[nodiscard]] bool open(const wchar_t* path);
     [[nodiscard]] bool open(const wchar_t* path, const PiaReadOptions& options);
+    ///@}
     /// The same with a file's bytes, which are borrowed for the call only.
     [[nodiscard]] bool openBytes(std::string_view file, const PiaReadOptions& options = {});
     /// Parses body text, as it stands inside a version-2 file.
     [[nodiscard]] bool openBody(std::string_view body, const PiaReadOptions& options = {});
 
     /// The tree, owned by this object; null before a successful `open`.
+    ///@{
     PiaBlock* root();
     const PiaBlock* root() const;
+    ///@}
+    /// What is known of the file that was opened last.
     const PiaContainer& container() const { return container_; }
     /// Why the last `open` failed, and what it tolerated.
     const PiaReport& report() const { return report_; }

@@ -23,6 +23,7 @@ class PiaNameIndex;
 /// The type of an item, by its fixed number: compares with the numbers and converts from them.
 class PiaItemType {
 public:
+    /// The numbers do not change.
     enum Value : std::int32_t { Bin = 0, Block = 1, Bool = 2, Str = 3, Num = 4 };
 
     // NOLINTBEGIN(google-explicit-constructor): a type is its number.
@@ -49,6 +50,7 @@ private:
     std::uint32_t line_ = 0;
 
 public:
+    /// That of a root is empty.
     const PiaName name;
 
     /// The line of the version-2 body that the item was read from, from 1: the first line of a
@@ -68,6 +70,7 @@ protected:
 /// An item whose value is a text: a `PiaBin`, `PiaStr` or `PiaNum`.
 class PLATEN_API PiaTextItem : public PiaItem {
 public:
+    /// May be changed in place.
     PiaText value;
 
 protected:
@@ -79,6 +82,7 @@ protected:
 /// A binary value, kept as text (written between backslashes).
 class PLATEN_API PiaBin final : public PiaTextItem {
 public:
+    /// The value is not checked.
     PiaBin(std::wstring_view itemName, std::wstring_view itemValue);
 
 private:
@@ -90,7 +94,7 @@ private:
 class PLATEN_API PiaBool final : public PiaItem {
 public:
     PiaBool(std::wstring_view itemName, bool itemValue);
-    bool value;
+    bool value;  ///< May be changed in place.
 
 private:
     friend struct PiaAccess;
@@ -115,6 +119,7 @@ public:
     PiaNum(std::wstring_view itemName, std::wstring_view text);
     /// Fixed notation with `precision` digits after the point; a negative precision means 6.
     PiaNum(std::wstring_view itemName, double number, int precision);
+    /// In decimal.
     template <std::integral Integer>
     PiaNum(std::wstring_view itemName, Integer number)
         : PiaNum(itemName, std::wstring_view(std::to_wstring(+number))) {}
@@ -158,10 +163,12 @@ public:
         std::uint32_t capacity_ = 0;
     };
 
+    /// Without children.
     explicit PiaBlock(std::wstring_view itemName);
     /// Destroys the children in order, however deep they nest.
     ~PiaBlock() override;
 
+    /// To be looked at; see `addItem` and the rest for changes.
     Items items;
 
     /// The first child of exactly this name (case-sensitive) and type, or null.

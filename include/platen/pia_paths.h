@@ -16,6 +16,7 @@
 ///     for (PiaWalk walk(root); walk.next();) { ... walk.item() ... }
 class PLATEN_API PiaWalk {
 public:
+    /// Borrows the block, which itself is not gone to.
     explicit PiaWalk(const PiaBlock& root) : levels_{{&root, 0}} {}
 
     /// Goes to the next item, or back to a block behind the last of its children. False when all
@@ -33,6 +34,7 @@ public:
         enters_ = item_->type == PiaItemType::Block;
         return true;
     }
+    /// The item that the last step reached.
     PiaItem& item() const { return *item_; }
     /// True behind the children of the block that `item` is.
     bool isEnd() const { return isEnd_; }
@@ -62,7 +64,9 @@ private:
 
 /// What a path leads to: items of one name in one block, in the order of the file.
 struct PiaPlace {
+    /// The block that holds them; of no meaning when there are none.
     PiaBlock* parent = nullptr;
+    /// Empty when nothing has the path.
     std::vector<PiaItem*> items;
 };
 
@@ -70,6 +74,7 @@ struct PiaPlace {
 /// word. Names may hold "/" and ":" themselves: the longest name that leads to an item wins, and a
 /// type word counts as one only when no item is named with it.
 PLATEN_API PiaPlace piaFindPlace(PiaBlock& root, std::wstring_view path);
+/// The same for a tree that is only looked at.
 PLATEN_API std::vector<const PiaItem*> piaFindItems(const PiaBlock& root, std::wstring_view path);
 
 /// The line of the item at `path`, or of the innermost block on the way that is there; see

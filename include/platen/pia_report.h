@@ -107,6 +107,7 @@ PLATEN_API const char* piaCodeRemedy(PiaCode code);
 
 /// One finding: what, where, what was expected and what was there. Unknown parts are empty.
 struct PLATEN_API PiaFinding {
+    /// What was found.
     PiaCode code{};
     /// Byte offset in the file for findings in the container and in JSON bodies, in the
     /// uncompressed body for findings in body text.
@@ -115,8 +116,11 @@ struct PLATEN_API PiaFinding {
     std::optional<std::uint64_t> line{};
     /// Names from the root, joined by "/".
     std::wstring path{};
+    /// In words, or the text as it stands.
+    ///@{
     std::wstring expected{};
     std::wstring found{};
+    ///@}
 
     /// Everything known in one line, UTF-8, without control characters.
     std::string describe() const;
@@ -130,13 +134,16 @@ public:
 
     /// Why it failed; empty when it did not.
     const std::optional<PiaFinding>& failure() const { return failure_; }
+    /// In the order in which they were found.
     const std::vector<PiaFinding>& warnings() const { return warnings_; }
     /// The number of warnings, kept or not.
     std::size_t warningCount() const { return warningCount_; }
 
+    /// Notes what was tolerated; beyond `maxWarnings` it is only counted.
     void warn(PiaFinding finding);
     /// Notes why it failed, the first reason winning, and returns false.
     bool fail(PiaFinding finding);
+    /// Forgets everything.
     void clear();
     /// Gives the findings that have a path alone the line that it leads to in the tree, or as near
     /// as it leads; see `piaLineOf`.

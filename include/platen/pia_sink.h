@@ -11,18 +11,22 @@
 class PLATEN_API PiaSink {
 public:
     /// False when the block has an item of that name and type already.
+    ///@{
     [[nodiscard]] virtual bool addString(PiaKey key, std::wstring_view text) = 0;
     [[nodiscard]] virtual bool addBool(PiaKey key, bool flag) = 0;
     [[nodiscard]] virtual bool addBin(PiaKey key, std::wstring_view text) = 0;
     /// A number by its text, which is not checked.
     [[nodiscard]] virtual bool addNumber(PiaKey key, std::wstring_view text) = 0;
     [[nodiscard]] virtual bool addInt(PiaKey key, int number) = 0;
+    ///@}
     /// Fixed notation with `precision` digits after the point; a negative precision means 6.
     [[nodiscard]] virtual bool addDouble(PiaKey key, double number, int precision = -1) = 0;
     /// Begins a block; null when there is one of that name already. Its items go to the result,
     /// until the next item goes to this sink.
     [[nodiscard]] virtual PiaSink* addBlock(PiaKey key) = 0;
 
+    /// The same with a name that is known only when the program runs: it is copied.
+    ///@{
     template <PiaRuntimeName Name>
     [[nodiscard]] bool addString(const Name& itemName, std::wstring_view text) {
         return addStringNamed(itemName, text);
@@ -35,6 +39,7 @@ public:
     [[nodiscard]] PiaSink* addBlock(const Name& itemName) {
         return addBlockNamed(itemName);
     }
+    ///@}
 
 protected:
     ~PiaSink() = default;

@@ -25,8 +25,11 @@ public:
     // NOLINTNEXTLINE(google-explicit-constructor): keys are written as plain literals.
     consteval PiaKey(const wchar_t (&literal)[Size]) : text_(literal, Size - 1) {}
 
+    /// The text; a NUL follows it.
+    ///@{
     constexpr std::wstring_view text() const { return text_; }
     constexpr const wchar_t* c_str() const { return text_.data(); }
+    ///@}
 
 private:
     friend struct PiaAccess;
@@ -51,6 +54,8 @@ concept PiaOtherText = std::convertible_to<const Text&, std::wstring_view> &&
 template <class Self>
 class PiaReadsAsText {
 public:
+    /// As of `const std::wstring`.
+    ///@{
     using value_type = wchar_t;
     using size_type = std::size_t;
     using const_iterator = const wchar_t*;
@@ -129,6 +134,7 @@ public:
     std::size_t find_last_not_of(wchar_t character, std::size_t from = npos) const {
         return text().find_last_not_of(character, from);
     }
+    ///@}
 
     // Found only for texts of items, so that nobody else's operators are looked for here.
     template <std::convertible_to<std::wstring_view> Right>
@@ -174,9 +180,10 @@ public:
     PiaName& operator=(const PiaName&) = delete;
     ~PiaName();
 
+    /// The text, for as long as the name lives.
     std::wstring_view view() const { return {text_, length_}; }
-    std::wstring str() const { return std::wstring(view()); }
-    std::size_t size() const { return length_; }
+    std::wstring str() const { return std::wstring(view()); }  ///< A copy.
+    std::size_t size() const { return length_; }               ///< Wide characters.
 
 private:
     friend class PiaItem;
@@ -209,15 +216,16 @@ public:
     PiaText& operator=(const PiaText& other);
     PiaText& operator+=(std::wstring_view text) { return *this = str().append(text); }
     PiaText& operator+=(wchar_t character) { return *this += std::wstring_view(&character, 1); }
-    void clear() { *this = std::wstring_view(); }
+    void clear() { *this = std::wstring_view(); }  ///< Makes it the empty text.
     ~PiaText() {
         if (form() == Form::Owned) {
             free();
         }
     }
 
+    /// The text, for as long as this one lives and is not changed.
     std::wstring_view view() const;
-    std::wstring str() const;
+    std::wstring str() const;  ///< A copy.
     /// Wide characters.
     std::size_t size() const { return lengthAndForm_ >> formBits; }
 

@@ -13,14 +13,16 @@ class PiaArena;
 /// was read may lie in the body that it was read from.
 class PLATEN_API PiaTree {
 public:
-    PiaTree();
+    PiaTree();  ///< An empty root.
     ~PiaTree();
     PiaTree(PiaTree&&) noexcept;
     PiaTree& operator=(PiaTree&&) noexcept;
 
     /// The root block; its name is empty.
+    ///@{
     PiaBlock& root() { return *root_; }
     const PiaBlock& root() const { return *root_; }
+    ///@}
 
 private:
     friend struct PiaAccess;

@@ -53,9 +53,13 @@ extern "C" {
 /* What these functions are: raised when some are added. */
 #define PLATEN_INTERFACE_VERSION 1
 
+/* Where failures are noted; all else is made from one. */
 typedef struct platen_context platen_context;
+/* A plotter file in memory. */
 typedef struct platen_document platen_document;
+/* The custom papers of a file and, for a configuration, of its PMP. */
 typedef struct platen_papers platen_papers;
+/* Bytes that a function returns; a text unless it says otherwise. */
 typedef struct platen_buffer platen_buffer;
 
 /* --- Versions and contexts --- */
@@ -67,6 +71,7 @@ PLATEN_C_API uint32_t platen_interface_version(void);
 
 /* NULL when there is no memory. */
 PLATEN_C_API platen_context* platen_context_create(void);
+/* What came from it lives on, without a place for its failures. */
 PLATEN_C_API void platen_context_destroy(platen_context* context);
 /* Why the last call that failed did: one JSON object, schema "platen.error/1", with a "code" that
  * stays the same from release to release, a "message" and, where they are known, a "remedy", the
@@ -82,6 +87,7 @@ PLATEN_C_API void platen_context_set_max_body(platen_context* context, uint64_t 
 PLATEN_C_API const char* platen_buffer_data(const platen_buffer* buffer);
 /* Their number, without that zero. */
 PLATEN_C_API size_t platen_buffer_size(const platen_buffer* buffer);
+/* NULL is fine. */
 PLATEN_C_API void platen_buffer_destroy(platen_buffer* buffer);
 
 /* --- Documents --- */
@@ -102,6 +108,7 @@ PLATEN_C_API platen_document* platen_document_create_configuration(platen_contex
                                                                    const char* device);
 /* The names of the built-in devices: schema "platen.devices/1". */
 PLATEN_C_API platen_buffer* platen_devices(platen_context* context);
+/* NULL is fine. What was not saved is lost. */
 PLATEN_C_API void platen_document_destroy(platen_document* document);
 
 /* "ctb", "stb", "pc3", "pmp", or "pia" for something else in a sound container. Belongs to the
@@ -129,6 +136,7 @@ PLATEN_C_API platen_buffer* platen_document_get(platen_document* document, const
  * as the value, with a path that ends in ":block", adds a block. */
 PLATEN_C_API int platen_document_set(platen_document* document, const char* path,
                                      const char* value);
+/* Removes the item at a path, with all that is in it. */
 PLATEN_C_API int platen_document_remove(platen_document* document, const char* path);
 
 /* The same document in another form or of another kind: `to` is "compressed", "json", "text", "ctb"
@@ -148,7 +156,10 @@ PLATEN_C_API int platen_style_set(platen_document* document, const char* selecti
                                   const char* assignment);
 /* Named tables: adds a style, like another one unless `like` is NULL. */
 PLATEN_C_API int platen_style_add(platen_document* document, const char* name, const char* like);
+/* Named tables: removes the selected styles, unless a colour uses one of them or none would stay.
+ */
 PLATEN_C_API int platen_style_remove(platen_document* document, const char* selection);
+/* Gives one style another name, which no other has. */
 PLATEN_C_API int platen_style_rename(platen_document* document, const char* style,
                                      const char* name);
 /* Gives the selected styles the settings of another one. */
@@ -161,12 +172,14 @@ PLATEN_C_API platen_buffer* platen_lineweights(platen_document* document);
 /* Sets one of them, 0 to 26: "0.35", "0.35mm" or "0.014in". All styles that have it follow. */
 PLATEN_C_API int platen_lineweight_set(platen_document* document, uint32_t index,
                                        const char* value);
-/* The table for a spreadsheet, and back from it. */
+/* The table as CSV, for a spreadsheet. */
 PLATEN_C_API platen_buffer* platen_table_csv(platen_document* document);
+/* Takes the settings of a table that was edited in a spreadsheet; what has no column or row
+ * stays. */
 PLATEN_C_API int platen_table_read_csv(platen_document* document, const void* bytes, size_t size);
-/* The settings that styles have, with what values look like; and the presets: schemas
- * "platen.style-settings/1" and "platen.presets/1". */
+/* The settings that styles have, with what values look like: schema "platen.style-settings/1". */
 PLATEN_C_API platen_buffer* platen_style_settings(platen_context* context);
+/* The names and purposes of the presets: schema "platen.presets/1". */
 PLATEN_C_API platen_buffer* platen_presets(platen_context* context);
 /* What colours 1 to 255 look like, as "#rrggbb": schema "platen.palette/1". */
 PLATEN_C_API platen_buffer* platen_palette(platen_context* context);
@@ -209,6 +222,7 @@ PLATEN_C_API platen_document* platen_repair(platen_context* context, const void*
 /* The custom papers of a plot configuration and its PMP, or of a PMP, in files: both may have to be
  * written. */
 PLATEN_C_API platen_papers* platen_papers_open(platen_context* context, const char* path);
+/* NULL is fine. What was not saved is lost. */
 PLATEN_C_API void platen_papers_destroy(platen_papers* papers);
 /* Schema "platen.paper-list/1". */
 PLATEN_C_API platen_buffer* platen_papers_list(platen_papers* papers);
@@ -216,10 +230,13 @@ PLATEN_C_API platen_buffer* platen_papers_list(platen_papers* papers);
  * `margins` are left, bottom, right, top; NULL for none or those that it has. */
 PLATEN_C_API int platen_papers_add(platen_papers* papers, const char* name, double width,
                                    double height, const double* margins, const char* units);
+/* Gives a paper other sides; a configuration that is set to it follows. */
 PLATEN_C_API int platen_papers_resize(platen_papers* papers, const char* name, double width,
                                       double height, const double* margins, const char* units);
+/* Gives a paper another name for people, which no other has. */
 PLATEN_C_API int platen_papers_rename(platen_papers* papers, const char* name,
                                       const char* new_name);
+/* Removes a paper by its name. */
 PLATEN_C_API int platen_papers_remove(platen_papers* papers, const char* name);
 /* Writes the files that are different, each whole or not at all. Schema "platen.papers-saved/1"
  * names them. */

@@ -33,28 +33,45 @@ class StyleMemory;
 /// bits 16-23, green in 8-15, blue in 0-7.
 class PLATEN_API CPlotStyle {
 public:
+    /// The name by which colours of a table find the style: without white space once `updateName`
+    /// made it.
     const std::wstring& name() const { return name_; }
-    const std::wstring& locName() const { return localizedName_; }
+    const std::wstring& locName() const { return localizedName_; }  ///< The name shown to people.
     const std::wstring& desc() const { return description_; }
+    /// What the style's colour is, packed; the nearest of the palette when `mode_color` has none of
+    /// it.
     std::int32_t color() const { return color_; }
+    /// The exact colour, packed; read as the colour when the file has none.
     std::int32_t mode_color() const { return modeColor_; }
     /// Bit 0: dither; bit 1: grayscale; bit 2: explicit colour.
     std::int32_t color_policy() const { return colorPolicy_; }
+    /// Pen numbers; 0 in a new style.
+    ///@{
     std::int32_t pen() const { return physicalPen_; }
     std::int32_t virtualPen() const { return virtualPen_; }
+    ///@}
     /// Percent.
     std::int32_t screen() const { return screen_; }
+    /// `linepattern_size` in the file; 0.5 in a new style.
     double linepattern_size() const { return linePatternSize_; }
+    /// A number that the plotting program gives a meaning; 31, the standard, in a new style.
     std::int32_t lineType() const { return lineType_; }
+    /// `adaptive_linetype` in the file; true in a new style.
     bool isAdaptiveLinetype() const { return adaptiveLineType_; }
     /// Index into the table's custom line weights.
     std::int32_t lineWeight() const { return lineWeight_; }
+    /// Numbers that the plotting program gives a meaning; 73, 4 and 5, the standard, in a new
+    /// style.
+    ///@{
     std::int32_t fillStyle() const { return fillStyle_; }
     std::int32_t endStyle() const { return endStyle_; }
     std::int32_t joinStyle() const { return joinStyle_; }
+    ///@}
     bool isDither() const { return (colorPolicy_ & ditherBit) != 0; }
     bool isGrayScale() const { return (colorPolicy_ & grayScaleBit) != 0; }
 
+    /// Nothing is checked; see the functions that tell the value.
+    ///@{
     void setDesc(std::wstring description) { description_ = std::move(description); }
     void setScreen(std::int32_t percent) { screen_ = percent; }
     void setPen(std::int32_t pen) { physicalPen_ = pen; }
@@ -66,6 +83,7 @@ public:
     void setLinePatternSize(double size) { linePatternSize_ = size; }
     void setEndStyle(std::int32_t style) { endStyle_ = style; }
     void setJoinStyle(std::int32_t style) { joinStyle_ = style; }
+    ///@}
     /// The three numbers of a colour as a file has them.
     void setPackedColor(std::int32_t color, std::int32_t modeColor, std::int32_t policy) {
         color_ = color;
@@ -109,7 +127,7 @@ public:
     /// Reads and writes the fields in order: three texts, then the numbers. After a failed read
     /// the style is as it was.
     [[nodiscard]] bool read(ut::CIBinStream& stream);
-    bool write(ut::COBinStream& stream) const;
+    bool write(ut::COBinStream& stream) const;  ///< Always true.
 
 private:
     friend class CPlotStyleTable;
@@ -145,16 +163,18 @@ namespace plot_style {
 struct StyleDestroyer {
     void operator()(CPlotStyle* style) const { style->~CPlotStyle(); }
 };
+/// Owns a style in its table's memory.
 using StylePtr = std::unique_ptr<CPlotStyle, StyleDestroyer>;
 }  // namespace plot_style
 
 /// The line weights that the styles of a table choose from, in millimetres.
 class PLATEN_API CCustomLineweightTable {
 public:
-    static constexpr std::size_t count = 27;
+    static constexpr std::size_t count = 27;  ///< Line weights in a table.
 
     double& operator[](std::size_t index) { return weights_[index]; }
     double operator[](std::size_t index) const { return weights_[index]; }
+    /// Takes all of the other's weights.
     void copy(const CCustomLineweightTable& other) { weights_ = other.weights_; }
 
     /// Brings a line weight into 0 to 200 mm (the same in inches when `inches`). True when it was
@@ -172,7 +192,7 @@ private:
 /// Which style each colour index uses: entry i stands for colour index i + 1. Borrows the styles.
 class PLATEN_API CAciTable {
 public:
-    static constexpr std::size_t count = 255;
+    static constexpr std::size_t count = 255;  ///< Colours 1 to 255.
 
     /// The style of entry `index` (0 to 254); null when the entry is empty or there is none.
     CPlotStyle* at(std::size_t index) const { return index < count ? styles_[index] : nullptr; }
@@ -185,6 +205,7 @@ private:
 /// A plot style table: colour-dependent (CTB) or named (STB).
 class PLATEN_API CPlotStyleTable {
 public:
+    /// An empty named table, without the style "Normal"; see `create`.
     CPlotStyleTable();
     ~CPlotStyleTable();
     /// Copies settings and styles; the copy's ACI table points to the copy's styles.
@@ -211,22 +232,34 @@ public:
     /// Writes the file; the extension "ctb" gives kind CTB, any other kind STB. False for a null
     /// path or a failed write, and `report`, when given, says why.
     [[nodiscard]] bool write(const wchar_t* path, PiaReport* report = nullptr) const;
+    /// Adds the table's items to `root`. False when `root` has one of them already, or when a
+    /// colour of a colour-dependent table has no style.
     [[nodiscard]] bool writeToBlock(PiaBlock& root) const;
     /// Adds ACI entry `index` (0 to 254) to an "aci_table" block.
     [[nodiscard]] bool writeAciEntry(PiaBlock& block, int index) const;
     /// Adds line weight `index` (0 to 26) to a "custom_lineweight_table" block.
     [[nodiscard]] bool writeCLW(PiaBlock& block, int index) const;
 
-    const std::wstring& description() const { return description_; }
+    const std::wstring& description() const { return description_; }  ///< Free text.
     void setDescription(std::wstring description) { description_ = std::move(description); }
+    /// `scale_factor` (1 in a new table) and `apply_factor` (false); the library only stores both.
+    ///@{
     double scaleFactor() const { return scaleFactor_; }
     void setScaleFactor(double factor) { scaleFactor_ = factor; }
     bool applyFactor() const { return applyFactor_; }
     void setApplyFactor(bool apply) { applyFactor_ = apply; }
+    ///@}
+    /// In the file `custom_lineweight_display_units`: 0 in a new table; the library only stores it,
+    /// line weights are always millimetres.
+    ///@{
     std::int32_t customLineweightDisplayUnits() const { return displayUnits_; }
     void setCustomLineweightDisplayUnits(std::int32_t units) { displayUnits_ = units; }
+    ///@}
+    /// The 27 line weights that styles choose from.
+    ///@{
     CCustomLineweightTable& customLineweights() { return customLineweights_; }
     const CCustomLineweightTable& customLineweights() const { return customLineweights_; }
+    ///@}
 
     /// The ACI table, or null.
     const CAciTable* ACI() const { return aci_.get(); }
@@ -234,12 +267,15 @@ public:
     /// tells it, colour i + 1 has style i, and a host that converts it writes it once and reads it
     /// again.
     bool useACI() const { return usesAci_; }
+    /// The table is colour-dependent (`aci_table_available` in the file).
     bool hasACI() const { return aciAvailable_; }
 
-    std::size_t size() const { return styles_.size(); }
+    std::size_t size() const { return styles_.size(); }  ///< Number of styles.
     /// The style at `index` (0 to size - 1), owned by the table; null out of range.
+    ///@{
     CPlotStyle* style(std::size_t index);
     const CPlotStyle* style(std::size_t index) const;
+    ///@}
     /// The first style of that name, ignoring case, or null.
     CPlotStyle* find(const wchar_t* name) const;
     /// The index of the first style of that localized name, ignoring case, or -1.

@@ -38,7 +38,7 @@ namespace wut {
 // --- Printers ------------------------------------------------------------------------------------
 
 struct PLATEN_API PrinterCloser {
-    using pointer = HANDLE;
+    using pointer = HANDLE;  ///< What `std::unique_ptr` is to hold.
     void operator()(HANDLE printer) const noexcept;
 };
 
@@ -50,7 +50,7 @@ public:
     /// From a name, so that functions that take a printer take its name; closed when the printer
     /// cannot be opened.
     PrinterHandle(const OdString& name) { open(name); }
-    PrinterHandle(const wchar_t* name) { open(name); }
+    PrinterHandle(const wchar_t* name) { open(name); }  ///< Null is an empty name.
 
     /// Closes what is open and opens the printer; true when it is open now.
     bool open(const OdString& name);
@@ -80,11 +80,13 @@ PLATEN_API OdString getPrinterComment(const PrinterHandle& printer);
 /// printer was the default, the new one stays.
 class PLATEN_API ChangeDefaultPrinter {
 public:
+    /// Notes the default printer, then sets the other one; a failure of that is not told.
     explicit ChangeDefaultPrinter(const OdString& printer);
     ChangeDefaultPrinter(const ChangeDefaultPrinter&) = default;
     ChangeDefaultPrinter& operator=(const ChangeDefaultPrinter&) = default;
     ~ChangeDefaultPrinter();
 
+    /// Sets it for good; false when the spooler refuses.
     static bool setDefaultPrinter(const OdString& name);
     /// The printer that will be the default again; empty for none.
     const OdString& oldDefaultPrinter() const { return old_; }
@@ -123,6 +125,7 @@ PLATEN_API void dumpDevMode(const DEVMODEW& devMode, OdString& out);
 /// Copies share their native data as copies of `wxPrintData` do.
 class PLATEN_API PrintData : public wxPrintData {
 public:
+    /// Where settings come from.
     enum EInit {
         /// From the default printer or, when there is none, the first one.
         kInitFromSystem,
@@ -130,18 +133,27 @@ public:
 
     /// Knows no printer.
     PrintData() = default;
-    explicit PrintData(EInit);
+    explicit PrintData(EInit);  ///< Knows no printer when there is none.
     /// Takes the printer's default settings; knows no printer when that fails.
     explicit PrintData(const wchar_t* printerName);
     PrintData(const PrintData&) = default;
     PrintData& operator=(const PrintData&) = default;
 
+    /// Where lines cross, colours are merged; false at first.
+    ///@{
     bool isMergeColors() const { return mergeColors_; }
     void setMergeColors(bool on) { mergeColors_ = on; }
+    ///@}
+    /// Text in TrueType fonts goes to the printer as text; true at first.
+    ///@{
     bool isTtfAsText() const { return ttfAsText_; }
     void setTtfAsText(bool on) { ttfAsText_ = on; }
+    ///@}
+    /// The printer's driver by name; empty at first.
+    ///@{
     const wxString& getDriverName() const { return driverName_; }
     void setDriverName(const wxString& name) { driverName_ = name; }
+    ///@}
 
     /// A device context for these settings, owned by the caller. Without a printer name the default
     /// printer is taken first; null when there is none. The context may not be usable: see `IsOk`.
@@ -152,14 +164,20 @@ public:
 
     /// `DMBIN_*`. A number below 256 that wxWidgets has no bin for gives the default bin, which
     /// reads back as 242.
+    ///@{
     void setDmBin(short dmBin);
     short getDmBin() const;
+    ///@}
     /// `DMDUP_*`; anything else is simplex.
+    ///@{
     void setDmDuplex(short dmDuplex);
     short getDmDuplex() const;
+    ///@}
     /// `DMRES_*` or dots per inch.
+    ///@{
     void setDmQuality(short dmQuality);
     short getDmQuality() const;
+    ///@}
 
     /// `DMPAPER_*`, or a driver's own number from 256 on. False when no paper is set, and `paperId`
     /// stays.
@@ -169,6 +187,7 @@ public:
     void setDmPaperSize(short paperId, const wxSize* sizeMM);
     /// The same with a size in tenths of a millimetre, rounded; it must not be null.
     void setDmPaperSize(short paperId, const POINT* sizeTenthsMM);
+    /// The same with 0 by 0.
     void setDmPaperSize(short paperId, std::nullptr_t) {
         setDmPaperSize(paperId, static_cast<const wxSize*>(nullptr));
     }
@@ -189,16 +208,21 @@ private:
 class PLATEN_API WindowsPrintNativeData : public wxWindowsPrintNativeData {
 public:
     /// The print data's native data when they are of this class, otherwise null.
+    ///@{
     static WindowsPrintNativeData* GetNativeData(wxPrintData& data);
     static const WindowsPrintNativeData* GetNativeData(const wxPrintData& data);
+    ///@}
 
     /// Copies of device mode fields; never written back.
+    ///@{
     std::uint16_t specVersion = 0;
     std::uint16_t driverVersion = 0;
     std::uint16_t size = 0;
+    ///@}
     /// Percent; 100 for none.
     std::int16_t scale = 100;
-    /// For all that follow 0, or empty, means none. Dots per inch:
+    /// More of them; 0, or empty, for none. The resolution is in dots per inch.
+    ///@{
     std::int16_t yResolution = 0;
     std::int16_t ttOption = 0;
     std::wstring formName;
@@ -206,6 +230,7 @@ public:
     std::uint32_t icmMethod = 0;
     std::uint32_t icmIntent = 0;
     std::uint32_t ditherType = 0;
+    ///@}
     /// The Windows number of a paper that wxWidgets does not know.
     std::int16_t customWindowsPaperId = 0;
 
@@ -238,16 +263,18 @@ private:
 /// Makes every `wxPrintData` with a `WindowsPrintNativeData`.
 class PLATEN_API PrintFactory : public wxNativePrintFactory {
 public:
+    /// Owned by wxWidgets, which asks for it.
     wxPrintNativeDataBase* CreatePrintNativeData() override;
 };
 
 /// Called by the application before it makes print data, and at its end.
 PLATEN_API void registerPrintFactory();
+/// wxWidgets' own factory is back after it.
 PLATEN_API void unRegisterPrintFactory();
 
 /// Unlocks a block of global memory.
 struct GlobalUnlocker {
-    HGLOBAL block = nullptr;
+    HGLOBAL block = nullptr;  ///< The block that is locked.
     void operator()(void*) const noexcept { GlobalUnlock(block); }
 };
 
@@ -277,6 +304,7 @@ public:
     /// After the locked device mode was edited: has the driver correct it, and transfers it to the
     /// print data. Does nothing when it is not locked.
     void updatePrintData();
+    /// Unlocks the device mode; the print data stay as they are.
     void release();
 
 private:
@@ -330,12 +358,14 @@ public:
 
     /// True when the printer could be opened.
     bool isValid() const;
-    const std::wstring& name() const;
+    const std::wstring& name() const;  ///< As it was given.
     /// The open printer. Borrowed.
     const wut::PrinterHandle& handle() const;
-    /// Both replace their argument, and return whether it is non-empty.
+    /// Both replace their argument, and return whether it is not empty now.
+    ///@{
     bool getPorts(std::wstring& ports) const;
     bool getPrinterDriver(std::wstring& driver) const;
+    ///@}
 
     /// Papers under the printer's default settings, asked for at first use and again until they
     /// come; as many as have both a number and a name. Without papers nothing is found.

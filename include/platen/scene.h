@@ -14,18 +14,24 @@
 namespace platen {
 
 struct SceneColor {
+    /// From 0 to 255.
+    ///@{
     std::uint8_t red = 0;
     std::uint8_t green = 0;
     std::uint8_t blue = 0;
+    ///@}
 
     bool operator==(const SceneColor&) const = default;
 };
 
+/// How a line ends, as in SVG.
 enum class SceneCap { Butt, Round, Square };
+/// How lines meet in a corner, as in SVG.
 enum class SceneJoin { Miter, Round, Bevel };
 
 struct SceneStroke {
     SceneColor color;
+    /// Of the line, half of it on either side.
     double width = 0;
     SceneCap cap = SceneCap::Butt;
     SceneJoin join = SceneJoin::Miter;
@@ -39,23 +45,35 @@ struct ScenePoint {
 };
 
 struct SceneRectangle {
+    /// The upper left corner.
+    ///@{
     double x = 0;
     double y = 0;
+    ///@}
     double width = 0;
     double height = 0;
     /// Of its corners.
     double radius = 0;
+    /// Inside and outline; nothing is drawn for an absent one.
+    ///@{
     std::optional<SceneColor> fill{};
     std::optional<SceneStroke> stroke{};
+    ///@}
 };
 
 struct ScenePolyline {
+    /// In the order in which the line goes through them.
     std::vector<ScenePoint> points;
+    /// A line leads from the last point back to the first.
     bool closed = false;
+    /// Inside and outline; nothing is drawn for an absent one.
+    ///@{
     std::optional<SceneColor> fill{};
     std::optional<SceneStroke> stroke{};
+    ///@}
 };
 
+/// What of a text stands at its place.
 enum class SceneAnchor { Start, Middle, End };
 
 /// One line of text. Whoever draws it takes any sans-serif font; its width is not known here.
@@ -85,12 +103,15 @@ struct SceneGroup {
 
 struct SceneGroupEnd {};
 
-using SceneShape =
+using SceneShape =  ///< What a page is made of.
     std::variant<SceneRectangle, ScenePolyline, SceneText, SceneGroup, SceneGroupEnd>;
 
 struct ScenePage {
+    /// Of the sheet.
+    ///@{
     double width = 0;
     double height = 0;
+    ///@}
     /// Later ones cover earlier ones. Each group ends on its page.
     std::vector<SceneShape> shapes{};
 };
@@ -100,6 +121,7 @@ struct Scene {
     std::string title;
     /// What the pages show, in a few sentences, for those who do not see them. UTF-8.
     std::string description;
+    /// In the order in which they are shown.
     std::vector<ScenePage> pages;
 };
 

@@ -29,10 +29,14 @@ public:
     ByteBuffer& operator=(const ByteBuffer&) = delete;
     ~ByteBuffer() = default;
 
+    /// Null before the first `reserve`.
+    ///@{
     char* data() { return bytes_.get(); }
     const char* data() const { return bytes_.get(); }
-    std::size_t size() const { return size_; }
-    std::size_t capacity() const { return capacity_; }
+    ///@}
+    std::size_t size() const { return size_; }          ///< Bytes in use.
+    std::size_t capacity() const { return capacity_; }  ///< Bytes that there is room for.
+    /// Valid until the buffer is changed.
     std::string_view view() const { return {bytes_.get(), size_}; }
 
     /// Makes room for `capacity` bytes in all and keeps the content.
@@ -158,7 +162,7 @@ struct PLATEN_API SystemError {
     /// The call that failed in plain words, such as "open" or "rename".
     const char* action = "";
 
-    explicit operator bool() const { return code != 0; }
+    explicit operator bool() const { return code != 0; }  ///< True when a call failed.
     /// Action and the system's own text, such as "open: No such file or directory".
     std::string message() const;
 };
@@ -195,6 +199,7 @@ PLATEN_API std::wstring fullPath(std::wstring_view path);
 
 /// True when `path` leads to something that is no folder.
 [[nodiscard]] PLATEN_API bool fileExists(std::wstring_view path);
+/// True when `path` leads to a folder.
 [[nodiscard]] PLATEN_API bool folderExists(std::wstring_view path);
 
 // ---------------------------------------------------------------------------------------------
@@ -204,6 +209,7 @@ PLATEN_API std::wstring fullPath(std::wstring_view path);
 /// "PlotCfgPath" is that of the environment variable PLATEN_PLOT_CFG_PATH, and so on: a word of the
 /// name for each capital. May be called from any thread.
 PLATEN_API std::wstring getSetting(std::wstring_view name);
+/// Gives a setting its value, for the whole process. May be called from any thread.
 PLATEN_API void setSetting(std::wstring_view name, std::wstring_view value);
 
 /// What the application says about itself.
@@ -212,6 +218,7 @@ public:
     /// The product's name, which message boxes have for a caption: the setting "RegProduct", or
     /// "Platen" when it is empty. May be called from any thread.
     static std::wstring regProduct();
+    /// Sets the setting "RegProduct".
     static void setRegProduct(std::wstring_view name);
 };
 
@@ -246,10 +253,13 @@ class PLATEN_API CIBinStream {
 public:
     /// Borrows `bytes`.
     explicit CIBinStream(std::string_view bytes) : rest_(bytes) {}
+    /// The next value.
+    ///@{
     [[nodiscard]] bool read(std::int32_t& value);
     [[nodiscard]] bool read(double& value);
     [[nodiscard]] bool read(bool& value);
     [[nodiscard]] bool read(std::wstring& value);
+    ///@}
     /// Bytes not read yet.
     std::size_t remaining() const { return rest_.size(); }
 
@@ -262,11 +272,14 @@ private:
 
 class PLATEN_API COBinStream {
 public:
+    /// Appends the value.
+    ///@{
     void write(std::int32_t value);
     void write(double value);
     void write(bool value);
     void write(std::wstring_view value);
-    const std::string& bytes() const { return bytes_; }
+    ///@}
+    const std::string& bytes() const { return bytes_; }  ///< All that was written.
 
 private:
     std::string bytes_;

@@ -21,18 +21,21 @@ namespace ut {
 /// GUI thread only.
 class PLATEN_API KeyCodes {
 public:
-    static const KeyCodes& getInstance();
+    static const KeyCodes& getInstance();  ///< Lives as long as the program.
 
+    /// Whether one of these keys is down.
+    ///@{
     bool isSpaceDown() const;
     bool isShiftDown() const;
     bool isControlDown() const;
+    ///@}
     /// The key that shortcuts are made with: Control, on Macs Command.
     bool isControlOrCommandDown() const;
-    bool isAltDown() const;
+    bool isAltDown() const;  ///< The left or the right one.
     /// Windows: the right Alt key, whether or not the keyboard layout makes it AltGr. Linux: the
     /// key that chooses the third level of the layout, as far as the display tells.
     bool isAltGrDown() const;
-    bool isEscapeDown() const;
+    bool isEscapeDown() const;  ///< Whether the key is down.
 
 private:
     KeyCodes() = default;
@@ -55,9 +58,10 @@ public:
         Now = 2,
     };
 
+    /// Loads the library, or not: see `isLoaded`. `mode` is made of bits of `Mode`.
     DynamicLibrary(const wchar_t* name, int mode);
 
-    bool isLoaded() const { return library_ != nullptr; }
+    bool isLoaded() const { return library_ != nullptr; }  ///< False when it could not be loaded.
     /// The function that the library exports as `name`; null when there is none. It must not be
     /// called after the library is gone.
     template <class Function>
@@ -81,8 +85,11 @@ private:
 /// The path of a file or a folder.
 class PLATEN_API FileName {
 public:
+    /// Kept as it is given.
+    ///@{
     FileName(std::wstring path) : path_(std::move(path)) {}
     FileName(const wchar_t* path) : path_(path != nullptr ? path : L"") {}
+    ///@}
 
     /// The path from the root, without "." and "..". What a symbolic link leads to is not looked
     /// at, and nothing on the path needs to exist. Empty when the path is.

@@ -10,6 +10,7 @@
 
 namespace ut {
 
+/// What the GUI looks like as a whole.
 enum class EGuiColorTheme { Light = 0, Dark = 1 };
 
 /// What a colour is used for. Texts, links, errors and warnings can be read on each of the four
@@ -38,13 +39,16 @@ enum class EGuiColor {
     PrintableArea,
 };
 
+/// How many `EGuiColor` has.
 constexpr int guiColorCount = static_cast<int>(EGuiColor::PrintableArea) + 1;
 
+/// What a text is for.
 enum class EGuiFontName {
     Default = 0,
     Caption = 1,
 };
 
+/// What is measured.
 enum class EGuiSize {
     /// Points of the GUI font.
     FontPoints = 0,
@@ -53,14 +57,14 @@ enum class EGuiSize {
 /// Knows the current theme, which is light at first.
 class PLATEN_API ThemeColorManager {
 public:
-    static ThemeColorManager& getInstance();
+    static ThemeColorManager& getInstance();  ///< The only one; lives as long as the program.
 
     ThemeColorManager(const ThemeColorManager&) = delete;
     ThemeColorManager& operator=(const ThemeColorManager&) = delete;
 
     /// A value that is no theme leaves the current one. Tells nobody.
     void setTheme(EGuiColorTheme theme);
-    EGuiColorTheme theme() const { return theme_; }
+    EGuiColorTheme theme() const { return theme_; }  ///< The current one.
 
 private:
     ThemeColorManager() = default;
