@@ -46,9 +46,17 @@ std::string sceneHtml(const Scene& scene) {
     std::string before;
     for (const ScenePage& page : scene.pages) {
         if (const std::string name = pageName(page); name != before) {
-            text += "\n@page " + name + " { size: " + svgNumber(page.width) + "mm " +
-                    svgNumber(page.height) + "mm; margin: 0; }\n." + name + " { page: " + name +
-                    "; }";
+            text += "\n@page ";
+            text += name;
+            text += " { size: ";
+            text += svgNumber(page.width);
+            text += "mm ";
+            text += svgNumber(page.height);
+            text += "mm; margin: 0; }\n.";
+            text += name;
+            text += " { page: ";
+            text += name;
+            text += "; }";
             before = name;
         }
     }

@@ -29,7 +29,7 @@ bool hasFullLine(std::string_view body) {
     for (std::size_t begin = 0; begin < body.size();) {
         const std::size_t end = std::min(body.find('\n', begin), body.size());
         const std::string_view line = body.substr(begin, end - begin);
-        if (line.size() == PiaBodyLines::readSize && line.find('=') != line.npos) {
+        if (line.size() == PiaBodyLines::readSize && line.find('=') != std::string_view::npos) {
             return true;
         }
         begin = end + 1;

@@ -1,5 +1,6 @@
 // Files of positions, texts with environment variables, and multiplication, as dialogs use them.
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstdint>
@@ -38,7 +39,7 @@ void positions() {
         double again[6] = {};
         require(wut::readPositionFile(OdString(L"in memory"), again[0], again[1], again[2],
                                       again[3], again[4], again[5]));
-        require(std::memcmp(values, again, sizeof values) == 0);
+        require(std::ranges::equal(values, again));
     }
 }
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes everything that a release consists of, from a clean export of a tag:
+# Makes everything that a release consists of, from a clean clone of a tag:
 #   scripts/release.sh [--output DIR] [--twice] [--no-cache] [--bench] [--without NAME]... [TAG|HEAD]
 #   --output DIR    where it goes (default: build/release-VERSION)
 #   --twice         makes everything a second time in another folder and compares every byte
@@ -60,7 +60,7 @@ umask 022
 # Packs a folder, the same bytes for the same content. zip_folder FOLDER FILE
 zip_folder() { /usr/bin/python3 "$root/scripts/windows_zip.py" zip "$1" "$2"; }
 
-# --- The parts: each works in the export, the current folder, and leaves its artefacts in a folder ---
+# --- The parts: each works in the clone, the current folder, and leaves its artefacts in a folder ---
 
 make_source() {
     git -C "$root" archive --format=tar --prefix="platen-$version/" "$commit" |
@@ -101,8 +101,10 @@ make_python() {
 make_all() {
     local folder=$1 artefacts=$2 part
     rm -rf "$folder"
-    mkdir -p "$folder" "$artefacts"
-    git -C "$root" archive "$commit" | tar -x -C "$folder"
+    mkdir -p "$artefacts"
+    # The packages are made of what git knows of a folder.
+    git clone --quiet --no-checkout "$root" "$folder"
+    git -C "$folder" checkout --quiet --detach "$commit"
     for part in "${parts[@]}"; do
         [[ $without != *" $part "* ]] || continue
         say "making $part"
