@@ -47,7 +47,7 @@ apt-config dump Acquire | grep -iE '^Acquire::(https?|proxy)[^ ]* ".' >"$system/
 mkdir "$system/platen" "$system/try"
 cp "$packages"/*.deb "$system/platen"
 (cd "$system/platen" && dpkg-scanpackages --multiversion . 2>/dev/null >Packages)
-cp -r "$root"/tests/consumer/. "$system/try"
+cp -r "$root"/tests/consumer/. "$root/docs/examples" "$system/try"
 
 # Mounts and processes of its own, which are gone when it ends; the services of packages are not started.
 printf '#!/bin/sh\nexit 101\n' >"$system/usr/sbin/policy-rc.d"

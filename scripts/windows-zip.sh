@@ -83,18 +83,20 @@ zip_step licences "$folder" "$modules" "${archives[@]}"
 # --- The tests ---
 
 cp "$build"/tests/*.exe "$build/tests/MAPI32.DLL" "$tests/bin"
-cp "$build"/fuzz/replay_*.exe "$tests/bin"
-x86_64-w64-mingw32-strip "$tests"/bin/*
-for program in "$tests"/bin/replay_*.exe; do
-    samples=${program##*/replay_}
-    samples=${samples%.exe}
-    cp -r "$root/fuzz/corpus/$samples" "$tests/samples/$samples"
+# What the check of built files is tried on says nothing on another machine.
+rm "$tests/bin/unprotected.exe"
+replays=()
+for samples in "$root"/fuzz/corpus/*; do
+    replays+=("fuzz/replay_${samples##*/}.exe")
+    cp "$build/${replays[-1]}" "$tests/bin"
+    cp -r "$samples" "$tests/samples"
 done
+x86_64-w64-mingw32-strip "$tests"/bin/*
 zip_step dlls "$tests/bin" "${searched[@]}"
 cp "$root/tests/machine/not_run.txt" "$tests/not-run.txt"
 sed 's/$/\r/' "$root/packaging/windows/run-tests.cmd" >"$tests/run-tests.cmd"
 sed "s/@VERSION@/$version/g" "$root/packaging/windows/README-tests.txt" | sed 's/$/\r/' >"$tests/README.txt"
-mapfile -t archives < <(cd "$build" && linked_archives tests/*.exe fuzz/replay_*.exe)
+mapfile -t archives < <(cd "$build" && linked_archives tests/*.exe "${replays[@]}")
 zip_step licences "$tests" "$modules" "${archives[@]}"
 
 for made in "$folder" "$tests"; do

@@ -125,7 +125,7 @@ hardened() {
     done
 }
 check "what runs is hardened" hardened
-cmake -DWORK="$work/consumer" -DCOMPILER=c++ -P "$here/package_test.cmake" >built 2>&1 </dev/null || true
+cmake -DWORK="$work/consumer" -DCOMPILER=c++ -DEXAMPLES="$here/examples" -P "$here/package_test.cmake" >built 2>&1 </dev/null || true
 # Each consumer that worked says so; a script that stopped before the last one lacks some.
 mapfile -t worked < <(sed -n 's/^-- works: //p' built)
 passed=$((passed + ${#worked[@]}))
