@@ -52,9 +52,12 @@ std::string ownProgram() { return fs::read_symlink("/proc/self/exe").string(); }
 
 Resources resourcesNow() {
     Resources now;
-    std::size_t pages = 0;
-    std::ifstream("/proc/self/statm") >> pages >> pages;
-    now.residentBytes = pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    // Without the pages of files: how many of a program's own are mapped is the system's matter.
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    std::size_t ofFiles = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident >> ofFiles;
+    now.residentBytes = (resident - ofFiles) * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     now.heapBytes = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
     now.handles = static_cast<std::size_t>(
         std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
