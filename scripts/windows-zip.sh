@@ -85,11 +85,13 @@ zip_step licences "$folder" "$modules" "${archives[@]}"
 cp "$build"/tests/*.exe "$build/tests/MAPI32.DLL" "$tests/bin"
 # What the check of built files is tried on says nothing on another machine.
 rm "$tests/bin/unprotected.exe"
-replays=()
-for samples in "$root"/fuzz/corpus/*; do
-    replays+=("fuzz/replay_${samples##*/}.exe")
-    cp "$build/${replays[-1]}" "$tests/bin"
-    cp -r "$samples" "$tests/samples"
+# Those of this tree: the folder may have others from before.
+mapfile -t replays < <(ninja -C "$build" -t targets all | sed -n 's|^\(fuzz/replay_[a-z_]*\.exe\): .*|\1|p')
+((${#replays[@]} > 0)) || die "there are no replays in $build"
+for program in "${replays[@]}"; do
+    samples=${program#fuzz/replay_}
+    cp "$build/$program" "$tests/bin"
+    cp -r "$root/fuzz/corpus/${samples%.exe}" "$tests/samples"
 done
 x86_64-w64-mingw32-strip "$tests"/bin/*
 zip_step dlls "$tests/bin" "${searched[@]}"
